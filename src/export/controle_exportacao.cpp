@@ -1,0 +1,41 @@
+#include "export/controle_exportacao.h"
+
+#include <fmt/format.h>
+
+#include "export/arquivo_texto.h"
+#include "host/arquivo_fiscal.h"
+
+namespace infofiscal {
+
+std::string ControleExportacao::NomeSugerido(TRegistroFiscal tipo, int mes, int ano) {
+  const char* prefixo = tipo == 1 ? "SINTEGRA_" : tipo == 2 ? "SPED_FISCAL_EFD_" : tipo == 3 ? "SPED_FISCAL_EFD_CTB_" : nullptr;
+  if (prefixo == nullptr) return {};
+  return fmt::format("{}{:02}_{:02}.v1.txt", prefixo, mes, ano);
+}
+
+std::string ControleExportacao::CaminhoInformacao(const std::string& base) {
+  std::string caminho = base;
+  if (!caminho.empty() && caminho.back() != '/') caminho += '/';
+  return caminho + "Arquivos/InfoFiscal/SpedInformacao.txt";
+}
+
+std::string ControleExportacao::GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda) {
+  oExportaInfoFiscal.PROC_LinhaInfo_B(LinhaInfo);
+  oExportaInfoFiscal.PROC_Progresso_B(Progresso);
+  oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
+  return save_text_file(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo.Text());
+}
+
+void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const {
+  const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
+  if (tipo != 1 && tipo != 2) return;
+  TOBJ_ArquivoFiscal conversor;
+  conversor.LinhaInfo = LinhaInfo;
+  conversor.Progresso = Progresso;
+  if (tipo == 1)
+    conversor.Exec_Sintegra(NomeArquivo, Texto);
+  else
+    conversor.Exec_SPED_Fiscal_EFD(NomeArquivo, Texto, TRegFiscalVersao::v1);
+}
+
+}  // namespace infofiscal

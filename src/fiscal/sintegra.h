@@ -1,0 +1,19 @@
+// The SINTEGRA file (Convênio ICMS 57/95) from the information file.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/framework.h"
+
+namespace infofiscal {
+
+// Builds the SINTEGRA file's bytes from the information text (UTF-8, CR LF lines).
+std::string gerar_sintegra(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso);
+
+// Every rule of the layout that the file alone can show; one finding per line, empty when the
+// file is valid.
+std::vector<std::string> validar_sintegra(std::string_view arquivo);
+
+}  // namespace infofiscal

@@ -1,0 +1,28 @@
+// The fiscal-file converter: turns the information file's text into the SINTEGRA or SPED EFD
+// file. Created for one call; reports through the two callbacks set before the call.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "host/framework.h"
+
+namespace infofiscal {
+
+// Layout versions of the EFD file; the dialog always passes the first.
+enum class TRegFiscalVersao : std::uint8_t { v1 };
+
+class TOBJ_ArquivoFiscal {
+ public:
+  TProcLinhaInfo LinhaInfo;
+  TProcProgresso Progresso;
+
+  // Writes the SINTEGRA file `NomeArquivo` from the information text (UTF-8, CR LF lines).
+  // Throws Error, leaving any earlier file intact, when the text cannot be converted.
+  void Exec_Sintegra(const std::string& NomeArquivo, const std::string& Texto);
+  // Writes the SPED EFD ICMS/IPI file `NomeArquivo` from the information text.
+  void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto, TRegFiscalVersao Versao);
+
+};
+
+}  // namespace infofiscal

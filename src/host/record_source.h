@@ -1,0 +1,62 @@
+// The record source: named providers that answer a fetch with a packet of rows.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/value.h"
+
+namespace infofiscal {
+
+// Field classes of a client dataset, as the module declares them.
+enum class FieldClass : std::uint8_t { String, Integer, Smallint, Float, Single, TimeStamp, Blob };
+
+// One persistent field: name, class and size in characters (sizes are documentation: values
+// pass as stored, neither cut nor padded).
+struct FieldDef {
+  std::string_view name;
+  FieldClass cls = FieldClass::String;
+  int size = 0;
+};
+
+// How a dataset is fetched. A reopen is a parameter open without parameters.
+enum class FetchKind : std::uint8_t { ParameterOpen, DataRequest };
+
+// What a dataset asks of the source on open.
+struct FetchRequest {
+  std::string_view dataset;           // the dataset's name, for messages
+  std::string_view provider;          // e.g. "DspCompra"
+  FetchKind kind = FetchKind::ParameterOpen;
+  std::span<const Value> args;        // parameters in order, or the data-request array
+  std::span<const FieldDef> fields;   // the declared fields, in declared order
+};
+
+// The answer: one cell per declared field per row, row after row, in declared-field order.
+struct Packet {
+  std::size_t width = 0;     // number of declared fields
+  std::vector<Value> cells;  // rows() * width values
+
+  std::size_t rows() const { return width == 0 ? 0 : cells.size() / width; }
+};
+
+// The message of a declared field that the provider did not deliver.
+std::string missing_field_message(std::string_view field, std::string_view dataset);
+
+// A back end of the record source (SQL database, snapshot, ...). A fetch either returns the
+// packet or throws Error with a message that names what went wrong.
+class RecordSource {
+ public:
+  virtual ~RecordSource() = default;
+  virtual Packet fetch(const FetchRequest& request) = 0;
+};
+
+// Opens the back end that an address names: "snapshot:FILE.json", "sqlite:PATH",
+// "postgresql:..." or "postgresql://...", "firebird:...". Throws Error for an unknown or
+// unusable address.
+std::unique_ptr<RecordSource> open_record_source(const std::string& address);
+
+}  // namespace infofiscal

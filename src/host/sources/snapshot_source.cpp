@@ -1,0 +1,122 @@
+#include "host/sources/snapshot_source.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "host/error.h"
+
+namespace infofiscal {
+
+namespace {
+
+using nlohmann::json;
+
+// Numbers match numerically, strings exactly, null only null.
+bool same_value(const json& recorded, const Value& asked) {
+  if (recorded.is_number()) {
+    if (const auto* i = std::get_if<std::int64_t>(&asked)) return recorded.get<double>() == static_cast<double>(*i);
+    if (const auto* d = std::get_if<double>(&asked)) return recorded.get<double>() == *d;
+    return false;
+  }
+  if (recorded.is_string()) {
+    const auto* s = std::get_if<std::string>(&asked);
+    return s && *s == recorded.get_ref<const std::string&>();
+  }
+  return recorded.is_null() && is_null(asked);
+}
+
+bool matches(const json& entry, const FetchRequest& request) {
+  const char* key = request.kind == FetchKind::DataRequest ? "request" : "params";
+  const auto it = entry.find(key);
+  if (it == entry.end() || !it->is_array() || it->size() != request.args.size()) return false;
+  for (std::size_t i = 0; i < request.args.size(); ++i)
+    if (!same_value((*it)[i], request.args[i])) return false;
+  return true;
+}
+
+}  // namespace
+
+Value value_from_json(const json& cell, FieldClass cls) {
+  if (cell.is_null()) return std::monostate{};
+  if (cell.is_number_integer()) return cell.get<std::int64_t>();
+  if (cell.is_number()) return cell.get<double>();
+  if (cell.is_string()) {
+    const auto& text = cell.get_ref<const std::string&>();
+    TimeStamp t;
+    if (cls == FieldClass::TimeStamp && parse_timestamp(text, t)) return t;
+    return text;
+  }
+  if (cell.is_boolean()) return std::int64_t{cell.get<bool>() ? 1 : 0};
+  throw Error("valor não suportado: " + cell.dump());
+}
+
+SnapshotSource::SnapshotSource(const std::string& path) : origin_(path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw Error("Não foi possível abrir o snapshot '" + path + "'");
+  std::ostringstream text;
+  text << in.rdbuf();
+  json document;
+  try {
+    document = json::parse(text.str());
+  } catch (const json::exception& e) {
+    throw Error("Snapshot '" + path + "' inválido: JSON mal formado (" + e.what() + ")");
+  }
+  load(document);
+}
+
+SnapshotSource::SnapshotSource(const json& document, const std::string& origin) : origin_(origin) {
+  load(document);
+}
+
+void SnapshotSource::load(const json& document) {
+  const auto bad = [&](const std::string& why) {
+    return Error("Snapshot '" + origin_ + "' inválido: " + why);
+  };
+  if (!document.is_object() || document.value("snapshot", json()) != json(1))
+    throw bad("falta \"snapshot\": 1");
+  const auto responses = document.find("responses");
+  if (responses == document.end() || !responses->is_array()) throw bad("falta a lista \"responses\"");
+  std::size_t n = 0;
+  for (const auto& entry : *responses) {
+    ++n;
+    const auto where = " (resposta " + std::to_string(n) + ")";
+    if (!entry.is_object() || !entry.contains("provider") || !entry["provider"].is_string())
+      throw bad("resposta sem \"provider\"" + where);
+    const bool has_params = entry.contains("params"), has_request = entry.contains("request");
+    if (has_params == has_request) throw bad("a resposta precisa de \"params\" ou \"request\"" + where);
+    if (!entry[has_params ? "params" : "request"].is_array()) throw bad("parâmetros não são uma lista" + where);
+    if (entry.contains("error")) {
+      if (!entry["error"].is_string()) throw bad("\"error\" não é texto" + where);
+    } else if (!entry.contains("rows") || !entry["rows"].is_array()) {
+      throw bad("resposta sem \"rows\" nem \"error\"" + where);
+    } else {
+      for (const auto& row : entry["rows"])
+        if (!row.is_object()) throw bad("linha que não é um objeto" + where);
+    }
+    entries_[entry["provider"].get<std::string>()].push_back(entry);
+  }
+}
+
+Packet SnapshotSource::fetch(const FetchRequest& request) {
+  Packet packet;
+  packet.width = request.fields.size();
+  const auto found = entries_.find(std::string(request.provider));
+  if (found == entries_.end()) return packet;
+  for (const auto& entry : found->second) {
+    if (!matches(entry, request)) continue;
+    if (const auto error = entry.find("error"); error != entry.end()) throw Error(error->get<std::string>());
+    const auto& rows = entry["rows"];
+    packet.cells.reserve(rows.size() * packet.width);
+    for (const auto& row : rows) {
+      for (const auto& field : request.fields) {
+        const auto cell = row.find(field.name);
+        if (cell == row.end()) throw Error(missing_field_message(field.name, request.dataset));
+        packet.cells.push_back(value_from_json(*cell, field.cls));
+      }
+    }
+    return packet;
+  }
+  return packet;
+}
+
+}  // namespace infofiscal

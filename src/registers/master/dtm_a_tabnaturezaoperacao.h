@@ -1,0 +1,15 @@
+// Not yet written: the generator writes nothing.
+#pragma once
+
+#include "export/string_list.h"
+#include "export/dtm_a_padrao.h"
+
+namespace infofiscal {
+
+class TDTM_A_TabNaturezaOperacao : public TDTM_A_Padrao {
+ public:
+  explicit TDTM_A_TabNaturezaOperacao(TDTM_ConexaoDS& conexao);
+  void L15_RegistroNaturezaOperacao(TStringList& AArquivo);
+};
+
+}  // namespace infofiscal

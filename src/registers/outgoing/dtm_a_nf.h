@@ -1,0 +1,14 @@
+// Not yet written: the generator writes nothing.
+#pragma once
+
+#include "export/string_list.h"
+#include "export/dtm_a_padrao.h"
+
+namespace infofiscal {
+
+class TDTM_A_NF : public TDTM_A_Padrao {
+ public:
+  explicit TDTM_A_NF(TDTM_ConexaoDS& conexao);
+};
+
+}  // namespace infofiscal

@@ -1,0 +1,51 @@
+#include "support/fixture.h"
+
+#include "export/dtm_a_padrao.h"
+
+namespace infofiscal::testing {
+
+json registro_fiscal(const json& overrides) {
+  // The declared fields of TabRegistroFiscal, taken from the module itself.
+  Snapshot empty;
+  SnapshotSource source(empty.document(), "vazio");
+  TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c()};
+  TDTM_A_Padrao modulo(conexao);
+  json row = json::object();
+  for (const FieldDef& f : modulo.TabRegistroFiscal.Fields()) {
+    const std::string name(f.name);
+    if (f.cls == FieldClass::String) row[name] = name.rfind("REG", 0) == 0 ? "N" : "";
+    else if (f.cls == FieldClass::Blob || f.cls == FieldClass::TimeStamp) row[name] = nullptr;
+    else row[name] = 0;
+  }
+  row.update(overrides);
+  return row;
+}
+
+Snapshot& Snapshot::params(const std::string& provider, const json& params, const json& rows) {
+  doc_["responses"].push_back({{"provider", provider}, {"params", params}, {"rows", rows}});
+  return *this;
+}
+
+Snapshot& Snapshot::request(const std::string& provider, const json& request, const json& rows) {
+  doc_["responses"].push_back({{"provider", provider}, {"request", request}, {"rows", rows}});
+  return *this;
+}
+
+Snapshot& Snapshot::error(const std::string& provider, const json& params, const std::string& message) {
+  doc_["responses"].push_back({{"provider", provider}, {"params", params}, {"error", message}});
+  return *this;
+}
+
+Snapshot& Snapshot::registro(int key, const json& overrides) {
+  json o = overrides;
+  o["CDREGISTROFISCAL"] = key;
+  return params("DspRegistroInfoFiscal", {key}, json::array({registro_fiscal(o)}));
+}
+
+std::vector<std::string> lines_of(const TStringList& list) {
+  std::vector<std::string> out;
+  for (std::size_t i = 0; i < list.Count(); ++i) out.emplace_back(list[i]);
+  return out;
+}
+
+}  // namespace infofiscal::testing
