@@ -1,0 +1,123 @@
+#include "fiscal/informacao.h"
+
+#include <charconv>
+
+#include <fmt/format.h>
+
+#include "host/dates.h"
+#include "host/error.h"
+
+namespace infofiscal {
+
+namespace {
+
+[[noreturn]] void falha(int numero, const std::string& why) {
+  throw Error(fmt::format("Linha {} do arquivo de informações: {}", numero, why));
+}
+
+bool dois_digitos(std::string_view s, std::size_t pos, int& out) {
+  if (pos + 2 > s.size() || s[pos] < '0' || s[pos] > '9' || s[pos + 1] < '0' || s[pos + 1] > '9') return false;
+  out = (s[pos] - '0') * 10 + (s[pos + 1] - '0');
+  return true;
+}
+
+// Reads "[Cnn]" at `pos`; returns nn or -1.
+int tag_de_abertura(std::string_view s, std::size_t pos) {
+  int n = -1;
+  if (s.substr(pos, 2) != "[C" || !dois_digitos(s, pos + 2, n) || pos + 4 >= s.size() || s[pos + 4] != ']') return -1;
+  return n;
+}
+
+}  // namespace
+
+LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
+  LinhaInformacao out;
+  out.numero = numero;
+  std::size_t pos = 0;
+  int ultima = -1;
+  bool fechada = false;
+  while (pos < linha.size()) {
+    if (fechada) falha(numero, "texto depois de [C99]");
+    const int n = tag_de_abertura(linha, pos);
+    if (n < 0) falha(numero, fmt::format("esperava uma tag [Cnn] na posição {}", pos + 1));
+    if (n <= ultima) falha(numero, fmt::format("coluna C{:02} fora de ordem", n));
+    if (ultima < 0 && n != 0) falha(numero, "a linha não começa com [C00]");
+    const std::string fecha = fmt::format("[/C{:02}]", n);
+    const std::size_t fim = linha.find(fecha, pos + 5);
+    if (fim == std::string_view::npos) falha(numero, fmt::format("coluna C{:02} sem {}", n, fecha));
+    const std::string_view valor = linha.substr(pos + 5, fim - pos - 5);
+    if (n == 0) {
+      if (!dois_digitos(valor, 0, out.tipo) || valor.size() != 2) falha(numero, "tipo de linha inválido em [C00]");
+    } else if (n == 99) {
+      if (!dois_digitos(valor, 0, out.trailer) || valor.size() != 2) falha(numero, "contagem inválida em [C99]");
+      fechada = true;
+    } else {
+      if (out.colunas.size() <= static_cast<std::size_t>(n)) {
+        out.colunas.resize(n + 1);
+        out.presentes.resize(n + 1);
+      }
+      out.colunas[n] = valor;
+      out.presentes[n] = true;
+    }
+    ultima = n;
+    pos = fim + fecha.size();
+  }
+  if (!fechada) falha(numero, "linha sem [C99]");
+  return out;
+}
+
+std::vector<LinhaInformacao> ler_informacao(std::string_view texto) {
+  std::vector<LinhaInformacao> linhas;
+  int numero = 0;
+  std::size_t pos = 0;
+  while (pos < texto.size()) {
+    std::size_t fim = texto.find('\n', pos);
+    if (fim == std::string_view::npos) fim = texto.size();
+    std::string_view linha = texto.substr(pos, fim - pos);
+    if (!linha.empty() && linha.back() == '\r') linha.remove_suffix(1);
+    ++numero;
+    if (!linha.empty()) linhas.push_back(ler_linha_informacao(linha, numero));
+    pos = fim + 1;
+  }
+  return linhas;
+}
+
+std::int64_t LinhaInformacao::inteiro(int n) const {
+  const std::string_view s = texto(n);
+  std::int64_t v = 0;
+  const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
+  if (s.empty() || ec != std::errc() || end != s.data() + s.size())
+    falha(numero, fmt::format("C{:02} da linha {:02} não é um número inteiro: '{}'", n, tipo, s));
+  return v;
+}
+
+double LinhaInformacao::valor(int n) const {
+  std::string s(texto(n));
+  const auto virgula = s.find(',');
+  if (virgula != std::string::npos) s[virgula] = '.';
+  double v = 0;
+  const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::fixed);
+  if (s.empty() || ec != std::errc() || end != s.data() + s.size() || s.find('.') != s.rfind('.'))
+    falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, texto(n)));
+  return v;
+}
+
+TimeStamp LinhaInformacao::data(int n) const {
+  const std::string_view s = texto(n);
+  TimeStamp t;
+  const bool formato = (s.size() == 10 || (s.size() == 19 && s[10] == ' ' && s[13] == ':' && s[16] == ':')) &&
+                       s[2] == '/' && s[5] == '/';
+  bool ok = formato && dois_digitos(s, 0, t.day) && dois_digitos(s, 3, t.month) && dois_digitos(s, 6, t.year);
+  if (ok) {
+    int low = 0;
+    ok = dois_digitos(s, 8, low);
+    t.year = t.year * 100 + low;
+  }
+  if (ok && s.size() == 19)
+    ok = dois_digitos(s, 11, t.hour) && dois_digitos(s, 14, t.minute) && dois_digitos(s, 17, t.second);
+  if (!ok || t.month < 1 || t.month > 12 || t.day < 1 || t.day > days_in_month(t.month, t.year))
+    falha(numero, fmt::format("C{:02} da linha {:02} não é uma data: '{}'", n, tipo, s));
+  return t;
+}
+
+}  // namespace infofiscal

@@ -1,0 +1,43 @@
+// Reads the information file's register lines: "[C00]tt[/C00][C01]v[/C01]...[C99]nn[/C99]".
+//
+// The converter's only input. Values are kept verbatim as views into the text, so the text
+// must outlive the lines read from it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/value.h"
+
+namespace infofiscal {
+
+// One register line.
+struct LinhaInformacao {
+  int tipo = 0;                           // the line type, 1 to 19
+  int numero = 0;                         // 1-based line number in the file
+  int trailer = 0;                        // the count of the [C99] element
+  std::vector<std::string_view> colunas;  // colunas[n] is column n (0 unused); missing ones are empty
+  std::vector<bool> presentes;            // whether column n was written
+
+  // Column `n` verbatim; empty when the line has no such column.
+  std::string_view texto(int n) const { return n < static_cast<int>(colunas.size()) ? colunas[n] : std::string_view(); }
+  bool tem(int n) const { return n < static_cast<int>(presentes.size()) && presentes[n]; }
+  // Column `n` as an integer; throws Error naming the line and column when it is not one.
+  std::int64_t inteiro(int n) const;
+  // Column `n` as an amount with a decimal comma ("1234,50", "-0,33"); throws Error otherwise.
+  double valor(int n) const;
+  // Column `n` as "dd/mm/yyyy" with an optional " hh:nn:ss"; throws Error otherwise.
+  TimeStamp data(int n) const;
+};
+
+// Parses one line; throws Error "Linha N do arquivo de informações: ..." when it is not a
+// register line.
+LinhaInformacao ler_linha_informacao(std::string_view linha, int numero);
+
+// Splits the text at CR LF (or lone LF) and parses every non-empty line.
+std::vector<LinhaInformacao> ler_informacao(std::string_view texto);
+
+}  // namespace infofiscal
