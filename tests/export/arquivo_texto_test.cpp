@@ -1,0 +1,99 @@
+#include "export/arquivo_texto.h"
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "host/error.h"
+
+namespace infofiscal {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string read(const fs::path& p) {
+  std::ifstream in(p, std::ios::binary);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+TEST(ArquivoTexto, Windows1252WritesOneQuestionMarkPerMissingCodePoint) {
+  const struct {
+    const char* utf8;
+    const char* bytes;
+  } cases[] = {
+      {"Informação", "Informa\xE7\xE3o"},
+      {"€ – “x” …", "\x80 \x96 \x93x\x94 \x85"},
+      {"\u0081\u008D\u008F\u0090\u009D", "?????"},
+      {"日本", "??"},
+      {"😀a", "?a"},
+      {"\xFF\xFEz", "??z"},  // invalid bytes
+      {"", ""},
+  };
+  for (const auto& c : cases) EXPECT_EQ(utf8_to_windows1252(c.utf8), c.bytes) << c.utf8;
+  EXPECT_EQ(windows1252_to_utf8("Informa\xE7\xE3o \x80"), "Informação €");
+}
+
+TEST(ArquivoTexto, LineBreaksBecomeCrLf) {
+  const struct {
+    const char* text;
+    const char* saved;
+  } cases[] = {
+      {"", ""},
+      {"a", "a\r\n"},
+      {"a\r\n", "a\r\n"},
+      {"a\r\nb\r\n", "a\r\nb\r\n"},
+      {"a\nb", "a\r\nb\r\n"},
+      {"a\rb", "a\r\nb\r\n"},
+      {"a\n\rb", "a\r\n\r\nb\r\n"},  // LF then CR is two breaks
+      {"a\r\n\r\n", "a\r\n\r\n"},
+      {"\r\n", "\r\n"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(normalize_line_breaks(c.text), c.saved) << c.text;
+}
+
+TEST(ArquivoTexto, SaveReplacesWholeAndReturnsTheSavedText) {
+  const fs::path dir = fs::path(::testing::TempDir()) / "arquivo_texto_salvar";
+  fs::remove_all(dir);
+  fs::create_directories(dir);
+  const std::string path = (dir / "SpedInformacao.txt").string();
+  EXPECT_EQ(save_text_file(path, "Situação\n日"), "Situação\r\n?\r\n");
+  EXPECT_EQ(read(path), "Situa\xE7\xE3o\r\n?\r\n");
+  save_text_file(path, "");
+  EXPECT_EQ(read(path), "");
+  EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);  // no temporary left
+}
+
+TEST(ArquivoTexto, FailuresLeaveTheEarlierFileAndNoTemporary) {
+  const fs::path dir = fs::path(::testing::TempDir()) / "arquivo_texto_falha";
+  fs::remove_all(dir);
+  fs::create_directories(dir);
+  const std::string path = (dir / "SpedInformacao.txt").string();
+  save_text_file(path, "anterior");
+
+  try {
+    write_file_atomically((dir / "nao-existe" / "x.txt").string(), "novo");
+    FAIL();
+  } catch (const Error& e) {
+    EXPECT_EQ(std::string(e.what()), "A pasta '" + (dir / "nao-existe").string() + "' não existe: o arquivo '" +
+                                         (dir / "nao-existe" / "x.txt").string() + "' não foi gravado");
+  }
+  // A target that is a folder cannot be replaced: the rename fails after the write.
+  fs::create_directories(dir / "pasta");
+  EXPECT_THROW(write_file_atomically((dir / "pasta").string(), "novo"), Error);
+  if (::geteuid() != 0) {  // root writes into read-only folders
+    fs::permissions(dir, fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_THROW(save_text_file(path, "novo"), Error);
+    fs::permissions(dir, fs::perms::owner_all);
+  }
+  EXPECT_EQ(read(path), "anterior\r\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 2);
+}
+
+}  // namespace
+}  // namespace infofiscal

@@ -1,0 +1,120 @@
+#include "host/client_dataset.h"
+
+#include <gtest/gtest.h>
+
+#include "export/dtm_a_padrao.h"
+#include "host/error.h"
+#include "support/fixture.h"
+
+namespace infofiscal {
+namespace {
+
+using testing::json;
+using testing::Snapshot;
+
+// A dataset of one row holding `cell` in a field of class `cls`.
+struct OneCell {
+  OneCell(const json& cell, FieldClass cls)
+      : source(Snapshot().params("DspX", json::array(), {{{"F", cell}}}).document(), "teste"),
+        tab("TabX", "DspX", {{"F", cls}}) {
+    tab.SetRemoteServer(&source);
+    tab.Open();
+  }
+  Field field() const { return tab.FieldByName("F"); }
+  SnapshotSource source;
+  ClientDataSet tab;
+};
+
+TEST(FieldConversions, AsString) {
+  const struct {
+    json cell;
+    FieldClass cls;
+    const char* text;
+  } cases[] = {
+      {nullptr, FieldClass::String, ""},
+      {"Açúcar [C01]", FieldClass::String, "Açúcar [C01]"},
+      {" 12 ", FieldClass::String, " 12 "},
+      {42, FieldClass::Integer, "42"},
+      {-7, FieldClass::Integer, "-7"},
+      {1.5, FieldClass::Float, "1,5"},
+      {"2024-03-05", FieldClass::TimeStamp, "05/03/2024"},
+      {"2024-03-05T10:20:30", FieldClass::TimeStamp, "05/03/2024 10:20:30"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(OneCell(c.cell, c.cls).field().AsString(), c.text) << c.cell;
+}
+
+TEST(FieldConversions, AsInteger) {
+  const struct {
+    json cell;
+    std::int64_t value;
+  } ok[] = {{nullptr, 0}, {12, 12}, {"12", 12}, {"  -3", -3}, {"+8", 8}, {2.0, 2}};
+  for (const auto& c : ok) EXPECT_EQ(OneCell(c.cell, FieldClass::Integer).field().AsInteger(), c.value) << c.cell;
+
+  for (const char* bad : {"", "12 ", "1.5", "abc", "-", "99999999999999999999"}) {
+    try {
+      OneCell(bad, FieldClass::Integer).field().AsInteger();
+      ADD_FAILURE() << bad;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.what(), "'" + std::string(bad) + "' não é um valor inteiro válido");
+    }
+  }
+}
+
+TEST(FieldConversions, AsFloat) {
+  EXPECT_EQ(OneCell(nullptr, FieldClass::Float).field().AsFloat(), 0.0);
+  EXPECT_EQ(OneCell("1234.5", FieldClass::Float).field().AsFloat(), 1234.5);
+  EXPECT_EQ(OneCell(3, FieldClass::Float).field().AsFloat(), 3.0);
+  // Single precision is rounded to single precision and widened.
+  EXPECT_EQ(OneCell(0.1, FieldClass::Single).field().AsFloat(), static_cast<double>(0.1f));
+  for (const char* bad : {"1,5", "", "abc", "inf", " 1"}) {
+    try {
+      OneCell(bad, FieldClass::Float).field().AsFloat();
+      ADD_FAILURE() << bad;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.what(), "'" + std::string(bad) + "' não é um valor de ponto flutuante válido");
+    }
+  }
+}
+
+TEST(FieldConversions, AsDateTime) {
+  EXPECT_EQ(OneCell("2024-02-29", FieldClass::TimeStamp).field().AsDateTime(), (TimeStamp{2024, 2, 29}));
+  EXPECT_EQ(OneCell(nullptr, FieldClass::TimeStamp).field().AsDateTime(), (TimeStamp{1899, 12, 30}));
+  EXPECT_THROW(OneCell("2023-02-29", FieldClass::TimeStamp).field().AsDateTime(), Error);
+}
+
+TEST(ClientDataSet, CursorWalksLikeTheDatasetLibrary) {
+  SnapshotSource source(Snapshot().params("DspX", json::array(), {{{"F", 1}}, {{"F", 2}}, {{"F", 3}}}).document(), "t");
+  ClientDataSet tab("TabX", "DspX", {{"F", FieldClass::Integer}});
+  tab.SetRemoteServer(&source);
+  tab.Open();
+  EXPECT_EQ(tab.RecordCount(), 3);
+  EXPECT_EQ(tab.RecNo(), 1);
+  EXPECT_FALSE(tab.Eof());
+  tab.Last();
+  EXPECT_TRUE(tab.Eof());
+  EXPECT_EQ(tab.FieldByName("F").AsInteger(), 3);
+  // The count starts from the first row whatever the cursor, and leaves it there.
+  EXPECT_EQ(TDTM_A_Padrao::ContaNumRegistro(tab), 3);
+  EXPECT_EQ(tab.RecNo(), 1);
+  EXPECT_FALSE(tab.Eof());
+  tab.Next();
+  tab.Next();
+  EXPECT_FALSE(tab.Eof());
+  tab.Next();
+  EXPECT_TRUE(tab.Eof());
+  EXPECT_EQ(tab.FieldByName("F").AsInteger(), 3);  // past the end the last row stays current
+}
+
+TEST(ClientDataSet, EmptyDatasetReadsNullsAndCountsZero) {
+  SnapshotSource source(Snapshot().document(), "t");
+  ClientDataSet tab("TabX", "DspX", {{"F", FieldClass::Integer}, {"G", FieldClass::String}});
+  tab.SetRemoteServer(&source);
+  tab.Open();
+  EXPECT_TRUE(tab.Eof());
+  EXPECT_EQ(TDTM_A_Padrao::ContaNumRegistro(tab), 0);
+  EXPECT_EQ(tab.FieldByName("F").AsInteger(), 0);
+  EXPECT_EQ(tab.FieldByName("G").AsString(), "");
+}
+
+}  // namespace
+}  // namespace infofiscal
