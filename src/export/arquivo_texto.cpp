@@ -10,6 +10,7 @@
 #include <iconv.h>
 #include <unistd.h>
 
+#include "export/string_list.h"
 #include "host/error.h"
 
 namespace infofiscal {
@@ -103,47 +104,105 @@ std::string normalize_line_breaks(std::string_view text) {
   return out;
 }
 
-void write_file_atomically(const std::string& path, std::string_view bytes) {
+void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
+  normalized_.clear();
+  for (const char c : piece) {
+    if (c == '\n' && after_cr_) {
+      after_cr_ = false;
+      continue;
+    }
+    after_cr_ = c == '\r';
+    if (c == '\r' || c == '\n') {
+      normalized_ += "\r\n";
+      line_open_ = false;
+    } else {
+      normalized_ += c;
+      line_open_ = true;
+    }
+  }
+  out += utf8_to_windows1252(normalized_);
+}
+
+void CodificadorTexto::Finish(std::string& out) {
+  if (line_open_) out += "\r\n";
+  line_open_ = false;
+}
+
+ArquivoAtomico::ArquivoAtomico(std::string path) : path_(std::move(path)) {
   namespace fs = std::filesystem;
-  const fs::path target(path);
+  const fs::path target(path_);
   const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
   std::error_code ec;
   if (!fs::is_directory(folder, ec))
-    throw Error("A pasta '" + folder.string() + "' não existe: o arquivo '" + path + "' não foi gravado");
-  std::string temp = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
-  const int fd = mkstemp(temp.data());
-  if (fd < 0) throw Error("Não foi possível gravar o arquivo '" + path + "': " + errno_text());
-  const auto fail = [&](const std::string& why) {
-    ::close(fd);
-    ::unlink(temp.c_str());
-    return Error("Não foi possível gravar o arquivo '" + path + "': " + why);
-  };
-  std::size_t written = 0;
-  while (written < bytes.size()) {
-    const ssize_t n = ::write(fd, bytes.data() + written, bytes.size() - written);
+    throw Error("A pasta '" + folder.string() + "' não existe: o arquivo '" + path_ + "' não foi gravado");
+  temp_ = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+  fd_ = mkstemp(temp_.data());
+  if (fd_ < 0) throw Error("Não foi possível gravar o arquivo '" + path_ + "': " + errno_text());
+}
+
+ArquivoAtomico::~ArquivoAtomico() {
+  if (fd_ >= 0) ::close(fd_);
+  if (!temp_.empty()) ::unlink(temp_.c_str());
+}
+
+void ArquivoAtomico::Fail(const std::string& why) {
+  if (fd_ >= 0) ::close(fd_);
+  fd_ = -1;
+  ::unlink(temp_.c_str());
+  temp_.clear();
+  throw Error("Não foi possível gravar o arquivo '" + path_ + "': " + why);
+}
+
+void ArquivoAtomico::Write(std::string_view bytes) {
+  if (fd_ < 0) Fail("arquivo já fechado");
+  while (!bytes.empty()) {
+    const ssize_t n = ::write(fd_, bytes.data(), bytes.size());
     if (n < 0) {
       if (errno == EINTR) continue;
-      throw fail(errno_text());
+      Fail(errno_text());
     }
-    written += static_cast<std::size_t>(n);
+    bytes.remove_prefix(static_cast<std::size_t>(n));
   }
-  if (::fchmod(fd, 0644) != 0 || ::fsync(fd) != 0) throw fail(errno_text());
-  if (::close(fd) != 0) {
-    const std::string why = errno_text();
-    ::unlink(temp.c_str());
-    throw Error("Não foi possível gravar o arquivo '" + path + "': " + why);
-  }
-  if (std::rename(temp.c_str(), path.c_str()) != 0) {
-    const std::string why = errno_text();
-    ::unlink(temp.c_str());
-    throw Error("Não foi possível gravar o arquivo '" + path + "': " + why);
-  }
+}
+
+void ArquivoAtomico::Commit() {
+  if (fd_ < 0) Fail("arquivo já fechado");
+  if (::fchmod(fd_, 0644) != 0 || ::fsync(fd_) != 0) Fail(errno_text());
+  const int fd = fd_;
+  fd_ = -1;
+  if (::close(fd) != 0) Fail(errno_text());
+  if (std::rename(temp_.c_str(), path_.c_str()) != 0) Fail(errno_text());
+  temp_.clear();
+}
+
+void write_file_atomically(const std::string& path, std::string_view bytes) {
+  ArquivoAtomico file(path);
+  file.Write(bytes);
+  file.Commit();
 }
 
 std::string save_text_file(const std::string& path, std::string_view text) {
   const std::string bytes = utf8_to_windows1252(normalize_line_breaks(text));
   write_file_atomically(path, bytes);
   return windows1252_to_utf8(bytes);
+}
+
+std::string save_string_list(const std::string& path, const TStringList& list, bool want_text) {
+  ArquivoAtomico file(path);
+  CodificadorTexto codificador;
+  std::string bytes, saved;
+  for (const std::string& block : list.Blocks()) {
+    bytes.clear();
+    codificador.Feed(block, bytes);
+    file.Write(bytes);
+    if (want_text) saved += windows1252_to_utf8(bytes);
+  }
+  bytes.clear();
+  codificador.Finish(bytes);
+  file.Write(bytes);
+  if (want_text) saved += bytes;
+  file.Commit();
+  return saved;
 }
 
 }  // namespace infofiscal

@@ -7,6 +7,8 @@
 
 namespace infofiscal {
 
+class TStringList;
+
 // UTF-8 to Windows-1252; each code point the code page lacks (U+0081, U+008D, U+008F,
 // U+0090 and U+009D included) and each invalid byte becomes one '?'.
 std::string utf8_to_windows1252(std::string_view utf8);
@@ -17,6 +19,44 @@ std::string windows1252_to_utf8(std::string_view bytes);
 // again, each followed by CR LF: a final break opens no empty line, an empty text stays empty.
 std::string normalize_line_breaks(std::string_view text);
 
+// Turns text into the saved bytes piece by piece, with the same result as
+// utf8_to_windows1252(normalize_line_breaks(whole text)). REQUIRES: pieces split the text
+// between whole UTF-8 characters.
+class CodificadorTexto {
+ public:
+  // Appends the bytes of `piece` to `out`.
+  void Feed(std::string_view piece, std::string& out);
+  // Appends what the end of the text adds (the last line's CR LF when it had no break).
+  void Finish(std::string& out);
+
+ private:
+  std::string normalized_;
+  bool after_cr_ = false;    // the last character fed was a CR
+  bool line_open_ = false;   // characters fed since the last break
+};
+
+// A file written whole or not at all: bytes go to a temporary file in the target's folder,
+// renamed over the target by Commit. Destroyed without Commit, it removes the temporary and
+// leaves any earlier file as it was. Every failure throws Error naming the target.
+class ArquivoAtomico {
+ public:
+  // The folder must exist; it is not created.
+  explicit ArquivoAtomico(std::string path);
+  ~ArquivoAtomico();
+  ArquivoAtomico(const ArquivoAtomico&) = delete;
+  ArquivoAtomico& operator=(const ArquivoAtomico&) = delete;
+
+  void Write(std::string_view bytes);
+  // Flushes to disk and renames the temporary over the target.
+  void Commit();
+
+ private:
+  [[noreturn]] void Fail(const std::string& why);
+
+  std::string path_, temp_;
+  int fd_ = -1;
+};
+
 // Writes `bytes` to `path` through a temporary file in the same folder, renamed over `path`
 // only when complete: a failure leaves any earlier file as it was and no temporary behind.
 // The folder must exist; it is not created. Throws Error naming the file.
@@ -26,5 +66,9 @@ void write_file_atomically(const std::string& path, std::string_view bytes);
 // atomically. Returns the saved text read back as UTF-8 (a character the code page lacks is a
 // '?' there too): that is what the converter is given.
 std::string save_text_file(const std::string& path, std::string_view text);
+
+// The same for the run's string list, block by block, without assembling its text. Returns
+// the saved text only when `want_text` (the converter needs it), else an empty string.
+std::string save_string_list(const std::string& path, const TStringList& list, bool want_text);
 
 }  // namespace infofiscal

@@ -23,7 +23,8 @@ class ControleExportacao {
   static std::string CaminhoInformacao(const std::string& base);
 
   // Runs the export (ACodNFeCompra / ACodNFeVenda as the orchestrator takes them) and saves
-  // the information file under `base`, through a temporary file. Returns the saved text.
+  // the information file under `base`, through a temporary file. Returns the saved text when
+  // the kind has a converter (1 or 2), else an empty string.
   // Throws on the first error; an earlier information file then stays as it was.
   std::string GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda);
 

@@ -1,9 +1,11 @@
 // The run's shared string list: register lines, only ever appended.
 //
-// Lines live in one buffer, each followed by CR LF, so the text of the file is the buffer
-// itself: no copy at the end of a run, no allocation per line.
+// Lines are kept in large blocks, each line followed by CR LF, so a month of a million lines
+// costs one allocation per few megabytes and never a copy of everything when the list grows;
+// the file is written block by block (Blocks) without ever assembling the whole text.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,32 +18,26 @@ class TStringList {
   TStringList(const TStringList&) = delete;
   TStringList& operator=(const TStringList&) = delete;
 
-  void Add(std::string_view line) {
-    starts_.push_back(text_.size());
-    text_.append(line);
-    text_.append("\r\n");
-  }
-  void Clear() {
-    text_.clear();
-    starts_.clear();
-  }
-  std::size_t Count() const { return starts_.size(); }
-  // Line `i` without its CR LF. REQUIRES: i < Count().
-  std::string_view operator[](std::size_t i) const {
-    const std::size_t end = i + 1 < starts_.size() ? starts_[i + 1] : text_.size();
-    return std::string_view(text_).substr(starts_[i], end - starts_[i] - 2);
-  }
-  // Every line followed by CR LF; empty for an empty list.
-  const std::string& Text() const { return text_; }
-  // Hands the text over and empties the list.
-  std::string TakeText() {
-    starts_.clear();
-    return std::move(text_);
-  }
+  // Appends one line.
+  void Add(std::string_view line);
+  // Removes every line and frees the blocks.
+  void Clear();
+  std::size_t Count() const { return lines_.size(); }
+  // Line `i` without its CR LF. REQUIRES: i < Count(). Valid until the next Clear.
+  std::string_view operator[](std::size_t i) const;
+  // Every line followed by CR LF, as one string (a copy); empty for an empty list.
+  std::string Text() const;
+  // The text in order, as consecutive blocks that each end at the end of a line.
+  const std::vector<std::string>& Blocks() const { return blocks_; }
 
  private:
-  std::string text_;
-  std::vector<std::size_t> starts_;
+  static constexpr std::size_t kBlockSize = std::size_t{4} << 20;
+  struct Where {
+    std::uint32_t block;
+    std::uint32_t start;
+  };
+  std::vector<std::string> blocks_;
+  std::vector<Where> lines_;
 };
 
 }  // namespace infofiscal

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "export/string_list.h"
 #include "host/error.h"
 
 namespace infofiscal {
@@ -93,6 +94,39 @@ TEST(ArquivoTexto, FailuresLeaveTheEarlierFileAndNoTemporary) {
   }
   EXPECT_EQ(read(path), "anterior\r\n");
   EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 2);
+}
+
+}  // namespace
+}  // namespace infofiscal
+
+namespace infofiscal {
+namespace {
+
+TEST(ArquivoTexto, PiecewiseEncodingEqualsTheWholeText) {
+  const std::string text = "a\r\nç\n\rb\rc\r\n\r\nd€\u0081";
+  for (std::size_t cut = 0; cut <= text.size(); ++cut) {
+    if (cut < text.size() && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) continue;  // mid-character
+    CodificadorTexto c;
+    std::string out;
+    c.Feed(std::string_view(text).substr(0, cut), out);
+    c.Feed(std::string_view(text).substr(cut), out);
+    c.Finish(out);
+    EXPECT_EQ(out, utf8_to_windows1252(normalize_line_breaks(text))) << cut;
+  }
+}
+
+TEST(ArquivoTexto, AStringListOfManyBlocksSavesAsItsText) {
+  TStringList list;
+  for (int i = 0; i < 120000; ++i) list.Add("[C00]06[/C00][C01]" + std::to_string(i) + "[/C01]ção[C99]38[/C99]");
+  ASSERT_GT(list.Blocks().size(), 1u);
+  EXPECT_EQ(list[119999], "[C00]06[/C00][C01]119999[/C01]ção[C99]38[/C99]");
+  const std::filesystem::path dir = std::filesystem::path(::testing::TempDir()) / "arquivo_texto_lista";
+  std::filesystem::create_directories(dir);
+  const std::string path = (dir / "SpedInformacao.txt").string();
+  const std::string saved = save_string_list(path, list, true);
+  EXPECT_EQ(saved, list.Text());
+  EXPECT_EQ(read(path), utf8_to_windows1252(list.Text()));
+  EXPECT_EQ(save_string_list(path, list, false), "");
 }
 
 }  // namespace

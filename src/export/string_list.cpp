@@ -1,0 +1,41 @@
+#include "export/string_list.h"
+
+namespace infofiscal {
+
+void TStringList::Add(std::string_view line) {
+  const std::size_t needed = line.size() + 2;
+  if (blocks_.empty() || blocks_.back().size() + needed > blocks_.back().capacity()) {
+    blocks_.emplace_back();
+    blocks_.back().reserve(std::max(kBlockSize, needed));
+  }
+  std::string& block = blocks_.back();
+  lines_.push_back({static_cast<std::uint32_t>(blocks_.size() - 1), static_cast<std::uint32_t>(block.size())});
+  block.append(line);
+  block.append("\r\n");
+}
+
+void TStringList::Clear() {
+  blocks_.clear();
+  blocks_.shrink_to_fit();
+  lines_.clear();
+  lines_.shrink_to_fit();
+}
+
+std::string_view TStringList::operator[](std::size_t i) const {
+  const Where w = lines_[i];
+  const std::string& block = blocks_[w.block];
+  const bool last_in_block = i + 1 == lines_.size() || lines_[i + 1].block != w.block;
+  const std::size_t end = last_in_block ? block.size() : lines_[i + 1].start;
+  return std::string_view(block).substr(w.start, end - w.start - 2);
+}
+
+std::string TStringList::Text() const {
+  std::size_t size = 0;
+  for (const auto& b : blocks_) size += b.size();
+  std::string text;
+  text.reserve(size);
+  for (const auto& b : blocks_) text += b;
+  return text;
+}
+
+}  // namespace infofiscal
