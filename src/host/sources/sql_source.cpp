@@ -53,12 +53,14 @@ ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& wh
     } else if (c == '?') {
       std::size_t digits = i + 1;
       while (digits < sql.size() && std::isdigit(static_cast<unsigned char>(sql[digits]))) ++digits;
-      std::size_t arg = next++;
+      // As SQLite numbers them: `?` is one more than the largest number used so far.
+      std::size_t arg = next;
       if (digits > i + 1) {
         std::from_chars(sql.data() + i + 1, sql.data() + digits, arg);
         if (arg == 0) throw Error(where + ": parâmetro ?0 inválido (os parâmetros contam de 1)");
         --arg;
       }
+      next = std::max(next, arg + 1);
       query.args.push_back(arg);
       query.sql += ":p" + std::to_string(query.args.size());
       i = digits;
@@ -308,29 +310,69 @@ std::string statement_key(const FetchRequest& request) {
 
 }  // namespace
 
-SqlSource::SqlSource(const std::string& address, const std::string& catalog_path) : address_(address) {
+namespace {
+
+struct Address {
+  std::string scheme, rest;
+};
+
+Address split_address(const std::string& address) {
   const auto colon = address.find(':');
-  dialect_ = colon == std::string::npos ? "" : address.substr(0, colon);
-  const std::string rest = colon == std::string::npos ? "" : address.substr(colon + 1);
-  if (trim(rest).empty()) throw Error("Endereço de fonte de dados incompleto: '" + address + "' (falta o banco depois de '" + dialect_ + ":')");
-  catalog_ = parse_provider_catalog(read_text_file(catalog_path, "o catálogo de provedores"), dialect_, catalog_path);
+  if (colon == std::string::npos) return {"", ""};
+  return {address.substr(0, colon), address.substr(colon + 1)};
+}
+
+// A session on `address`. Read-only sessions need an existing SQLite file; a writable one
+// creates it.
+std::unique_ptr<soci::session> open_session(const std::string& address, bool writable) {
+  const auto [scheme, rest] = split_address(address);
+  if (trim(rest).empty())
+    throw Error("Endereço de fonte de dados incompleto: '" + address + "' (falta o banco depois de '" + scheme + ":')");
   try {
-    if (dialect_ == "sqlite") {
-      if (access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
-      session_ = std::make_unique<soci::session>(*soci::factory_sqlite3(), "db=" + connect_value(rest) + " readonly=true");
+    std::unique_ptr<soci::session> session;
+    if (scheme == "sqlite") {
+      if (!writable && access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
+      session = std::make_unique<soci::session>(*soci::factory_sqlite3(),
+                                                "db=" + connect_value(rest) + (writable ? "" : " readonly=true"));
       // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
       int tables = 0;
-      *session_ << "SELECT count(*) FROM sqlite_master", soci::into(tables);
-    } else if (dialect_ == "postgresql") {
+      *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
+    } else if (scheme == "postgresql") {
       // "postgresql://..." is a URI; any other text a libpq connection string.
       const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
-      session_ = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
+      session = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
     } else {
-      throw Error("Fonte de dados '" + dialect_ + "' não suportada nesta versão: '" + address + "'");
+      throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
     }
+    return session;
   } catch (const soci::soci_error& e) {
     throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
   }
+}
+
+}  // namespace
+
+void run_sql_script(const std::string& address, const std::string& script) {
+  const auto session = open_session(address, /*writable=*/true);
+  std::istringstream in(script);
+  std::string line, statement;
+  while (std::getline(in, line)) {
+    if (trim(line).rfind("--", 0) == 0) continue;
+    statement += line + "\n";
+    if (trim(line).empty() || trim(line).back() != ';') continue;
+    try {
+      *session << trim(statement);
+    } catch (const soci::soci_error& e) {
+      throw Error("Erro no script SQL em '" + address + "': " + explain(e.what()) + "\n" + trim(statement));
+    }
+    statement.clear();
+  }
+}
+
+SqlSource::SqlSource(const std::string& address, const std::string& catalog_path)
+    : address_(address), dialect_(split_address(address).scheme) {
+  catalog_ = parse_provider_catalog(read_text_file(catalog_path, "o catálogo de provedores"), dialect_, catalog_path);
+  session_ = open_session(address, /*writable=*/false);
 }
 
 SqlSource::~SqlSource() {

@@ -8,8 +8,8 @@
 //   -- provider: DspCompra [firebird]     (a variant for one back end; the plain entry serves
 //   SELECT ...;                            the others)
 //
-// A `?` takes the next value of the fetch (parameters of a parameter open, or the data-request
-// array), `?N` the N-th (from 1); the values are bound with their own types. Values that the
+// `?N` takes the N-th value of the fetch (from 1: the parameters of a parameter open, or the
+// data-request array), `?` the one after the largest number used so far (the first, at first); the values are bound with their own types. Values that the
 // SELECT does not use are ignored. The columns are matched to the dataset's declared fields by
 // name, ignoring case.
 #pragma once
@@ -73,6 +73,11 @@ class SqlSource : public RecordSource {
   ProviderCatalog catalog_;
   std::map<std::string, std::unique_ptr<Statement>> statements_;
 };
+
+// Runs an SQL script on a writable connection to `address` (an SQLite file is created when
+// missing): statements end with ';' at the end of a line, lines starting with "--" are
+// comments. For setting up databases (tests, demo). Throws Error quoting the failing statement.
+void run_sql_script(const std::string& address, const std::string& script);
 
 // Opens "sqlite:PATH", "postgresql:CONNINFO" or "firebird:..." (scheme and the rest of the
 // address split at the first colon); `address` is the whole address, for messages.
