@@ -2,9 +2,9 @@
 -- (schema.sql): one SELECT per provider.
 --
 -- Each provider starts with a line "-- provider: NAME" (or "-- provider: NAME [DATABASE]" for
--- a variant that one kind of database uses instead of the plain entry). In the SELECT, `?`
--- takes the next value of the fetch and `?N` the N-th: the parameters of a parameter open in
--- order, or the array of a data request in order. The columns must carry the names of the
+-- a variant that one kind of database uses instead of the plain entry). In the SELECT, `?N`
+-- takes the N-th value of the fetch (the parameters of a parameter open in order, or the array
+-- of a data request in order) and `?` the one after the largest number used so far. The columns must carry the names of the
 -- fields that the datasets declare (case does not matter); extra columns are ignored.
 --
 -- Which notes a fiscal register exports, and in which order:
@@ -55,7 +55,7 @@ SELECT c.cdcompra, c.modelo, c.numnf
   JOIN compra c ON c.cdempresa = r.cdempresa
              AND c.datarecebimento >= p.inicio AND c.datarecebimento < p.fim
  WHERE r.cdregistrofiscal = ?1
-   AND c.tipocompra = CASE ?2 WHEN 0 THEN 3 ELSE ?2 END
+   AND c.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
    AND c.pde = 3
  ORDER BY c.datarecebimento, LENGTH(c.numnf), c.numnf, c.cdcompra;
 
