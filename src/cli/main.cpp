@@ -88,21 +88,22 @@ int exportar(const OpcoesExportar& o) {
   const auto salvar_snapshot = [&] {
     if (gravador) gravador->Save(o.gravar_snapshot);
   };
-  std::string texto;
+  // The snapshot holds every answer of the run, also of a run that failed anywhere (the
+  // converter included), so that the failure replays.
   try {
-    texto = controle.GerarInformacao(o.base, o.compra, o.venda);
+    const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
+    if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
+      std::string nome = o.arquivo_fiscal;
+      if (nome.empty()) {
+        const int mes = o.mes ? *o.mes : static_cast<int>(campo_registro(*fonte, o.registro, "CDMES"));
+        const int ano = o.ano ? *o.ano : static_cast<int>(campo_registro(*fonte, o.registro, "ANO"));
+        nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes, ano);
+      }
+      controle.SalvarArquivoFiscal_A(nome, texto);
+    }
   } catch (...) {
     salvar_snapshot();
     throw;
-  }
-  if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
-    std::string nome = o.arquivo_fiscal;
-    if (nome.empty()) {
-      const int mes = o.mes ? *o.mes : static_cast<int>(campo_registro(*fonte, o.registro, "CDMES"));
-      const int ano = o.ano ? *o.ano : static_cast<int>(campo_registro(*fonte, o.registro, "ANO"));
-      nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes, ano);
-    }
-    controle.SalvarArquivoFiscal_A(nome, texto);
   }
   salvar_snapshot();
   barra.Limpar();
