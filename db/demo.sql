@@ -309,18 +309,22 @@ SELECT x.cdcompra, x.item, x.cditem, x.qtd, x.total / 100.0, x.desconto / 100.0,
 
 -- Header totals from the items, summed in cents.
 UPDATE compra SET
-  totalproduto = (SELECT SUM(CAST(ROUND(i.precototal * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0,
-  desconto = (SELECT SUM(CAST(ROUND(i.desconto * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0,
-  frete = (SELECT SUM(CAST(ROUND(i.frete * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0,
-  seguro = 0, outrasdespesas = 0,
-  icms_basecalculo = (SELECT SUM(CAST(ROUND(i.icms_basecalculo * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0,
-  icms_valor = (SELECT SUM(CAST(ROUND(i.icms_valor * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0,
-  icms_st_basecalculo = 0, icms_st_valor = 0,
-  ipi_valor = (SELECT SUM(CAST(ROUND(i.ipi_valor * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0,
-  pis_valor = (SELECT SUM(CAST(ROUND(i.pis_valor * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0,
-  cofins_valor = (SELECT SUM(CAST(ROUND(i.cofins_valor * 100) AS INTEGER)) FROM compraitem i WHERE i.cdcompra = compra.cdcompra) / 100.0;
-UPDATE compra SET totalcompra = (CAST(ROUND(totalproduto * 100) AS INTEGER) - CAST(ROUND(desconto * 100) AS INTEGER)
-                                 + CAST(ROUND(frete * 100) AS INTEGER) + CAST(ROUND(ipi_valor * 100) AS INTEGER)) / 100.0;
+  totalproduto = t.produto / 100.0, desconto = t.desconto / 100.0, frete = t.frete / 100.0,
+  seguro = 0, outrasdespesas = 0, icms_basecalculo = t.icms_base / 100.0,
+  icms_valor = t.icms / 100.0, icms_st_basecalculo = 0, icms_st_valor = 0,
+  ipi_valor = t.ipi / 100.0, pis_valor = t.pis / 100.0, cofins_valor = t.cofins / 100.0,
+  totalcompra = (t.produto - t.desconto + t.frete + t.ipi) / 100.0
+  FROM (SELECT cdcompra,
+               SUM(CAST(ROUND(precototal * 100) AS INTEGER)) AS produto,
+               SUM(CAST(ROUND(desconto * 100) AS INTEGER)) AS desconto,
+               SUM(CAST(ROUND(frete * 100) AS INTEGER)) AS frete,
+               SUM(CAST(ROUND(icms_basecalculo * 100) AS INTEGER)) AS icms_base,
+               SUM(CAST(ROUND(icms_valor * 100) AS INTEGER)) AS icms,
+               SUM(CAST(ROUND(ipi_valor * 100) AS INTEGER)) AS ipi,
+               SUM(CAST(ROUND(pis_valor * 100) AS INTEGER)) AS pis,
+               SUM(CAST(ROUND(cofins_valor * 100) AS INTEGER)) AS cofins
+          FROM compraitem GROUP BY cdcompra) t
+ WHERE t.cdcompra = compra.cdcompra;
 
 -- Outgoing notes: numbers 4101-4460 of series 1, by date. Every 85th number was voided
 -- (below); the kind of the others follows from the number; a few are cancelled (pde 3) and
@@ -380,17 +384,22 @@ SELECT x.tipo, x.nota, x.item, x.cditem, 1, x.qtd, x.total / 100.0, x.desconto /
           JOIN demo_n k ON k.i <= 1 + n.cdnotafiscal % 4) x;
 
 UPDATE notafiscal SET
-  valortotalproduto = (SELECT SUM(CAST(ROUND(i.precototal * 100) AS INTEGER)) FROM notafiscalitem i WHERE i.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND i.cdnotafiscal = notafiscal.cdnotafiscal) / 100.0,
-  valordesconto = (SELECT SUM(CAST(ROUND(i.desconto * 100) AS INTEGER)) FROM notafiscalitem i WHERE i.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND i.cdnotafiscal = notafiscal.cdnotafiscal) / 100.0,
+  valortotalproduto = t.produto / 100.0, valordesconto = t.desconto / 100.0,
   valorfrete = 0, valorseguro = 0, valoroutrasdesp = 0,
-  icms_basecalculo = (SELECT SUM(CAST(ROUND(i.icms_basecalculo * 100) AS INTEGER)) FROM notafiscalitem i WHERE i.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND i.cdnotafiscal = notafiscal.cdnotafiscal) / 100.0,
-  icms_valor = (SELECT SUM(CAST(ROUND(i.icms_valor * 100) AS INTEGER)) FROM notafiscalitem i WHERE i.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND i.cdnotafiscal = notafiscal.cdnotafiscal) / 100.0,
+  icms_basecalculo = t.icms_base / 100.0, icms_valor = t.icms / 100.0,
   icms_st_basecalculo = 0, icms_st_valor = 0, ipi_valor = 0,
-  pis_valor = (SELECT SUM(CAST(ROUND(i.pis_valor * 100) AS INTEGER)) FROM notafiscalitem i WHERE i.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND i.cdnotafiscal = notafiscal.cdnotafiscal) / 100.0,
-  cofins_valor = (SELECT SUM(CAST(ROUND(i.cofins_valor * 100) AS INTEGER)) FROM notafiscalitem i WHERE i.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND i.cdnotafiscal = notafiscal.cdnotafiscal) / 100.0
- WHERE cdempresa = 1;
-UPDATE notafiscal SET valortotalnota = (CAST(ROUND(valortotalproduto * 100) AS INTEGER) - CAST(ROUND(valordesconto * 100) AS INTEGER)) / 100.0
- WHERE cdempresa = 1;
+  pis_valor = t.pis / 100.0, cofins_valor = t.cofins / 100.0,
+  valortotalnota = (t.produto - t.desconto) / 100.0
+  FROM (SELECT cdtiponotafiscal, cdnotafiscal,
+               SUM(CAST(ROUND(precototal * 100) AS INTEGER)) AS produto,
+               SUM(CAST(ROUND(desconto * 100) AS INTEGER)) AS desconto,
+               SUM(CAST(ROUND(icms_basecalculo * 100) AS INTEGER)) AS icms_base,
+               SUM(CAST(ROUND(icms_valor * 100) AS INTEGER)) AS icms,
+               SUM(CAST(ROUND(pis_valor * 100) AS INTEGER)) AS pis,
+               SUM(CAST(ROUND(cofins_valor * 100) AS INTEGER)) AS cofins
+          FROM notafiscalitem GROUP BY cdtiponotafiscal, cdnotafiscal) t
+ WHERE t.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND t.cdnotafiscal = notafiscal.cdnotafiscal
+   AND notafiscal.cdempresa = 1;
 
 -- A product sold by weight, with a fractional quantity.
 UPDATE notafiscalitem SET quantidade = 2.5 WHERE cdtiponotafiscal = 1 AND cdnotafiscal = 4102 AND itemnotafiscal = 1;

@@ -85,54 +85,24 @@ SELECT c.cdcompra, f.cdfornecedor, f.razaosocial, f.tipopessoa, f.cnpj_cpf, f.ie
 
 -- provider: DspCompraEquipamento
 -- Items of an equipment purchase: ATR_CODCOMPRA; in item order.
-SELECT i.cdcompra, i.cditem AS cdequipamento, i.itemcompra, q.descequipamento,
-       u.siglaunidade, i.quantidade, i.precototal, i.desconto, i.frete, i.seguro,
-       i.outrasdespesas, i.icms_cst, i.icms_cfop, i.icms_basecalculo, i.icms_aliquota,
-       i.icms_valor, i.icms_st_basecalculo, i.icms_st_valor, i.ipi_cst, i.ipi_enquadramento,
-       i.ipi_basecalculo, i.ipi_valor, i.pis_cst, i.pis_aliquota, i.pis_basecalculo,
-       i.pis_quantunidade, i.pis_valorunidade, i.pis_valor, i.cofins_cst, i.cofins_aliquota,
-       i.cofins_basecalculo, i.cofins_quantunidade, i.cofins_valorunidade, i.cofins_valor,
-       q.numncm, q.codbarra
-  FROM compraitem i
-  JOIN compra c ON c.cdcompra = i.cdcompra AND c.tipocompra = 1
-  JOIN equipamento q ON q.cdequipamento = i.cditem
-  LEFT JOIN unidade u ON u.cdunidade = q.cdunidade
- WHERE i.cdcompra = ?
- ORDER BY i.itemcompra;
+SELECT v.*, v.cditem AS cdequipamento, v.descricao AS descequipamento
+  FROM compraitemfiscal v
+ WHERE v.tipocompra = 1 AND v.cdcompra = ?
+ ORDER BY v.itemcompra;
 
 -- provider: DsCompraProduto
 -- Items of a products purchase: ATR_COMPRA; in item order.
-SELECT i.cdcompra, i.cditem AS cdproduto, i.itemcompra, q.descproduto,
-       u.siglaunidade, i.quantidade, i.precototal, i.desconto, i.frete, i.seguro,
-       i.outrasdespesas, i.icms_cst, i.icms_cfop, i.icms_basecalculo, i.icms_aliquota,
-       i.icms_valor, i.icms_st_basecalculo, i.icms_st_valor, i.ipi_cst, i.ipi_enquadramento,
-       i.ipi_basecalculo, i.ipi_valor, i.pis_cst, i.pis_aliquota, i.pis_basecalculo,
-       i.pis_quantunidade, i.pis_valorunidade, i.pis_valor, i.cofins_cst, i.cofins_aliquota,
-       i.cofins_basecalculo, i.cofins_quantunidade, i.cofins_valorunidade, i.cofins_valor,
-       q.numncm, q.codbarra
-  FROM compraitem i
-  JOIN compra c ON c.cdcompra = i.cdcompra AND c.tipocompra = 2
-  JOIN produto q ON q.cdproduto = i.cditem
-  LEFT JOIN unidade u ON u.cdunidade = q.cdunidade
- WHERE i.cdcompra = ?
- ORDER BY i.itemcompra;
+SELECT v.*, v.cditem AS cdproduto, v.descricao AS descproduto
+  FROM compraitemfiscal v
+ WHERE v.tipocompra = 2 AND v.cdcompra = ?
+ ORDER BY v.itemcompra;
 
 -- provider: DspCompraProdConsumo
 -- Items of a consumption-products purchase: ATR_CODCOMPRA; in item order.
-SELECT i.cdcompra, i.cditem AS cdprodconsumo, i.itemcompra, q.descproduto,
-       u.siglaunidade, i.quantidade, i.precototal, i.desconto, i.frete, i.seguro,
-       i.outrasdespesas, i.icms_cst, i.icms_cfop, i.icms_basecalculo, i.icms_aliquota,
-       i.icms_valor, i.icms_st_basecalculo, i.icms_st_valor, i.ipi_cst, i.ipi_enquadramento,
-       i.ipi_basecalculo, i.ipi_valor, i.pis_cst, i.pis_aliquota, i.pis_basecalculo,
-       i.pis_quantunidade, i.pis_valorunidade, i.pis_valor, i.cofins_cst, i.cofins_aliquota,
-       i.cofins_basecalculo, i.cofins_quantunidade, i.cofins_valorunidade, i.cofins_valor,
-       q.numncm, q.codbarra
-  FROM compraitem i
-  JOIN compra c ON c.cdcompra = i.cdcompra AND c.tipocompra = 4
-  JOIN prodconsumo q ON q.cdprodconsumo = i.cditem
-  LEFT JOIN unidade u ON u.cdunidade = q.cdunidade
- WHERE i.cdcompra = ?
- ORDER BY i.itemcompra;
+SELECT v.*, v.cditem AS cdprodconsumo, v.descricao AS descproduto
+  FROM compraitemfiscal v
+ WHERE v.tipocompra = 4 AND v.cdcompra = ?
+ ORDER BY v.itemcompra;
 
 -- provider: DspListaNotaFiscal
 -- Outgoing-note list, data request [register kind, register, process kind].

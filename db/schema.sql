@@ -396,3 +396,22 @@ CREATE VIEW itemsaida AS
   UNION ALL
   SELECT 'E', cdequipamento, descequipamento, cdunidade, numncm, codbarra
     FROM equipamento;
+
+-- Items of a purchase under one code space: the catalogue of each purchase kind.
+CREATE VIEW itementrada AS
+  SELECT 1 AS tipocompra, cdequipamento AS cditem, descequipamento AS descricao, cdunidade, numncm, codbarra
+    FROM equipamento
+  UNION ALL
+  SELECT 2, cdproduto, descproduto, cdunidade, numncm, codbarra FROM produto
+  UNION ALL
+  SELECT 3, cdinsumo, descinsumo, cdunidade, numncm, NULL FROM insumo
+  UNION ALL
+  SELECT 4, cdprodconsumo, descproduto, cdunidade, numncm, codbarra FROM prodconsumo;
+
+-- Purchase items with their purchase kind, catalogue entry and unit symbol.
+CREATE VIEW compraitemfiscal AS
+  SELECT c.tipocompra, i.*, q.descricao, q.numncm, q.codbarra, u.siglaunidade
+    FROM compraitem i
+    JOIN compra c ON c.cdcompra = i.cdcompra
+    JOIN itementrada q ON q.tipocompra = c.tipocompra AND q.cditem = i.cditem
+    LEFT JOIN unidade u ON u.cdunidade = q.cdunidade;
