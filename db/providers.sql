@@ -131,14 +131,10 @@ SELECT n.cdtiponotafiscal, n.cdnotafiscal, n.cdparte AS cdcliente, n.numserie, n
 -- provider: DspNF_Cliente
 -- The party of one outgoing note (a client, or the supplier of a purchase return):
 -- ATR_CODTIPONOTAFISCAL, ATR_CODNOTAFISCAL.
-SELECT n.cdtiponotafiscal, n.cdnotafiscal, n.cdparte AS cdcliente, a.razaosocial,
-       a.tipopessoa, a.cnpj_cpf, a.ie_rg AS ie, c.cdestado, a.endereco, a.endereconumero,
-       a.bairro, c.codibge AS ibge_cidade, p.codibge AS ibge_pais
+SELECT n.cdtiponotafiscal, n.cdnotafiscal, n.cdparte AS cdcliente, a.ie_rg AS ie, a.*
   FROM notafiscal n
   JOIN tiponotafiscal t ON t.cdtiponotafiscal = n.cdtiponotafiscal
   JOIN parte a ON a.papel = t.papel AND a.cdparte = n.cdparte
-  LEFT JOIN cidade c ON c.cdcidade = a.cdcidade
-  LEFT JOIN pais p ON p.cdpais = c.cdpais
  WHERE n.cdtiponotafiscal = ? AND n.cdnotafiscal = ?;
 
 -- provider: DspNF_Produto
@@ -200,20 +196,10 @@ SELECT cdunidade, siglaunidade, descunidade
  ORDER BY cdunidade;
 
 -- provider: DspListaCliente
-SELECT a.cdcliente, a.razaosocial, a.cnpj_cpf, a.ie_rg, a.tipopessoa, a.endereco,
-       a.endereconumero, a.bairro, c.codibge AS ibge_cidade, p.codibge AS ibge_pais
-  FROM cliente a
-  LEFT JOIN cidade c ON c.cdcidade = a.cdcidade
-  LEFT JOIN pais p ON p.cdpais = c.cdpais
- ORDER BY a.cdcliente;
+SELECT cdparte AS cdcliente, a.* FROM parte a WHERE papel = 'C' ORDER BY cdparte;
 
 -- provider: DspListaFornecedor
-SELECT a.cdfornecedor, a.razaosocial, a.cnpj_cpf, a.ie_rg, a.tipopessoa, a.endereco,
-       a.endereconumero, a.bairro, c.codibge AS ibge_cidade, p.codibge AS ibge_pais
-  FROM fornecedor a
-  LEFT JOIN cidade c ON c.cdcidade = a.cdcidade
-  LEFT JOIN pais p ON p.cdpais = c.cdpais
- ORDER BY a.cdfornecedor;
+SELECT cdparte AS cdfornecedor, a.* FROM parte a WHERE papel = 'F' ORDER BY cdparte;
 
 -- provider: DspNaturezaOperacao
 SELECT cdtabcfop, desccfop
@@ -222,38 +208,18 @@ SELECT cdtabcfop, desccfop
 
 -- provider: DspInventario_FM
 -- The month-end inventory the register names: ATR_CODREGISTROFISCAL.
-SELECT i.cdinventarioemp, i.cdtipoinventario, i.datainventario, i.totalinventario, i.pde
-  FROM registrofiscal r
-  JOIN inventario i ON i.cdinventario = r.cdinventariofinalmes
- WHERE r.cdregistrofiscal = ?;
+SELECT * FROM inventarioregistro WHERE fechamento = 'M' AND cdregistrofiscal = ?;
 
 -- provider: DspInventarioProduto_FM
 -- Its products: ATR_CODREGISTROFISCAL; by product code.
-SELECT ip.cdinventario, ip.cdproduto, ip.quantidade, ip.precofabrica, ip.precototal,
-       u.siglaunidade, i.cdtipoinventario
-  FROM registrofiscal r
-  JOIN inventario i ON i.cdinventario = r.cdinventariofinalmes
-  JOIN inventarioproduto ip ON ip.cdinventario = i.cdinventario
-  JOIN produto q ON q.cdproduto = ip.cdproduto
-  LEFT JOIN unidade u ON u.cdunidade = q.cdunidade
- WHERE r.cdregistrofiscal = ?
- ORDER BY ip.cdproduto;
+SELECT * FROM inventarioprodutoregistro WHERE fechamento = 'M' AND cdregistrofiscal = ?
+ ORDER BY cdproduto;
 
 -- provider: DspInventario_FA
 -- The year-end inventory the register names: ATR_CODREGISTROFISCAL.
-SELECT i.cdtipoinventario, i.cdinventarioemp, i.datainventario, i.totalinventario, i.pde
-  FROM registrofiscal r
-  JOIN inventario i ON i.cdinventario = r.cdinventariofinalano
- WHERE r.cdregistrofiscal = ?;
+SELECT * FROM inventarioregistro WHERE fechamento = 'A' AND cdregistrofiscal = ?;
 
 -- provider: DspInventarioProduto_FA
 -- Its products: ATR_CODREGISTROFISCAL; by product code.
-SELECT ip.cdinventario, i.cdtipoinventario, ip.cdproduto, ip.quantidade, ip.precofabrica,
-       ip.precototal, u.siglaunidade
-  FROM registrofiscal r
-  JOIN inventario i ON i.cdinventario = r.cdinventariofinalano
-  JOIN inventarioproduto ip ON ip.cdinventario = i.cdinventario
-  JOIN produto q ON q.cdproduto = ip.cdproduto
-  LEFT JOIN unidade u ON u.cdunidade = q.cdunidade
- WHERE r.cdregistrofiscal = ?
- ORDER BY ip.cdproduto;
+SELECT * FROM inventarioprodutoregistro WHERE fechamento = 'A' AND cdregistrofiscal = ?
+ ORDER BY cdproduto;

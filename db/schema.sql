@@ -379,15 +379,18 @@ CREATE TABLE inventarioproduto (
   PRIMARY KEY (cdinventario, cdproduto)
 );
 
--- Parties of a note under one code space: role 'C' client, 'F' supplier.
+-- Clients ('C') and suppliers ('F') under one code space, with their state and IBGE codes.
 CREATE VIEW parte AS
-  SELECT 'C' AS papel, cdcliente AS cdparte, razaosocial, tipopessoa, cnpj_cpf, ie_rg,
-         endereco, endereconumero, bairro, cdcidade
-    FROM cliente
-  UNION ALL
-  SELECT 'F', cdfornecedor, razaosocial, tipopessoa, cnpj_cpf, ie_rg,
-         endereco, endereconumero, bairro, cdcidade
-    FROM fornecedor;
+  SELECT x.*, c.cdestado, c.codibge AS ibge_cidade, p.codibge AS ibge_pais
+    FROM (SELECT 'C' AS papel, cdcliente AS cdparte, razaosocial, tipopessoa, cnpj_cpf, ie_rg,
+                 endereco, endereconumero, bairro, cdcidade
+            FROM cliente
+          UNION ALL
+          SELECT 'F', cdfornecedor, razaosocial, tipopessoa, cnpj_cpf, ie_rg,
+                 endereco, endereconumero, bairro, cdcidade
+            FROM fornecedor) x
+    LEFT JOIN cidade c ON c.cdcidade = x.cdcidade
+    LEFT JOIN pais p ON p.cdpais = c.cdpais;
 
 -- Items of an outgoing note under one code space: catalogue 'P' products, 'E' equipment.
 CREATE VIEW itemsaida AS
@@ -414,4 +417,20 @@ CREATE VIEW compraitemfiscal AS
     FROM compraitem i
     JOIN compra c ON c.cdcompra = i.cdcompra
     JOIN itementrada q ON q.tipocompra = c.tipocompra AND q.cditem = i.cditem
+    LEFT JOIN unidade u ON u.cdunidade = q.cdunidade;
+
+-- The inventories a fiscal register names: fechamento 'M' month end, 'A' year end.
+CREATE VIEW inventarioregistro AS
+  SELECT r.cdregistrofiscal, 'M' AS fechamento, i.*
+    FROM registrofiscal r JOIN inventario i ON i.cdinventario = r.cdinventariofinalmes
+  UNION ALL
+  SELECT r.cdregistrofiscal, 'A', i.*
+    FROM registrofiscal r JOIN inventario i ON i.cdinventario = r.cdinventariofinalano;
+
+-- Their products, with the inventory's kind and the product's unit symbol.
+CREATE VIEW inventarioprodutoregistro AS
+  SELECT i.cdregistrofiscal, i.fechamento, i.cdtipoinventario, p.*, u.siglaunidade
+    FROM inventarioregistro i
+    JOIN inventarioproduto p ON p.cdinventario = i.cdinventario
+    JOIN produto q ON q.cdproduto = p.cdproduto
     LEFT JOIN unidade u ON u.cdunidade = q.cdunidade;
