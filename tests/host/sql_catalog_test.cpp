@@ -130,7 +130,7 @@ Packet fetch(RecordSource& source, const std::string& provider, std::vector<Valu
 class SqlCatalogDemo : public ::testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
-    if (GetParam() == "postgresql" && pg_server().empty()) GTEST_SKIP() << kSemPostgres;
+    SKIP_WITHOUT(GetParam());
     db_ = std::make_unique<TestDatabase>(GetParam(), "catalogo", demo_script());
     source_ = std::make_unique<SqlSource>(db_->address(), default_catalog_path());
   }

@@ -26,7 +26,7 @@ const char* const kCatalog = R"(-- A catalog for the tests.
 -- provider: DspItem
 SELECT cod AS COD, nome, valor, quando, dia, marca, pequeno FROM item WHERE cod = ?;
 
--- provider: DspItem [firebird]
+-- provider: DspItem [mysql]
 SELECT 1 AS nada FROM item;
 
 -- provider: DspTodos
@@ -37,6 +37,9 @@ SELECT * FROM item ORDER BY cod;
 SELECT cod, nome FROM item
  WHERE cod >= ?2 AND cod <= ?3 AND (nome IS NULL OR nome <> '?')
  ORDER BY cod DESC;
+
+-- provider: DspPorValor
+SELECT cod FROM item WHERE valor = ?;
 
 -- provider: DspPorNome
 SELECT cod FROM item WHERE nome = ?;
@@ -65,7 +68,7 @@ std::string catalog_file() {
 class SqlSourceTest : public ::testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
-    if (GetParam() == "postgresql" && pg_server().empty()) GTEST_SKIP() << kSemPostgres;
+    SKIP_WITHOUT(GetParam());
     db_ = std::make_unique<TestDatabase>(GetParam(), "fonte", kScript);
     source_ = std::make_unique<SqlSource>(db_->address(), catalog_file());
   }
@@ -116,7 +119,8 @@ TEST_P(SqlSourceTest, TextAndNullParametersAreBoundAsSuch) {
 TEST_P(SqlSourceTest, OneStatementPerProviderAndKindsOfValuesIsPreparedAndReused) {
   for (std::int64_t key : {1, 2, 3, 1}) fetch(*source_, "DspItem", {key});
   EXPECT_EQ(source_->PreparedStatements(), 1u);
-  EXPECT_EQ(fetch(*source_, "DspItem", {3.0}).rows(), 1u);  // a float is bound as a float
+  EXPECT_EQ(fetch(*source_, "DspPorValor", {12.5}, {{"COD", FieldClass::Integer}}).rows(), 1u);
+  EXPECT_EQ(fetch(*source_, "DspPorValor", {12.0}, {{"COD", FieldClass::Integer}}).rows(), 0u);
   EXPECT_EQ(source_->PreparedStatements(), 2u);
   fetch(*source_, "DspTodos", {}, {{"COD", FieldClass::Integer}});
   fetch(*source_, "DspTodos", {}, {{"NOME", FieldClass::String}});
@@ -141,15 +145,16 @@ TEST_P(SqlSourceTest, FailuresNameTheCulpritAndLeaveTheSourceUsable) {
   EXPECT_EQ(message("DspFaixa", {std::int64_t{1}}, kFields),
             "O provedor DspFaixa usa o parâmetro 2, mas TabItem enviou 1");
   const std::string table = message("DspSemTabela", {std::int64_t{1}}, {{"X", FieldClass::Integer}});
-  EXPECT_EQ(table.rfind("Erro ao consultar DspSemTabela (TabItem) em '" + db_->address() +
-                            "': a tabela 'nao_existe' não existe no banco",
+  const std::string name = GetParam() == "firebird" ? "NAO_EXISTE" : "nao_existe";  // as the database spells it
+  EXPECT_EQ(table.rfind("Erro ao consultar DspSemTabela (TabItem) em '" + db_->address() + "': a tabela '" + name +
+                            "' não existe no banco",
                         0),
             0u)
       << table;
   EXPECT_EQ(fetch(*source_, "DspItem", {std::int64_t{1}}).rows(), 1u);
 }
 
-INSTANTIATE_TEST_SUITE_P(Bancos, SqlSourceTest, ::testing::Values("sqlite", "postgresql"));
+INSTANTIATE_TEST_SUITE_P(Bancos, SqlSourceTest, ::testing::Values("sqlite", "postgresql", "firebird"));
 
 TEST(SqlSourceAddress, UnusableAddressesFailWithAMessageNamingThem) {
   const std::string dir = fresh_dir("sql-enderecos");

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "host/sources/sql_source.h"
 #include "support/cli.h"
@@ -14,9 +15,18 @@ std::string pg_server() {
   return address ? address : "";
 }
 
+std::string fb_template() {
+  const char* path = std::getenv("INFOFISCAL_TEST_FB");
+  return path ? path : "";
+}
+
 TestDatabase::TestDatabase(const std::string& backend, const std::string& name, const std::string& script) {
   if (backend == "sqlite") {
     address_ = "sqlite:" + fresh_dir("sql-" + name) + "/banco.sqlite";
+  } else if (backend == "firebird") {
+    const std::string path = fresh_dir("sql-" + name) + "/banco.fdb";
+    std::filesystem::copy_file(fb_template(), path);
+    address_ = "firebird:" + path;
   } else {
     // A database of its own on the shared server: the address with another database name.
     const std::string server = pg_server();

@@ -10,6 +10,7 @@
 #include <sstream>
 #include <unordered_map>
 
+#include <soci/firebird/soci-firebird.h>
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/soci.h>
 #include <soci/sqlite3/soci-sqlite3.h>
@@ -89,7 +90,8 @@ std::string connect_value(const std::string& value) {
 
 // The database's own message, with the two faults a catalog meets most said in Portuguese.
 std::string explain(const std::string& message) {
-  for (const char* marker : {"no such table: ", "relation \""}) {
+  // SQLite, PostgreSQL and Firebird, in this order.
+  for (const char* marker : {"no such table: ", "relation \"", "Table unknown\n"}) {
     const auto at = message.find(marker);
     if (at == std::string::npos) continue;
     const auto start = at + std::char_traits<char>::length(marker);
@@ -341,6 +343,12 @@ std::unique_ptr<soci::session> open_session(const std::string& address, bool wri
       // "postgresql://..." is a URI; any other text a libpq connection string.
       const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
       session = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
+    } else if (scheme == "firebird") {
+      // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
+      const std::string parameters = rest.find('=') != std::string::npos
+                                         ? rest
+                                         : "service=" + connect_value(rest) + " user=SYSDBA charset=UTF8";
+      session = std::make_unique<soci::session>(*soci::factory_firebird(), parameters);
     } else {
       throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
     }
@@ -362,6 +370,9 @@ void run_sql_script(const std::string& address, const std::string& script) {
     if (trim(line).empty() || trim(line).back() != ';') continue;
     try {
       *session << trim(statement);
+      // Firebird runs everything in a transaction: a table is there for the next statement
+      // only once its creation is committed.
+      if (split_address(address).scheme == "firebird") session->commit();
     } catch (const soci::soci_error& e) {
       throw Error("Erro no script SQL em '" + address + "': " + explain(e.what()) + "\n" + trim(statement));
     }
