@@ -59,6 +59,18 @@ SELECT c.cdcompra, c.modelo, c.numnf
    AND c.pde = 3
  ORDER BY c.datarecebimento, LENGTH(c.numnf), c.numnf, c.cdcompra;
 
+-- provider: DspListaCompra [firebird]
+-- The same for Firebird, which spells LENGTH as CHAR_LENGTH.
+SELECT c.cdcompra, c.modelo, c.numnf
+  FROM registrofiscal r
+  JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
+  JOIN compra c ON c.cdempresa = r.cdempresa
+             AND c.datarecebimento >= p.inicio AND c.datarecebimento < p.fim
+ WHERE r.cdregistrofiscal = ?1
+   AND c.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+   AND c.pde = 3
+ ORDER BY c.datarecebimento, CHAR_LENGTH(c.numnf), c.numnf, c.cdcompra;
+
 -- provider: DspCompra
 -- One purchase's header: ATR_CODCOMPRA. Origin: the supplier's city; destination: the company's.
 SELECT c.cdcompra, c.cdfornecedor, c.modelo, c.serie, c.pde, c.chavenfefornecedor,

@@ -1,7 +1,6 @@
 -- Reference ERP schema: the tables that the provider catalog (providers.sql) reads.
 --
--- Portable SQL: it loads unchanged into SQLite and PostgreSQL (and keeps to types Firebird 3
--- has as well). Names are lower case; columns that a dataset reads directly carry the dataset
+-- Portable SQL: it loads unchanged into SQLite, PostgreSQL and Firebird 3. Names are lower case; columns that a dataset reads directly carry the dataset
 -- field's name. Dates are DATE, moments TIMESTAMP; SQLite keeps both as text
 -- 'YYYY-MM-DD[ HH:MM:SS]', so every TIMESTAMP value is written with its time of day (ordering
 -- compares the text there). Money is NUMERIC(15,2), quantities and unit values NUMERIC(15,4),

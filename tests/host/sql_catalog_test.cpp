@@ -6,6 +6,7 @@
 
 #include "host/error.h"
 #include "host/sql_support.h"
+#include "support/cli.h"
 #include "host/sources/recording_source.h"
 #include "host/sources/snapshot_source.h"
 #include "host/sources/sql_source.h"
@@ -194,6 +195,24 @@ TEST_P(SqlCatalogDemo, ListsHoldTheRegistersNotesInDateAndNumberOrder) {
   EXPECT_EQ(column("DspListaNFeInutilizado", {kEfd, kEfd}, "CDNFE_NUMINUTILIZADO"),
             (std::vector<Value>{I{4142}, I{4227}, I{4312}, I{4397}}));
 }
+
+// The schema alone, on every database: each provider's SELECT runs and delivers its fields.
+class SqlCatalogSchema : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(SqlCatalogSchema, EveryProviderRunsOnTheEmptySchema) {
+  SKIP_WITHOUT(GetParam());
+  TestDatabase db(GetParam(), "esquema", read_file(INFOFISCAL_SOURCE_DIR "/db/schema.sql"));
+  SqlSource source(db.address(), default_catalog_path());
+  for (const auto& c : provider_cases()) {
+    try {
+      EXPECT_EQ(fetch(source, c.provider, c.args, words(c.fields), c.kind).rows(), 0u) << c.provider;
+    } catch (const Error& e) {
+      ADD_FAILURE() << c.provider << ": " << e.what();
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Bancos, SqlCatalogSchema, ::testing::Values("sqlite", "postgresql", "firebird"));
 
 INSTANTIATE_TEST_SUITE_P(Bancos, SqlCatalogDemo, ::testing::Values("sqlite", "postgresql"));
 
