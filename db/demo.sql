@@ -1,7 +1,7 @@
 -- Demo data: March 2024 of a small hardware wholesaler in Campinas (SP), loaded over
 -- schema.sql. Portable between SQLite and PostgreSQL (Firebird 3 lacks the multi-row VALUES
--- and UPDATE ... FROM used here). Bulk rows (notes and their items) come
--- from a counter table and modular arithmetic, so every run of this file gives the same data.
+-- and UPDATE ... FROM used here). Bulk rows (notes and their items) come from a counter table
+-- and modular arithmetic, so every run of this file gives the same data.
 -- Amounts are computed in whole cents and divided by 100.0 only when stored, so that both
 -- databases hold the same values.
 

@@ -1,10 +1,13 @@
 -- Reference ERP schema: the tables that the provider catalog (providers.sql) reads.
 --
--- Portable SQL: it loads unchanged into SQLite, PostgreSQL and Firebird 3. Names are lower case; columns that a dataset reads directly carry the dataset
--- field's name. Dates are DATE, moments TIMESTAMP; SQLite keeps both as text
+-- Portable SQL: it loads unchanged into SQLite, PostgreSQL and Firebird 3. Names are lower
+-- case; columns that a dataset reads directly carry the dataset field's name. Dates are DATE, moments TIMESTAMP; SQLite keeps both as text
 -- 'YYYY-MM-DD[ HH:MM:SS]', so every TIMESTAMP value is written with its time of day (ordering
 -- compares the text there). Money is NUMERIC(15,2), quantities and unit values NUMERIC(15,4),
 -- rates NUMERIC(7,4).
+--
+-- The views at the end put catalogues, parties and inventories under one code space each, so
+-- that the catalog's SELECTs stay short.
 --
 -- Codes used across tables:
 --   compra.tipocompra         1 equipment, 2 products, 3 inputs, 4 consumption products
