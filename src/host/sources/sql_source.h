@@ -46,9 +46,12 @@ ProviderCatalog parse_provider_catalog(const std::string& text, const std::strin
 // The catalog that the SQL sources read by default: db/providers.sql of this source tree.
 std::string default_catalog_path();
 
+// Every fetch runs one prepared statement, found or prepared in StatementFor, the one place
+// that knows them: fetching the answers of a whole note list ahead can be added there.
 class SqlSource : public RecordSource {
  public:
-  // Connects to `address` ("sqlite:PATH", "postgresql:CONNINFO", "postgresql://...") and reads
+  // Connects to `address` ("sqlite:PATH", "postgresql:CONNINFO", "postgresql://...",
+  // "firebird:DATABASE" or "firebird:service=... user=...") and reads
   // the catalog at `catalog_path`. Throws Error naming the address or the file when either
   // cannot be used; an SQLite file is opened read-only and must exist.
   SqlSource(const std::string& address, const std::string& catalog_path);
@@ -79,8 +82,8 @@ class SqlSource : public RecordSource {
 // comments. For setting up databases (tests, demo). Throws Error quoting the failing statement.
 void run_sql_script(const std::string& address, const std::string& script);
 
-// Opens "sqlite:PATH", "postgresql:CONNINFO" or "firebird:..." (scheme and the rest of the
-// address split at the first colon); `address` is the whole address, for messages.
+// Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the default catalog (scheme and
+// the rest of the address split at the first colon); `address` is the whole address.
 std::unique_ptr<RecordSource> open_sql_source(const std::string& scheme, const std::string& rest,
                                               const std::string& address);
 
