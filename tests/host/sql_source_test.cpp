@@ -20,6 +20,8 @@ CREATE TABLE item (cod INTEGER NOT NULL, nome VARCHAR(30), valor NUMERIC(15,2), 
 INSERT INTO item VALUES (1, 'Ação', 12.5, '2024-03-05 14:30:00', '2024-03-05', '2024-03-05', 7);
 INSERT INTO item VALUES (2, NULL, NULL, NULL, NULL, NULL, NULL);
 INSERT INTO item VALUES (3, 'três', 3, '2024-03-31 00:00:00', '2024-03-31', 'texto', 0);
+CREATE TABLE grande (n BIGINT, m INTEGER, x DOUBLE PRECISION);
+INSERT INTO grande VALUES (12345678901, 2147483647, 0.1);
 )";
 
 const char* const kCatalog = R"(-- A catalog for the tests.
@@ -43,6 +45,10 @@ SELECT cod FROM item WHERE valor = ?;
 
 -- provider: DspPorNome
 SELECT cod FROM item WHERE nome = ?;
+
+-- provider: DspGrande
+-- Integers beyond 32 bits, and float arithmetic in full precision.
+SELECT n, m, n * 2 AS dobro, x * 3 AS triplo FROM grande;
 
 -- provider: DspSemTabela
 SELECT x FROM nao_existe WHERE x = ?;
@@ -96,6 +102,14 @@ TEST_P(SqlSourceTest, ParameterOpenGivesOneCellPerDeclaredFieldInItsClass) {
     EXPECT_EQ(packet.cells, c.row) << "cod " << c.key;
   }
   EXPECT_EQ(fetch(*source_, "DspItem", {std::int64_t{9}}).rows(), 0u);
+}
+
+TEST_P(SqlSourceTest, LargeIntegersAndComputedFloatsKeepEveryDigit) {
+  const Packet packet = fetch(*source_, "DspGrande", {},
+                              {{"N", FieldClass::Integer}, {"M", FieldClass::Integer},
+                               {"DOBRO", FieldClass::Integer}, {"TRIPLO", FieldClass::Float}});
+  EXPECT_EQ(packet.cells, (std::vector<Value>{std::int64_t{12345678901}, std::int64_t{2147483647},
+                                              std::int64_t{24691357802}, 0.1 * 3}));
 }
 
 TEST_P(SqlSourceTest, ReopenReturnsEveryRowInTheOrderOfTheSelect) {

@@ -13,7 +13,7 @@
 #include <soci/firebird/soci-firebird.h>
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/soci.h>
-#include <soci/sqlite3/soci-sqlite3.h>
+#include <soci/sqlite3/soci-sqlite3.h>  // brings sqlite3.h, in namespace sqlite_api
 
 #include "host/error.h"
 
@@ -225,6 +225,26 @@ Value cell(const soci::row& row, std::size_t column) {
       return row.get<std::string>(column);
     default:
       throw Error("a coluna '" + row.get_properties(column).get_name() + "' tem um tipo que a fonte não lê");
+  }
+}
+
+// A cell of SQLite in the type it is stored in. SOCI types SQLite columns by their declared
+// type: it reads INTEGER columns as 32-bit numbers and expressions as text, which would cut
+// large integers and round floats to 15 digits. REQUIRES: `statement` stands on the row SOCI
+// has just fetched.
+Value sqlite_cell(sqlite_api::sqlite3_stmt* statement, int column) {
+  using namespace sqlite_api;
+  switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_INTEGER:
+      return std::int64_t{sqlite3_column_int64(statement, column)};
+    case SQLITE_FLOAT:
+      return sqlite3_column_double(statement, column);
+    case SQLITE_NULL:
+      return std::monostate{};
+    default: {  // text, or a blob read as its bytes
+      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+      return std::string(bytes ? bytes : "", static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+    }
   }
 }
 
@@ -443,11 +463,15 @@ Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
     if (found == st.column.end()) throw Error(missing_field_message(field.name, request.dataset));
     columns.push_back(found->second);
   }
+  sqlite_api::sqlite3_stmt* native = nullptr;
+  if (dialect_ == "sqlite") native = static_cast<soci::sqlite3_statement_backend*>(st.statement.get_backend())->stmt_;
   Packet packet;
   packet.width = request.fields.size();
   while (st.statement.fetch())
-    for (std::size_t f = 0; f < columns.size(); ++f)
-      packet.cells.push_back(to_field_class(cell(st.row, columns[f]), request.fields[f].cls));
+    for (std::size_t f = 0; f < columns.size(); ++f) {
+      Value value = native ? sqlite_cell(native, static_cast<int>(columns[f])) : cell(st.row, columns[f]);
+      packet.cells.push_back(to_field_class(std::move(value), request.fields[f].cls));
+    }
   return packet;
 }
 
