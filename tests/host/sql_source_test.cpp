@@ -181,6 +181,7 @@ TEST(SqlSourceAddress, UnusableAddressesFailWithAMessageNamingThem) {
       {"sqlite:" + dir + "/texto.db", "Não foi possível abrir a fonte de dados 'sqlite:" + dir + "/texto.db': "},
       {"postgresql:host=127.0.0.1 port=1 dbname=x connect_timeout=2",
        "Não foi possível abrir a fonte de dados 'postgresql:host=127.0.0.1 port=1 dbname=x connect_timeout=2': "},
+      {"firebird:" + dir + "/sumiu.fdb", "Não foi possível abrir a fonte de dados 'firebird:" + dir + "/sumiu.fdb': "},
       {"mysql:x", "Endereço de fonte de dados desconhecido: 'mysql:x'"},
   };
   for (const auto& c : cases) {
