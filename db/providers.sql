@@ -11,7 +11,8 @@
 --   * a note belongs to a register when it is of the register's company (registrofiscal.
 --     cdempresa) and its date falls in the register's month (ano, cdmes) of the fiscal
 --     calendar periodofiscal: purchases by their date of receipt, outgoing notes by their date
---     of issue, voided numbers by the date of the voiding;
+--     of issue, voided numbers by the date of the voiding (the views compraregistro,
+--     notafiscalregistro and nfeinutilizadaregistro of the schema);
 --   * purchases of one kind: the request's kind 1 equipment, 2 products, 4 consumption
 --     products; the inputs step asks with kind 0, which lists the input purchases (3);
 --     only booked purchases (pde 3): a purchase still being typed or checked is left out;
@@ -49,27 +50,17 @@ SELECT o.cdcontador, o.nomecontador, o.fone, o.cpf, o.crc, o.cnpj, o.cep, o.ende
 
 -- provider: DspListaCompra
 -- Purchase list, data request [register, purchase kind].
-SELECT c.cdcompra, c.modelo, c.numnf
-  FROM registrofiscal r
-  JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
-  JOIN compra c ON c.cdempresa = r.cdempresa
-             AND c.datarecebimento >= p.inicio AND c.datarecebimento < p.fim
- WHERE r.cdregistrofiscal = ?1
-   AND c.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
-   AND c.pde = 3
- ORDER BY c.datarecebimento, LENGTH(c.numnf), c.numnf, c.cdcompra;
+SELECT cdcompra, modelo, numnf FROM compraregistro
+ WHERE cdregistrofiscal = ?1 AND pde = 3
+   AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+ ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra;
 
 -- provider: DspListaCompra [firebird]
 -- The same for Firebird, which spells LENGTH as CHAR_LENGTH.
-SELECT c.cdcompra, c.modelo, c.numnf
-  FROM registrofiscal r
-  JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
-  JOIN compra c ON c.cdempresa = r.cdempresa
-             AND c.datarecebimento >= p.inicio AND c.datarecebimento < p.fim
- WHERE r.cdregistrofiscal = ?1
-   AND c.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
-   AND c.pde = 3
- ORDER BY c.datarecebimento, CHAR_LENGTH(c.numnf), c.numnf, c.cdcompra;
+SELECT cdcompra, modelo, numnf FROM compraregistro
+ WHERE cdregistrofiscal = ?1 AND pde = 3
+   AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+ ORDER BY datarecebimento, CHAR_LENGTH(numnf), numnf, cdcompra;
 
 -- provider: DspCompra
 -- One purchase's header: ATR_CODCOMPRA. Origin: the supplier's city; destination: the company's.
@@ -118,16 +109,9 @@ SELECT v.*, v.cditem AS cdprodconsumo, v.descricao AS descproduto
 
 -- provider: DspListaNotaFiscal
 -- Outgoing-note list, data request [register kind, register, process kind].
-SELECT n.cdtiponotafiscal, n.cdnotafiscal
-  FROM registrofiscal r
-  JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
-  JOIN notafiscal n ON n.cdempresa = r.cdempresa
-                   AND n.emissao >= p.inicio AND n.emissao < p.fim
-  JOIN tiponotafiscal t ON t.cdtiponotafiscal = n.cdtiponotafiscal
- WHERE r.cdregistrofiscal = ?2
-   AND t.tipoprocesso = ?3
-   AND n.pde IN (2, 3)
- ORDER BY n.emissao, n.cdnotafiscal, n.cdtiponotafiscal;
+SELECT cdtiponotafiscal, cdnotafiscal FROM notafiscalregistro
+ WHERE cdregistrofiscal = ?2 AND tipoprocesso = ?3 AND pde IN (2, 3)
+ ORDER BY emissao, cdnotafiscal, cdtiponotafiscal;
 
 -- provider: DspNF_Venda
 -- One outgoing note's header: ATR_CODTIPONOTAFISCAL, ATR_CODNOTAFISCAL (or the same two
@@ -170,13 +154,9 @@ SELECT i.cdtiponotafiscal, i.cdnotafiscal, i.cditem AS cdproduto, i.cdlote,
 
 -- provider: DspListaNFeInutilizado
 -- Voided note numbers, data request [register kind, register]: by number.
-SELECT v.cdnfe_inutilizado, v.data, n.cdnfe_numinutilizado
-  FROM registrofiscal r
-  JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
-  JOIN nfeinutilizada v ON v.cdempresa = r.cdempresa AND v.data >= p.inicio AND v.data < p.fim
-  JOIN nfenuminutilizado n ON n.cdnfe_inutilizado = v.cdnfe_inutilizado
- WHERE r.cdregistrofiscal = ?2
- ORDER BY n.cdnfe_numinutilizado, v.cdnfe_inutilizado;
+SELECT * FROM nfeinutilizadaregistro
+ WHERE cdregistrofiscal = ?2
+ ORDER BY cdnfe_numinutilizado, cdnfe_inutilizado;
 
 -- provider: DspListaEquipamento
 SELECT q.cdequipamento, q.descequipamento, u.siglaunidade, q.numncm

@@ -436,3 +436,26 @@ CREATE VIEW inventarioprodutoregistro AS
     JOIN inventarioproduto p ON p.cdinventario = i.cdinventario
     JOIN produto q ON q.cdproduto = p.cdproduto
     LEFT JOIN unidade u ON u.cdunidade = q.cdunidade;
+
+-- The notes of each fiscal register's company and month: purchases by their date of receipt,
+-- outgoing notes by their date of issue, voided numbers by the date of the voiding.
+CREATE VIEW compraregistro AS
+  SELECT r.cdregistrofiscal, c.*
+    FROM registrofiscal r
+    JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
+    JOIN compra c ON c.cdempresa = r.cdempresa
+               AND c.datarecebimento >= p.inicio AND c.datarecebimento < p.fim;
+
+CREATE VIEW notafiscalregistro AS
+  SELECT r.cdregistrofiscal, t.tipoprocesso, n.*
+    FROM registrofiscal r
+    JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
+    JOIN notafiscal n ON n.cdempresa = r.cdempresa AND n.emissao >= p.inicio AND n.emissao < p.fim
+    JOIN tiponotafiscal t ON t.cdtiponotafiscal = n.cdtiponotafiscal;
+
+CREATE VIEW nfeinutilizadaregistro AS
+  SELECT r.cdregistrofiscal, v.*, n.cdnfe_numinutilizado
+    FROM registrofiscal r
+    JOIN periodofiscal p ON p.ano = r.ano AND p.cdmes = r.cdmes
+    JOIN nfeinutilizada v ON v.cdempresa = r.cdempresa AND v.data >= p.inicio AND v.data < p.fim
+    JOIN nfenuminutilizado n ON n.cdnfe_inutilizado = v.cdnfe_inutilizado;

@@ -88,7 +88,8 @@ std::string connect_value(const std::string& value) {
   return value.find_first_of(" \t'\"") == std::string::npos ? value : "\"" + value + "\"";
 }
 
-// The database's own message, with the two faults a catalog meets most said in Portuguese.
+// The database's own message; a missing table, the fault an adapted catalog meets most, is
+// also said in Portuguese.
 std::string explain(const std::string& message) {
   // SQLite, PostgreSQL and Firebird, in this order.
   for (const char* marker : {"no such table: ", "relation \"", "Table unknown\n"}) {
