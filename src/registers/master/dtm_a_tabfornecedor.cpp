@@ -1,9 +1,15 @@
 #include "registers/master/dtm_a_tabfornecedor.h"
 
+#include "registers/master/tabela_parte.h"
+
 namespace infofiscal {
 
-TDTM_A_TabFornecedor::TDTM_A_TabFornecedor(TDTM_ConexaoDS& conexao) : TDTM_A_Padrao(conexao) {}
+namespace {
 
-void TDTM_A_TabFornecedor::L14_RegistroFornecedor(TStringList&) {}
+const TabelaParte kTabela({.dataset = "TabFornecedor", .provider = "DspListaFornecedor", .codigo = "CDFORNECEDOR", .tipo = "2"});
+
+}  // namespace
+
+TDTM_A_TabFornecedor::TDTM_A_TabFornecedor(TDTM_ConexaoDS& conexao) : TDTM_A_TabLista(conexao, kTabela.Lista()) {}
 
 }  // namespace infofiscal
