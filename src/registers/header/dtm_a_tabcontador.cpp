@@ -32,13 +32,20 @@ void TDTM_A_TabContador::ConsultarRegistro() {
 void TDTM_A_TabContador::InformacaoContador(TStringList& AArquivo) {
   // Unlike line 02: the house number before the complement, the postal code after them.
   static const Column kColunas[] = {
-      {1, Render::Text, "CDCONTADOR"},     {2, Render::Text, "NOMECONTADOR"},
-      {3, Render::Text, "CPF"},            {4, Render::Text, "CRC"},
-      {5, Render::Text, "CNPJ"},           {6, Render::Text, "ENDERECO"},
-      {7, Render::Text, "ENDERECONUMERO"}, {8, Render::Text, "ENDERECOCOMPLEMENTO"},
-      {9, Render::Text, "CEP"},            {10, Render::Text, "BAIRRO"},
-      {11, Render::Text, "FONE"},          {12, Render::Text, "FAX"},
-      {13, Render::Text, "EMAIL"},         {14, Render::Text, "CODIBGE"},
+      {1, Render::Text, "CDCONTADOR"},
+      {2, Render::Text, "NOMECONTADOR"},
+      {3, Render::Text, "CPF"},
+      {4, Render::Text, "CRC"},
+      {5, Render::Text, "CNPJ"},
+      {6, Render::Text, "ENDERECO"},
+      {7, Render::Text, "ENDERECONUMERO"},
+      {8, Render::Text, "ENDERECOCOMPLEMENTO"},
+      {9, Render::Text, "CEP"},
+      {10, Render::Text, "BAIRRO"},
+      {11, Render::Text, "FONE"},
+      {12, Render::Text, "FAX"},
+      {13, Render::Text, "EMAIL"},
+      {14, Render::Text, "CODIBGE"},
   };
   ConsultarRegistro();
   UnderErrorRule("Erro ano Gerar Registro Linha 03 : ",

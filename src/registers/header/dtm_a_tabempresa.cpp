@@ -40,15 +40,24 @@ void TDTM_A_TabEmpresa::L02_InformacaoEmpresa(TStringList& AArquivo) {
   // Not the dataset's order: the state comes before the registrations, the postal code
   // between street and complement, the complement before the house number.
   static const Column kColunas[] = {
-      {1, Render::Text, "CDEMPRESA"},   {2, Render::Text, "RAZAOSOCIAL"},
-      {3, Render::Text, "NOMEFANTASIA"}, {4, Render::Text, "CNPJ"},
-      {5, Render::Text, "CDESTADO"},    {6, Render::Text, "IE"},
-      {7, Render::Text, "IM"},          {8, Render::Text, "SUFRAMA"},
-      {9, Render::Text, "NOMECIDADE"},  {10, Render::Text, "ENDERECO"},
-      {11, Render::Text, "CEP"},        {12, Render::Text, "ENDERECOCOMPLEMENTO"},
-      {13, Render::Text, "ENDERECONUMERO"}, {14, Render::Text, "BAIRRO"},
-      {15, Render::Text, "FONE"},       {16, Render::Text, "FAX"},
-      {17, Render::Text, "EMAIL"},      {18, Render::Text, "IBGE_CIDADE"},
+      {1, Render::Text, "CDEMPRESA"},
+      {2, Render::Text, "RAZAOSOCIAL"},
+      {3, Render::Text, "NOMEFANTASIA"},
+      {4, Render::Text, "CNPJ"},
+      {5, Render::Text, "CDESTADO"},
+      {6, Render::Text, "IE"},
+      {7, Render::Text, "IM"},
+      {8, Render::Text, "SUFRAMA"},
+      {9, Render::Text, "NOMECIDADE"},
+      {10, Render::Text, "ENDERECO"},
+      {11, Render::Text, "CEP"},
+      {12, Render::Text, "ENDERECOCOMPLEMENTO"},
+      {13, Render::Text, "ENDERECONUMERO"},
+      {14, Render::Text, "BAIRRO"},
+      {15, Render::Text, "FONE"},
+      {16, Render::Text, "FAX"},
+      {17, Render::Text, "EMAIL"},
+      {18, Render::Text, "IBGE_CIDADE"},
       {19, Render::Text, "IBGE_PAIS"},
   };
   ConsultarRegistro();

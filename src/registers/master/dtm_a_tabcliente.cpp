@@ -1,12 +1,13 @@
 #include "registers/master/dtm_a_tabcliente.h"
 
-#include "registers/master/tabela_parte.h"
+#include "registers/master/familias.h"
 
 namespace infofiscal {
 
 namespace {
 
-const TabelaParte kTabela({.dataset = "TabCliente", .provider = "DspListaCliente", .codigo = "CDCLIENTE", .tipo = "1"});
+const TabelaListaPropria kTabela =
+    TabelaParte({.dataset = "TabCliente", .provider = "DspListaCliente", .codigo = "CDCLIENTE", .tipo = "1"});
 
 }  // namespace
 

@@ -1,19 +1,19 @@
 #include "registers/master/dtm_a_tabequipamento.h"
 
-#include "registers/master/tabela_catalogo.h"
+#include "registers/master/familias.h"
 
 namespace infofiscal {
 
 namespace {
 
 constexpr std::string_view kChaves[] = {"REGCOMPRAEQUIPAMENTO"};
-const TabelaCatalogo kTabela({.dataset = "TabEquipamento",
-                                 .provider = "DspListaEquipamento",
-                                 .codigo = "CDEQUIPAMENTO",
-                                 .descricao = "DESCEQUIPAMENTO",
-                                 .tamanho_descricao = 80,
-                                 .tipo = "1",
-                                 .chaves = kChaves});
+const TabelaListaPropria kTabela = TabelaCatalogo({.dataset = "TabEquipamento",
+                                                   .provider = "DspListaEquipamento",
+                                                   .codigo = "CDEQUIPAMENTO",
+                                                   .descricao = "DESCEQUIPAMENTO",
+                                                   .tamanho_descricao = 80,
+                                                   .tipo = "1",
+                                                   .chaves = kChaves});
 
 }  // namespace
 

@@ -1,12 +1,13 @@
 #include "registers/master/dtm_a_tabfornecedor.h"
 
-#include "registers/master/tabela_parte.h"
+#include "registers/master/familias.h"
 
 namespace infofiscal {
 
 namespace {
 
-const TabelaParte kTabela({.dataset = "TabFornecedor", .provider = "DspListaFornecedor", .codigo = "CDFORNECEDOR", .tipo = "2"});
+const TabelaListaPropria kTabela =
+    TabelaParte({.dataset = "TabFornecedor", .provider = "DspListaFornecedor", .codigo = "CDFORNECEDOR", .tipo = "2"});
 
 }  // namespace
 

@@ -1,18 +1,18 @@
 #include "registers/master/dtm_a_tabinsumo.h"
 
-#include "registers/master/tabela_catalogo.h"
+#include "registers/master/familias.h"
 
 namespace infofiscal {
 
 namespace {
 
-const TabelaCatalogo kTabela({.dataset = "TabInsumo",
-                                 .provider = "DspListaInsumo",
-                                 .codigo = "CDINSUMO",
-                                 .descricao = "DESCINSUMO",
-                                 .tamanho_descricao = 80,
-                                 .tipo = "3",
-                                 .adiciona = false});
+const TabelaListaPropria kTabela = TabelaCatalogo({.dataset = "TabInsumo",
+                                                   .provider = "DspListaInsumo",
+                                                   .codigo = "CDINSUMO",
+                                                   .descricao = "DESCINSUMO",
+                                                   .tamanho_descricao = 80,
+                                                   .tipo = "3",
+                                                   .adiciona = false});
 
 }  // namespace
 

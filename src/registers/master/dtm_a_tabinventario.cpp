@@ -48,14 +48,9 @@ void TDTM_A_TabInventario::LinhaInventario(TStringList& AArquivo) {
 
 void TDTM_A_TabInventario::LinhasProduto(TStringList& AArquivo) {
   static const Column kColunas[] = {
-      {1, Render::Text, "CDTIPOINVENTARIO"},
-      {2, Render::Text, "CDINVENTARIO"},
-      {3, Render::Text, "CDPRODUTO"},
-      {4, Render::Amount, "QUANTIDADE"},
-      {5, Render::Amount, "PRECOFABRICA"},
-      {6, Render::Amount, "PRECOTOTAL"},
-      {7, Render::Text, "SIGLAUNIDADE"},
-      {8, Render::Constant, "2"},
+      {1, Render::Text, "CDTIPOINVENTARIO"}, {2, Render::Text, "CDINVENTARIO"},   {3, Render::Text, "CDPRODUTO"},
+      {4, Render::Amount, "QUANTIDADE"},     {5, Render::Amount, "PRECOFABRICA"}, {6, Render::Amount, "PRECOTOTAL"},
+      {7, Render::Text, "SIGLAUNIDADE"},     {8, Render::Constant, "2"},
   };
   ConsRegistroProdInventario();
   UnderErrorRule(tabela_.prefixo_produto, [&] {

@@ -14,15 +14,15 @@
 namespace infofiscal {
 
 struct TabelaInventario {
-  std::string_view chave;                          // switch of TabRegistroFiscal
-  std::string_view provider_inventario;            // header rows
-  std::span<const FieldDef> campos_inventario;     // declared order of TabInventario
-  std::string_view provider_produto;               // product rows
-  std::span<const FieldDef> campos_produto;        // declared order of TabInventarioProduto
-  int linha_inventario;                            // 16 or 18
-  std::string_view prefixo_inventario;             // its error prefix
-  int linha_produto;                               // 17 or 19
-  std::string_view prefixo_produto;                // its error prefix
+  std::string_view chave;                       // switch of TabRegistroFiscal
+  std::string_view provider_inventario;         // header rows
+  std::span<const FieldDef> campos_inventario;  // declared order of TabInventario
+  std::string_view provider_produto;            // product rows
+  std::span<const FieldDef> campos_produto;     // declared order of TabInventarioProduto
+  int linha_inventario;                         // 16 or 18
+  std::string_view prefixo_inventario;          // its error prefix
+  int linha_produto;                            // 17 or 19
+  std::string_view prefixo_produto;             // its error prefix
 };
 
 class TDTM_A_TabInventario : public TDTM_A_Padrao {

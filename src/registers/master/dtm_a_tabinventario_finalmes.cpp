@@ -12,12 +12,9 @@ constexpr FieldDef kInventario[] = {
     {"PDE", FieldClass::Smallint, 0},
 };
 constexpr FieldDef kProduto[] = {
-    {"CDINVENTARIO", FieldClass::Integer, 0},
-    {"CDPRODUTO", FieldClass::Integer, 0},
-    {"QUANTIDADE", FieldClass::Float, 0},
-    {"PRECOFABRICA", FieldClass::Float, 0},
-    {"PRECOTOTAL", FieldClass::Float, 0},
-    {"SIGLAUNIDADE", FieldClass::String, 10},
+    {"CDINVENTARIO", FieldClass::Integer, 0},     {"CDPRODUTO", FieldClass::Integer, 0},
+    {"QUANTIDADE", FieldClass::Float, 0},         {"PRECOFABRICA", FieldClass::Float, 0},
+    {"PRECOTOTAL", FieldClass::Float, 0},         {"SIGLAUNIDADE", FieldClass::String, 10},
     {"CDTIPOINVENTARIO", FieldClass::Integer, 0},
 };
 constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALMES",
@@ -32,6 +29,7 @@ constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALMES",
 
 }  // namespace
 
-TDTM_A_TabInventario_FinalMes::TDTM_A_TabInventario_FinalMes(TDTM_ConexaoDS& conexao) : TDTM_A_TabInventario(conexao, kTabela) {}
+TDTM_A_TabInventario_FinalMes::TDTM_A_TabInventario_FinalMes(TDTM_ConexaoDS& conexao)
+    : TDTM_A_TabInventario(conexao, kTabela) {}
 
 }  // namespace infofiscal

@@ -2,9 +2,17 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace infofiscal {
+
+TabelaListaPropria::TabelaListaPropria(std::vector<FieldDef> campos, std::vector<Column> colunas,
+                                       const TabelaLista& lista)
+    : campos_(std::move(campos)), colunas_(std::move(colunas)), lista_(lista) {
+  lista_.campos = campos_;
+  lista_.colunas = colunas_;
+}
 
 TDTM_A_TabLista::TDTM_A_TabLista(TDTM_ConexaoDS& conexao, const TabelaLista& tabela)
     : TDTM_A_Padrao(conexao),

@@ -8,6 +8,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "export/dtm_a_padrao.h"
 #include "export/register_line.h"
@@ -16,18 +17,35 @@
 namespace infofiscal {
 
 struct TabelaLista {
-  std::string_view dataset;                    // e.g. "TabProduto"
-  std::string_view provider;                   // e.g. "DspListaProduto"
-  std::span<const FieldDef> campos;            // declared fields, in declared order
+  std::string_view dataset;                       // e.g. "TabProduto"
+  std::string_view provider;                      // e.g. "DspListaProduto"
+  std::span<const FieldDef> campos = {};          // declared fields, in declared order
   std::span<const std::string_view> chaves = {};  // any one "S" turns the list on; none: always on
-  int tipo;                                    // line type
-  std::span<const Column> colunas;             // columns from C01, in order
-  int trailer;                                 // trailer count
-  std::string_view prefixo;                    // the generator error rule's prefix
+  int tipo;                                       // line type
+  std::span<const Column> colunas = {};           // columns from C01, in order
+  int trailer;                                    // trailer count
+  std::string_view prefixo;                       // the generator error rule's prefix
   // Columns after the table's that no rendering says (the product's CEST); may be null.
   void (*extra)(const ClientDataSet& tab, TLinhaRegistro& linha) = nullptr;
   // False: each line is assembled but never added to the list (inputs are not listed).
   bool adiciona = true;
+};
+
+// A TabelaLista that owns its fields and columns: the table of a member built from a few
+// differences (familias.h). Not copyable: the list table points into it.
+class TabelaListaPropria {
+ public:
+  // `lista`'s fields and columns are replaced by views of `campos` and `colunas`.
+  TabelaListaPropria(std::vector<FieldDef> campos, std::vector<Column> colunas, const TabelaLista& lista);
+  TabelaListaPropria(const TabelaListaPropria&) = delete;
+  TabelaListaPropria& operator=(const TabelaListaPropria&) = delete;
+
+  const TabelaLista& Lista() const { return lista_; }
+
+ private:
+  std::vector<FieldDef> campos_;
+  std::vector<Column> colunas_;
+  TabelaLista lista_;
 };
 
 class TDTM_A_TabLista : public TDTM_A_Padrao {

@@ -22,7 +22,6 @@ constexpr TabelaLista kTabela{.dataset = "TabNaturezaOperacao",
 
 }  // namespace
 
-TDTM_A_TabNaturezaOperacao::TDTM_A_TabNaturezaOperacao(TDTM_ConexaoDS& conexao)
-    : TDTM_A_TabLista(conexao, kTabela) {}
+TDTM_A_TabNaturezaOperacao::TDTM_A_TabNaturezaOperacao(TDTM_ConexaoDS& conexao) : TDTM_A_TabLista(conexao, kTabela) {}
 
 }  // namespace infofiscal

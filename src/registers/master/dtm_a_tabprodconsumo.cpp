@@ -1,17 +1,17 @@
 #include "registers/master/dtm_a_tabprodconsumo.h"
 
-#include "registers/master/tabela_catalogo.h"
+#include "registers/master/familias.h"
 
 namespace infofiscal {
 
 namespace {
 
-const TabelaCatalogo kTabela({.dataset = "TabProdConsumo",
-                                 .provider = "DspListaProdConsumo",
-                                 .codigo = "CDPRODCONSUMO",
-                                 .descricao = "DESCPRODUTO",
-                                 .tamanho_descricao = 80,
-                                 .tipo = "3"});
+const TabelaListaPropria kTabela = TabelaCatalogo({.dataset = "TabProdConsumo",
+                                                   .provider = "DspListaProdConsumo",
+                                                   .codigo = "CDPRODCONSUMO",
+                                                   .descricao = "DESCPRODUTO",
+                                                   .tamanho_descricao = 80,
+                                                   .tipo = "3"});
 
 }  // namespace
 

@@ -1,6 +1,6 @@
 #include "registers/master/dtm_a_tabproduto.h"
 
-#include "registers/master/tabela_catalogo.h"
+#include "registers/master/familias.h"
 
 namespace infofiscal {
 
@@ -8,22 +8,17 @@ namespace {
 
 // Read in this order; the first "S" decides.
 constexpr std::string_view kChaves[] = {
-    "REGCOMPRAPRODUTO",
-    "REGVENDAPRODUTO",
-    "REGINVENTARIOFINALANO",
-    "REGINVENTARIOFINALMES",
-    "REGTRANSFPRODUTOCLIENTE",
-    "REGDEVCOMPRAPRODUTO",
-    "REGDEVVENDAPRODUTO",
+    "REGCOMPRAPRODUTO",        "REGVENDAPRODUTO",     "REGINVENTARIOFINALANO", "REGINVENTARIOFINALMES",
+    "REGTRANSFPRODUTOCLIENTE", "REGDEVCOMPRAPRODUTO", "REGDEVVENDAPRODUTO",
 };
-const TabelaCatalogo kTabela({.dataset = "TabProduto",
-                                 .provider = "DspListaProduto",
-                                 .codigo = "CDPRODUTO",
-                                 .descricao = "DESCPRODUTO",
-                                 .tamanho_descricao = 100,
-                                 .tipo = "2",
-                                 .chaves = kChaves,
-                                 .cest = true});
+const TabelaListaPropria kTabela = TabelaCatalogo({.dataset = "TabProduto",
+                                                   .provider = "DspListaProduto",
+                                                   .codigo = "CDPRODUTO",
+                                                   .descricao = "DESCPRODUTO",
+                                                   .tamanho_descricao = 100,
+                                                   .tipo = "2",
+                                                   .chaves = kChaves,
+                                                   .cest = true});
 
 }  // namespace
 

@@ -1,8 +1,7 @@
-#include "registers/header/dtm_a_tabempresa.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "registers/header/dtm_a_tabempresa.h"
 #include "support/fixture.h"
 #include "support/generate.h"
 

@@ -14,17 +14,18 @@ namespace infofiscal {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using testing::generate;
+using ::testing::IsEmpty;
 using testing::json;
 using testing::Snapshot;
 
-const char* const kSwitchesOfProducts[] = {"REGCOMPRAPRODUTO",        "REGVENDAPRODUTO",     "REGINVENTARIOFINALANO",
-                                           "REGINVENTARIOFINALMES",   "REGTRANSFPRODUTOCLIENTE",
-                                           "REGDEVCOMPRAPRODUTO",     "REGDEVVENDAPRODUTO"};
+const char* const kSwitchesOfProducts[] = {"REGCOMPRAPRODUTO",      "REGVENDAPRODUTO",         "REGINVENTARIOFINALANO",
+                                           "REGINVENTARIOFINALMES", "REGTRANSFPRODUTOCLIENTE", "REGDEVCOMPRAPRODUTO",
+                                           "REGDEVVENDAPRODUTO"};
 
 json produto(int code, const char* desc, const json& cest) {
-  return {{"CDPRODUTO", code}, {"DESCPRODUTO", desc}, {"SIGLAUNIDADE", "UN"}, {"NUMNCM", "22030000"}, {"CODCEST", cest}};
+  return {
+      {"CDPRODUTO", code}, {"DESCPRODUTO", desc}, {"SIGLAUNIDADE", "UN"}, {"NUMNCM", "22030000"}, {"CODCEST", cest}};
 }
 
 // Every catalogue answers; every switch is off unless `switches` turns it on.
@@ -32,16 +33,21 @@ Snapshot catalogues(const json& switches) {
   return Snapshot()
       .registro(7, switches)
       .params("DspListaEquipamento", json::array(),
-              json::array({{{"CDEQUIPAMENTO", 7}, {"DESCEQUIPAMENTO", "Freezer horizontal"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", "84185010"}}}))
+              json::array({{{"CDEQUIPAMENTO", 7},
+                            {"DESCEQUIPAMENTO", "Freezer horizontal"},
+                            {"SIGLAUNIDADE", "PC"},
+                            {"NUMNCM", "84185010"}}}))
       .params("DspListaProduto", json::array(), json::array({produto(10, "Cerveja lata", "03.021.00")}))
       .params("DspListaInsumo", json::array(),
               json::array({{{"CDINSUMO", 5}, {"DESCINSUMO", "Malte"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", "11071010"}}}))
       .params("DspListaProdConsumo", json::array(),
-              json::array({{{"CDPRODCONSUMO", 3}, {"DESCPRODUTO", "Papel A4"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", nullptr}}}));
+              json::array(
+                  {{{"CDPRODCONSUMO", 3}, {"DESCPRODUTO", "Papel A4"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", nullptr}}}));
 }
 
 const char kEquipamento[] =
-    "[C00]12[/C00][C01]1[/C01][C02]7[/C02][C03]Freezer horizontal[/C03][C04]PC[/C04][C05]84185010[/C05][C06][/C06][C99]06[/C99]";
+    "[C00]12[/C00][C01]1[/C01][C02]7[/C02][C03]Freezer "
+    "horizontal[/C03][C04]PC[/C04][C05]84185010[/C05][C06][/C06][C99]06[/C99]";
 const char kProduto[] =
     "[C00]12[/C00][C01]2[/C01][C02]10[/C02][C03]Cerveja lata[/C03][C04]UN[/C04][C05]22030000[/C05][C06]03.021.00[/C06]"
     "[C99]06[/C99]";
@@ -65,7 +71,8 @@ TEST(Line12, SwitchesDecideEquipmentAndProducts) {
   for (const char* sw : kSwitchesOfProducts)
     EXPECT_THAT(all_four(catalogues({{sw, "S"}})), ElementsAre(kProduto, kProdConsumo)) << sw;
   // Inputs are never listed, even with their purchase switch on.
-  EXPECT_THAT(all_four(catalogues({{"REGCOMPRAINSUMO", "S"}, {"REGCOMPRAEQUIPAMENTO", "s"}})), ElementsAre(kProdConsumo));
+  EXPECT_THAT(all_four(catalogues({{"REGCOMPRAINSUMO", "S"}, {"REGCOMPRAEQUIPAMENTO", "s"}})),
+              ElementsAre(kProdConsumo));
 }
 
 TEST(Line12, ProductsOffMeansNoProductQuery) {
@@ -74,7 +81,8 @@ TEST(Line12, ProductsOffMeansNoProductQuery) {
     for (const char* sw : kSwitchesOfProducts) switches[sw] = off;
     const Snapshot s = Snapshot().registro(7, switches).error("DspListaProduto", json::array(), "não devia consultar");
     EXPECT_THAT(generate(s, &TDTM_A_TabProduto::L12_RegistroProduto).lines, IsEmpty()) << off;
-    const Snapshot e = Snapshot().registro(7, switches).error("DspListaEquipamento", json::array(), "não devia consultar");
+    const Snapshot e =
+        Snapshot().registro(7, switches).error("DspListaEquipamento", json::array(), "não devia consultar");
     EXPECT_THAT(generate(e, &TDTM_A_TabEquipamento::L12_RegistroEquipamento).lines, IsEmpty()) << off;
   }
 }
@@ -96,9 +104,11 @@ TEST(Line12, CestOfAProduct) {
     const Snapshot s = Snapshot()
                            .registro(7, {{"REGVENDAPRODUTO", "S"}})
                            .params("DspListaProduto", json::array(), json::array({produto(1, "Suco", c.cest)}));
-    EXPECT_THAT(generate(s, &TDTM_A_TabProduto::L12_RegistroProduto).lines,
-                ElementsAre(std::string("[C00]12[/C00][C01]2[/C01][C02]1[/C02][C03]Suco[/C03][C04]UN[/C04][C05]22030000[/C05]") +
-                            c.c06 + "[C99]06[/C99]"))
+    EXPECT_THAT(
+        generate(s, &TDTM_A_TabProduto::L12_RegistroProduto).lines,
+        ElementsAre(
+            std::string("[C00]12[/C00][C01]2[/C01][C02]1[/C02][C03]Suco[/C03][C04]UN[/C04][C05]22030000[/C05]") +
+            c.c06 + "[C99]06[/C99]"))
         << c.cest;
   }
 }
@@ -127,35 +137,49 @@ TEST(Line12, Failures) {
   const auto cancel_at_2 = [](int p, int) {
     if (p == 2) throw Error("cancelado");
   };
-  json two_equipments = {
-      {{"CDEQUIPAMENTO", 1}, {"DESCEQUIPAMENTO", "A"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}},
-      {{"CDEQUIPAMENTO", 2}, {"DESCEQUIPAMENTO", "B"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}}};
-  const Snapshot s = Snapshot()
-                         .registro(7, {{"REGCOMPRAEQUIPAMENTO", "S"}, {"REGVENDAPRODUTO", "S"}})
-                         .params("DspListaEquipamento", json::array(), two_equipments)
-                         .params("DspListaProduto", json::array(), {produto(1, "A", ""), produto(2, "B", "")})
-                         .params("DspListaInsumo", json::array(),
-                                 {{{"CDINSUMO", 1}, {"DESCINSUMO", "A"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}},
-                                  {{"CDINSUMO", 2}, {"DESCINSUMO", "B"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}}})
-                         .params("DspListaProdConsumo", json::array(),
-                                 {{{"CDPRODCONSUMO", 1}, {"DESCPRODUTO", "A"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}},
-                                  {{"CDPRODCONSUMO", 2}, {"DESCPRODUTO", "B"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}}});
+  json two_equipments = {{{"CDEQUIPAMENTO", 1}, {"DESCEQUIPAMENTO", "A"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}},
+                         {{"CDEQUIPAMENTO", 2}, {"DESCEQUIPAMENTO", "B"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}}};
+  const Snapshot s =
+      Snapshot()
+          .registro(7, {{"REGCOMPRAEQUIPAMENTO", "S"}, {"REGVENDAPRODUTO", "S"}})
+          .params("DspListaEquipamento", json::array(), two_equipments)
+          .params("DspListaProduto", json::array(), {produto(1, "A", ""), produto(2, "B", "")})
+          .params("DspListaInsumo", json::array(),
+                  {{{"CDINSUMO", 1}, {"DESCINSUMO", "A"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}},
+                   {{"CDINSUMO", 2}, {"DESCINSUMO", "B"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}}})
+          .params("DspListaProdConsumo", json::array(),
+                  {{{"CDPRODCONSUMO", 1}, {"DESCPRODUTO", "A"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}},
+                   {{"CDPRODCONSUMO", 2}, {"DESCPRODUTO", "B"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}}});
   const std::string erro = "erro: Erro ano Gerar Registro Linha 12 : cancelado";
-  EXPECT_THAT(generate(s, &TDTM_A_TabEquipamento::L12_RegistroEquipamento, cancel_at_2).lines,
-              ElementsAre("[C00]12[/C00][C01]1[/C01][C02]1[/C02][C03]A[/C03][C04]PC[/C04][C05][/C05][C06][/C06][C99]06[/C99]", erro));
-  EXPECT_THAT(generate(s, &TDTM_A_TabProduto::L12_RegistroProduto, cancel_at_2).lines,
-              ElementsAre("[C00]12[/C00][C01]2[/C01][C02]1[/C02][C03]A[/C03][C04]UN[/C04][C05]22030000[/C05][C06][/C06][C99]06[/C99]", erro));
+  EXPECT_THAT(
+      generate(s, &TDTM_A_TabEquipamento::L12_RegistroEquipamento, cancel_at_2).lines,
+      ElementsAre("[C00]12[/C00][C01]1[/C01][C02]1[/C02][C03]A[/C03][C04]PC[/C04][C05][/C05][C06][/C06][C99]06[/C99]",
+                  erro));
+  EXPECT_THAT(
+      generate(s, &TDTM_A_TabProduto::L12_RegistroProduto, cancel_at_2).lines,
+      ElementsAre(
+          "[C00]12[/C00][C01]2[/C01][C02]1[/C02][C03]A[/C03][C04]UN[/C04][C05]22030000[/C05][C06][/C06][C99]06[/C99]",
+          erro));
   EXPECT_THAT(generate(s, &TDTM_A_TabInsumo::L12_RegistroInsumo_, cancel_at_2).lines, ElementsAre(erro));
-  EXPECT_THAT(generate(s, &TDTM_A_TabProdConsumo::L12_RegistroProdConsumo, cancel_at_2).lines,
-              ElementsAre("[C00]12[/C00][C01]3[/C01][C02]1[/C02][C03]A[/C03][C04]CX[/C04][C05][/C05][C06][/C06][C99]06[/C99]", erro));
+  EXPECT_THAT(
+      generate(s, &TDTM_A_TabProdConsumo::L12_RegistroProdConsumo, cancel_at_2).lines,
+      ElementsAre("[C00]12[/C00][C01]3[/C01][C02]1[/C02][C03]A[/C03][C04]CX[/C04][C05][/C05][C06][/C06][C99]06[/C99]",
+                  erro));
 
   // Outside the guarded block: the fiscal register and the list's own open.
-  EXPECT_THAT(generate(Snapshot().error("DspRegistroInfoFiscal", {7}, "sem conexão"), &TDTM_A_TabProdConsumo::L12_RegistroProdConsumo).lines,
+  EXPECT_THAT(generate(Snapshot().error("DspRegistroInfoFiscal", {7}, "sem conexão"),
+                       &TDTM_A_TabProdConsumo::L12_RegistroProdConsumo)
+                  .lines,
               ElementsAre("erro: sem conexão"));
-  EXPECT_THAT(generate(Snapshot().registro(7).error("DspListaInsumo", json::array(), "sem conexão"), &TDTM_A_TabInsumo::L12_RegistroInsumo_).lines,
+  EXPECT_THAT(generate(Snapshot().registro(7).error("DspListaInsumo", json::array(), "sem conexão"),
+                       &TDTM_A_TabInsumo::L12_RegistroInsumo_)
+                  .lines,
               ElementsAre("erro: sem conexão"));
-  EXPECT_THAT(generate(Snapshot().registro(7, {{"REGDEVVENDAPRODUTO", "S"}}).params("DspListaProduto", json::array(), json::array({{{"CDPRODUTO", 1}}})),
-                       &TDTM_A_TabProduto::L12_RegistroProduto).lines,
+  EXPECT_THAT(generate(Snapshot()
+                           .registro(7, {{"REGDEVVENDAPRODUTO", "S"}})
+                           .params("DspListaProduto", json::array(), json::array({{{"CDPRODUTO", 1}}})),
+                       &TDTM_A_TabProduto::L12_RegistroProduto)
+                  .lines,
               ElementsAre("erro: Campo 'DESCPRODUTO' não encontrado em TabProduto"));
 }
 

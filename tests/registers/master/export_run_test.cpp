@@ -1,11 +1,12 @@
 // Whole runs of the orchestrator: what the steps without a switch write, and where the master
 // data and the inventories stand in the file.
-#include <cstdio>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "export/obj_exportainfofiscal.h"
+#include "host/error.h"
 #include "registers/header/dtm_a_tabcontador.h"
 #include "registers/header/dtm_a_tabempresa.h"
 #include "registers/master/dtm_a_tabcliente.h"
@@ -19,7 +20,6 @@
 #include "registers/master/dtm_a_tabproduto.h"
 #include "registers/master/dtm_a_tabunidade.h"
 #include "registers/outgoing/dtm_a_nf_numinutilizado.h"
-#include "host/error.h"
 #include "support/fixture.h"
 
 namespace infofiscal {
@@ -64,7 +64,8 @@ Snapshot month(const json& switches, Snapshot first = Snapshot()) {
               row<TDTM_A_TabProduto>([](auto& m) -> auto& { return m.TabProduto; },
                                      {{"CDPRODUTO", 10}, {"DESCPRODUTO", "Cerveja"}, {"CODCEST", "00.000.00"}}))
       .params("DspListaInsumo", none,
-              row<TDTM_A_TabInsumo>([](auto& m) -> auto& { return m.TabInsumo; }, {{"CDINSUMO", 5}, {"DESCINSUMO", "Malte"}}))
+              row<TDTM_A_TabInsumo>([](auto& m) -> auto& { return m.TabInsumo; },
+                                    {{"CDINSUMO", 5}, {"DESCINSUMO", "Malte"}}))
       .params("DspListaProdConsumo", none,
               row<TDTM_A_TabProdConsumo>([](auto& m) -> auto& { return m.TabProdConsumo; },
                                          {{"CDPRODCONSUMO", 3}, {"DESCPRODUTO", "Papel"}}))
@@ -72,7 +73,8 @@ Snapshot month(const json& switches, Snapshot first = Snapshot()) {
               row<TDTM_A_TabUnidade>([](auto& m) -> auto& { return m.TabUnidade; },
                                      {{"CDUNIDADE", 1}, {"SIGLAUNIDADE", "UN"}, {"DESCUNIDADE", "UNIDADE"}}))
       .params("DspListaCliente", none,
-              row<TDTM_A_TabCliente>([](auto& m) -> auto& { return m.TabCliente; }, {{"CDCLIENTE", 15}, {"RAZAOSOCIAL", "João"}}))
+              row<TDTM_A_TabCliente>([](auto& m) -> auto& { return m.TabCliente; },
+                                     {{"CDCLIENTE", 15}, {"RAZAOSOCIAL", "João"}}))
       .params("DspListaFornecedor", none,
               row<TDTM_A_TabFornecedor>([](auto& m) -> auto& { return m.TabFornecedor; },
                                         {{"CDFORNECEDOR", 40}, {"RAZAOSOCIAL", "Sul"}}))
@@ -80,14 +82,16 @@ Snapshot month(const json& switches, Snapshot first = Snapshot()) {
               row<TDTM_A_TabNaturezaOperacao>([](auto& m) -> auto& { return m.TabNaturezaOperacao; },
                                               {{"CDTABCFOP", 5102}, {"DESCCFOP", "Venda"}}))
       .params("DspInventario_FM", {7},
-              row<TDTM_A_TabInventario_FinalMes>([](auto& m) -> auto& { return m.TabInventario; },
-                                                 {{"CDINVENTARIOEMP", 1}, {"DATAINVENTARIO", "2024-03-31"}, {"TOTALINVENTARIO", 5}}))
+              row<TDTM_A_TabInventario_FinalMes>(
+                  [](auto& m) -> auto& { return m.TabInventario; },
+                  {{"CDINVENTARIOEMP", 1}, {"DATAINVENTARIO", "2024-03-31"}, {"TOTALINVENTARIO", 5}}))
       .params("DspInventarioProduto_FM", {7},
               row<TDTM_A_TabInventario_FinalMes>([](auto& m) -> auto& { return m.TabInventarioProduto; },
                                                  {{"CDPRODUTO", 10}, {"PRECOTOTAL", 5}}))
       .params("DspInventario_FA", {7},
-              row<TDTM_A_TabInventario_FinalAno>([](auto& m) -> auto& { return m.TabInventario; },
-                                                 {{"CDINVENTARIOEMP", 2}, {"DATAINVENTARIO", "2023-12-31"}, {"TOTALINVENTARIO", 8}}))
+              row<TDTM_A_TabInventario_FinalAno>(
+                  [](auto& m) -> auto& { return m.TabInventario; },
+                  {{"CDINVENTARIOEMP", 2}, {"DATAINVENTARIO", "2023-12-31"}, {"TOTALINVENTARIO", 8}}))
       .params("DspInventarioProduto_FA", {7},
               row<TDTM_A_TabInventario_FinalAno>([](auto& m) -> auto& { return m.TabInventarioProduto; },
                                                  {{"CDPRODUTO", 10}, {"PRECOTOTAL", 8}}));
@@ -114,24 +118,30 @@ const char kLine01[] =
     "[C00]01[/C00][C01]2[/C01][C02]01/03/2024[/C02][C03]31/03/2024[/C03][C04]%s[/C04][C05]%s[/C05][C06][/C06]"
     "[C07][/C07][C08][/C08][C09][/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C99]15[/C99]";
 const char kLine02[] =
-    "[C00]02[/C00][C01]1[/C01][C02]Boa Vista[/C02][C03][/C03][C04]12.345.678/0001-90[/C04][C05][/C05][C06][/C06][C07][/C07]"
+    "[C00]02[/C00][C01]1[/C01][C02]Boa "
+    "Vista[/C02][C03][/C03][C04]12.345.678/0001-90[/C04][C05][/C05][C06][/C06][C07][/C07]"
     "[C08][/C08][C09][/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C16][/C16][C17][/C17]"
     "[C18][/C18][C19][/C19][C99]19[/C99]";
 const char kLine03[] =
-    "[C00]03[/C00][C01]3[/C01][C02]Ana[/C02][C03]123[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/C08][C09][/C09]"
+    "[C00]03[/C00][C01]3[/C01][C02]Ana[/C02][C03]123[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/"
+    "C08][C09][/C09]"
     "[C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C99]14[/C99]";
 const char kVoided[] =
-    "[C00]04[/C00][C01]21[/C01][C02]1[/C02][C03]88[/C03][C04][/C04][C05][/C05][C06]55[/C06][C07][/C07][C08][/C08][C09][/C09]"
+    "[C00]04[/C00][C01]21[/C01][C02]1[/C02][C03]88[/C03][C04][/C04][C05][/C05][C06]55[/C06][C07][/C07][C08][/"
+    "C08][C09][/C09]"
     "[C10]0,00[/C10][C11]0,00[/C11][C12]0,00[/C12][C13]0,00[/C13][C14]0,00[/C14][C15]0,00[/C15][C16]0,00[/C16]"
     "[C17]0,00[/C17][C18]0,00[/C18][C19]0,00[/C19][C20]0,00[/C20][C21]0,00[/C21][C22]0,00[/C22][C23]0[/C23][C24]5[/C24]"
     "[C25][/C25][C26][/C26][C99]26[/C99]";
-const char kProdConsumo[] = "[C00]12[/C00][C01]3[/C01][C02]3[/C02][C03]Papel[/C03][C04][/C04][C05][/C05][C06][/C06][C99]06[/C99]";
+const char kProdConsumo[] =
+    "[C00]12[/C00][C01]3[/C01][C02]3[/C02][C03]Papel[/C03][C04][/C04][C05][/C05][C06][/C06][C99]06[/C99]";
 const char kUnidade[] = "[C00]13[/C00][C01]1[/C01][C02]UN[/C02][C03]UNIDADE[/C03][C99]03[/C99]";
 const char kCliente[] =
-    "[C00]14[/C00][C01]1[/C01][C02]15[/C02][C03]João[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/C08][C09][/C09]"
+    "[C00]14[/C00][C01]1[/C01][C02]15[/C02][C03]João[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/"
+    "C08][C09][/C09]"
     "[C10][/C10][C11][/C11][C99]11[/C99]";
 const char kFornecedor[] =
-    "[C00]14[/C00][C01]2[/C01][C02]40[/C02][C03]Sul[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/C08][C09][/C09]"
+    "[C00]14[/C00][C01]2[/C01][C02]40[/C02][C03]Sul[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/C08][C09][/"
+    "C09]"
     "[C10][/C10][C11][/C11][C99]11[/C99]";
 const char kNatureza[] = "[C00]15[/C00][C01]5102[/C01][C02]Venda[/C02][C99]02[/C99]";
 
@@ -142,22 +152,23 @@ std::string line01(const char* mes, const char* ano) {
 }
 
 TEST(ExportRun, EverySwitchOffStillWritesTheListsWithoutASwitch) {
-  EXPECT_THAT(run_lines(month(json::object())), ElementsAre(line01("N", "N"), kLine02, kLine03, kVoided, kProdConsumo, kUnidade, kCliente,
-                                                kFornecedor, kNatureza));
+  EXPECT_THAT(run_lines(month(json::object())), ElementsAre(line01("N", "N"), kLine02, kLine03, kVoided, kProdConsumo,
+                                                            kUnidade, kCliente, kFornecedor, kNatureza));
 }
 
 TEST(ExportRun, InventoriesCloseTheFileAndBringTheProducts) {
   EXPECT_THAT(
       run_lines(month({{"REGINVENTARIOFINALMES", "S"}, {"REGINVENTARIOFINALANO", "S"}})),
-      ElementsAre(line01("S", "S"), kLine02, kLine03, kVoided,
-                  "[C00]12[/C00][C01]2[/C01][C02]10[/C02][C03]Cerveja[/C03][C04][/C04][C05][/C05][C06][/C06][C99]06[/C99]",
-                  kProdConsumo, kUnidade, kCliente, kFornecedor, kNatureza,
-                  "[C00]16[/C00][C02]1[/C02][C03]31/03/2024[/C03][C04]5,00[/C04][C99]04[/C99]",
-                  "[C00]17[/C00][C01][/C01][C02][/C02][C03]10[/C03][C04]0,00[/C04][C05]0,00[/C05][C06]5,00[/C06][C07][/C07]"
-                  "[C08]2[/C08][C99]08[/C99]",
-                  "[C00]18[/C00][C02]2[/C02][C03]31/12/2023[/C03][C04]8,00[/C04][C99]04[/C99]",
-                  "[C00]19[/C00][C01][/C01][C02][/C02][C03]10[/C03][C04]0,00[/C04][C05]0,00[/C05][C06]8,00[/C06][C07][/C07]"
-                  "[C08]2[/C08][C99]08[/C99]"));
+      ElementsAre(
+          line01("S", "S"), kLine02, kLine03, kVoided,
+          "[C00]12[/C00][C01]2[/C01][C02]10[/C02][C03]Cerveja[/C03][C04][/C04][C05][/C05][C06][/C06][C99]06[/C99]",
+          kProdConsumo, kUnidade, kCliente, kFornecedor, kNatureza,
+          "[C00]16[/C00][C02]1[/C02][C03]31/03/2024[/C03][C04]5,00[/C04][C99]04[/C99]",
+          "[C00]17[/C00][C01][/C01][C02][/C02][C03]10[/C03][C04]0,00[/C04][C05]0,00[/C05][C06]5,00[/C06][C07][/C07]"
+          "[C08]2[/C08][C99]08[/C99]",
+          "[C00]18[/C00][C02]2[/C02][C03]31/12/2023[/C03][C04]8,00[/C04][C99]04[/C99]",
+          "[C00]19[/C00][C01][/C01][C02][/C02][C03]10[/C03][C04]0,00[/C04][C05]0,00[/C05][C06]8,00[/C06][C07][/C07]"
+          "[C08]2[/C08][C99]08[/C99]"));
   // Month end only: no year-end lines.
   const auto lines = run_lines(month({{"REGINVENTARIOFINALMES", "S"}}));
   EXPECT_EQ(lines.back().substr(0, 13), "[C00]17[/C00]");

@@ -38,13 +38,16 @@ const Inventory kInventories[] = {
 };
 
 json header(int emp, const json& date, const json& total) {
-  return {{"CDINVENTARIOEMP", emp}, {"CDTIPOINVENTARIO", 1}, {"DATAINVENTARIO", date}, {"TOTALINVENTARIO", total}, {"PDE", 0}};
+  return {{"CDINVENTARIOEMP", emp},
+          {"CDTIPOINVENTARIO", 1},
+          {"DATAINVENTARIO", date},
+          {"TOTALINVENTARIO", total},
+          {"PDE", 0}};
 }
 
 json product(int code, const json& total, const json& overrides = json::object()) {
-  json row = {{"CDINVENTARIO", 4},    {"CDPRODUTO", code},        {"QUANTIDADE", 12},
-              {"PRECOFABRICA", 2.5},  {"PRECOTOTAL", total},      {"SIGLAUNIDADE", "UN"},
-              {"CDTIPOINVENTARIO", 1}};
+  json row = {{"CDINVENTARIO", 4},   {"CDPRODUTO", code},    {"QUANTIDADE", 12},     {"PRECOFABRICA", 2.5},
+              {"PRECOTOTAL", total}, {"SIGLAUNIDADE", "UN"}, {"CDTIPOINVENTARIO", 1}};
   row.update(overrides);
   return row;
 }
@@ -73,7 +76,8 @@ TEST(Inventory, HeaderAndPositiveProducts) {
                                           "[C06]0,00[/C06][C07]UN[/C07][C08]2[/C08][C99]08[/C99]"))
         << inv.name;
     // Every product row is reported, written or not.
-    EXPECT_THAT(g.progress, ElementsAre(std::pair{1, 5}, std::pair{2, 5}, std::pair{3, 5}, std::pair{4, 5}, std::pair{5, 5}))
+    EXPECT_THAT(g.progress,
+                ElementsAre(std::pair{1, 5}, std::pair{2, 5}, std::pair{3, 5}, std::pair{4, 5}, std::pair{5, 5}))
         << inv.name;
   }
 }
@@ -120,7 +124,8 @@ TEST(Inventory, Failures) {
                               .params(inv.provider_header, {7}, json::array({header(3, "2024-01-31", "1.234,50")}))
                               .error(inv.provider_products, {7}, "não devia consultar");
     EXPECT_THAT(inv.gen(bad_header, nullptr).lines,
-                ElementsAre("erro: Erro ano Gerar Registro Linha " + h + " : '1.234,50' não é um valor de ponto flutuante válido"))
+                ElementsAre("erro: Erro ano Gerar Registro Linha " + h +
+                            " : '1.234,50' não é um valor de ponto flutuante válido"))
         << inv.name;
     // A failure at the second product: the header and the first product stay.
     const json products = {product(7, 10.5), product(8, 3)};

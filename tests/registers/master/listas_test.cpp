@@ -14,8 +14,8 @@ namespace infofiscal {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using testing::generate;
+using ::testing::IsEmpty;
 using testing::json;
 using testing::Snapshot;
 
@@ -42,8 +42,12 @@ Snapshot lists() {
               {{{"CDUNIDADE", 1}, {"SIGLAUNIDADE", "UN"}, {"DESCUNIDADE", "UNIDADE"}},
                {{"CDUNIDADE", 2}, {"SIGLAUNIDADE", "KG"}, {"DESCUNIDADE", nullptr}}})
       .params("DspListaCliente", json::array(),
-              {parte("CDCLIENTE", 15, {{"IE_RG", nullptr}, {"ENDERECONUMERO", ""}, {"TIPOPESSOA", "F"},
-                                       {"CNPJ_CPF", "123.456.789-09"}, {"RAZAOSOCIAL", "João Lima"}}),
+              {parte("CDCLIENTE", 15,
+                     {{"IE_RG", nullptr},
+                      {"ENDERECONUMERO", ""},
+                      {"TIPOPESSOA", "F"},
+                      {"CNPJ_CPF", "123.456.789-09"},
+                      {"RAZAOSOCIAL", "João Lima"}}),
                parte("CDCLIENTE", 40)})
       .params("DspListaFornecedor", json::array(), json::array({parte("CDFORNECEDOR", 40)}))
       .params("DspNaturezaOperacao", json::array(),
@@ -57,17 +61,19 @@ TEST(MasterLists, OneLinePerRowWhateverTheSwitches) {
               ElementsAre("[C00]13[/C00][C01]1[/C01][C02]UN[/C02][C03]UNIDADE[/C03][C99]03[/C99]",
                           "[C00]13[/C00][C01]2[/C01][C02]KG[/C02][C03][/C03][C99]03[/C99]"));
   // A party that is both client and supplier is listed twice, once per kind.
-  EXPECT_THAT(generate(s, &TDTM_A_TabCliente::L14_RegistroCliente).lines,
-              ElementsAre("[C00]14[/C00][C01]1[/C01][C02]15[/C02][C03]João Lima[/C03][C04]123.456.789-09[/C04][C05][/C05]"
-                          "[C06]F[/C06][C07]Rua XV[/C07][C08][/C08][C09]Centro[/C09][C10]4106902[/C10][C11]1058[/C11]"
-                          "[C99]11[/C99]",
-                          "[C00]14[/C00][C01]1[/C01][C02]40[/C02][C03]Distribuidora Sul Ltda[/C03][C04]11.222.333/0001-81[/C04]"
-                          "[C05]9012345678[/C05][C06]J[/C06][C07]Rua XV[/C07][C08]55[/C08][C09]Centro[/C09][C10]4106902[/C10]"
-                          "[C11]1058[/C11][C99]11[/C99]"));
-  EXPECT_THAT(generate(s, &TDTM_A_TabFornecedor::L14_RegistroFornecedor).lines,
-              ElementsAre("[C00]14[/C00][C01]2[/C01][C02]40[/C02][C03]Distribuidora Sul Ltda[/C03][C04]11.222.333/0001-81[/C04]"
-                          "[C05]9012345678[/C05][C06]J[/C06][C07]Rua XV[/C07][C08]55[/C08][C09]Centro[/C09][C10]4106902[/C10]"
-                          "[C11]1058[/C11][C99]11[/C99]"));
+  EXPECT_THAT(
+      generate(s, &TDTM_A_TabCliente::L14_RegistroCliente).lines,
+      ElementsAre("[C00]14[/C00][C01]1[/C01][C02]15[/C02][C03]João Lima[/C03][C04]123.456.789-09[/C04][C05][/C05]"
+                  "[C06]F[/C06][C07]Rua XV[/C07][C08][/C08][C09]Centro[/C09][C10]4106902[/C10][C11]1058[/C11]"
+                  "[C99]11[/C99]",
+                  "[C00]14[/C00][C01]1[/C01][C02]40[/C02][C03]Distribuidora Sul Ltda[/C03][C04]11.222.333/0001-81[/C04]"
+                  "[C05]9012345678[/C05][C06]J[/C06][C07]Rua XV[/C07][C08]55[/C08][C09]Centro[/C09][C10]4106902[/C10]"
+                  "[C11]1058[/C11][C99]11[/C99]"));
+  EXPECT_THAT(
+      generate(s, &TDTM_A_TabFornecedor::L14_RegistroFornecedor).lines,
+      ElementsAre("[C00]14[/C00][C01]2[/C01][C02]40[/C02][C03]Distribuidora Sul Ltda[/C03][C04]11.222.333/0001-81[/C04]"
+                  "[C05]9012345678[/C05][C06]J[/C06][C07]Rua XV[/C07][C08]55[/C08][C09]Centro[/C09][C10]4106902[/C10]"
+                  "[C11]1058[/C11][C99]11[/C99]"));
   EXPECT_THAT(generate(s, &TDTM_A_TabNaturezaOperacao::L15_RegistroNaturezaOperacao).lines,
               ElementsAre("[C00]15[/C00][C01]5102[/C01][C02]Venda de mercadoria adquirida[/C02][C99]02[/C99]",
                           "[C00]15[/C00][C01]1202[/C01][C02]Devolução de venda[/C02][C99]02[/C99]"));
@@ -104,7 +110,9 @@ TEST(MasterLists, ProgressAndFailures) {
     const auto failed = c.gen(lists(), cancel_at_2);
     ASSERT_EQ(failed.lines.size(), 2u) << c.provider;
     EXPECT_EQ(failed.lines[0], ok.lines[0]) << c.provider;
-    if (c.first_line) EXPECT_EQ(failed.lines[0], c.first_line);
+    if (c.first_line) {
+      EXPECT_EQ(failed.lines[0], c.first_line);
+    }
     EXPECT_EQ(failed.lines[1], std::string("erro: ") + c.prefix + "cancelado") << c.provider;
     // An empty list: no line, no progress.
     const auto empty = c.gen(Snapshot().registro(7), nullptr);
@@ -123,7 +131,8 @@ TEST(MasterLists, ProgressAndFailures) {
 TEST(MasterLists, ASupplierFailureCarriesThePrefixOfLine14) {
   const Snapshot s = Snapshot().registro(7).params("DspListaFornecedor", json::array(),
                                                    {parte("CDFORNECEDOR", 1), parte("CDFORNECEDOR", 2)});
-  const auto g = generate(s, &TDTM_A_TabFornecedor::L14_RegistroFornecedor, [](int, int) { throw Error("disco cheio"); });
+  const auto g =
+      generate(s, &TDTM_A_TabFornecedor::L14_RegistroFornecedor, [](int, int) { throw Error("disco cheio"); });
   EXPECT_THAT(g.lines, ElementsAre("erro: Erro ano Gerar Registro Linha 14 : disco cheio"));
   json row = parte("CDFORNECEDOR", 1);
   row.erase("IBGE_PAIS");
