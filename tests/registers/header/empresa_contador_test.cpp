@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+// Lines 02 (company) and 03 (accountant): one line each, from the first row.
+#include "registers/header/dtm_a_tabcontador.h"
 #include "registers/header/dtm_a_tabempresa.h"
 #include "support/fixture.h"
 #include "support/generate.h"
@@ -83,12 +85,73 @@ TEST(Line02, AsksForTheCompanyTheUserWorksIn) {
   EXPECT_EQ(line02(s, 4).at(0).substr(0, 25), "[C00]02[/C00][C01]4[/C01]");
 }
 
-TEST(Line02, OpenFailuresPassUnchanged) {
-  EXPECT_THAT(line02(Snapshot().error("DspEmpresa", {1}, "conexão recusada")), ElementsAre("erro: conexão recusada"));
-  json row = empresa();
-  row.erase("EMAIL");
-  EXPECT_THAT(line02(Snapshot().params("DspEmpresa", {1}, json::array({row}))),
-              ElementsAre("erro: Campo 'EMAIL' não encontrado em TabEmpresa"));
+json contador(const json& overrides = json::object()) {
+  json row = {{"CDCONTADOR", 3},
+              {"NOMECONTADOR", "Ana Souza"},
+              {"FONE", "(41) 3222-1111"},
+              {"CPF", "123.456.789-09"},
+              {"CRC", "PR-045678/O-1"},
+              {"CNPJ", nullptr},
+              {"CEP", "80020-100"},
+              {"ENDERECO", "Av. Sete de Setembro"},
+              {"ENDERECONUMERO", "2500"},
+              {"ENDERECOCOMPLEMENTO", "Conj. 41"},
+              {"BAIRRO", "Rebouças"},
+              {"EMAIL", "ana@contabil.com.br"},
+              {"FAX", ""},
+              {"CODIBGE", 4106902}};
+  row.update(overrides);
+  return row;
+}
+
+std::vector<std::string> line03(const Snapshot& snapshot) {
+  Run run(snapshot);
+  TDTM_A_TabContador modulo(run.conexao);
+  return testing::lines_or_error([&](TStringList& l) { modulo.InformacaoContador(l); });
+}
+
+TEST(Line03, ColumnsInTheLineOrder) {
+  const struct {
+    const char* name;
+    json rows;
+    const char* line;
+  } cases[] = {
+      {"a person: no CNPJ; number before complement, postal code after them",
+       json::array({contador(), contador({{"CDCONTADOR", 4}})}),
+       "[C00]03[/C00][C01]3[/C01][C02]Ana Souza[/C02][C03]123.456.789-09[/C03][C04]PR-045678/O-1[/C04][C05][/C05]"
+       "[C06]Av. Sete de Setembro[/C06][C07]2500[/C07][C08]Conj. 41[/C08][C09]80020-100[/C09][C10]Rebouças[/C10]"
+       "[C11](41) 3222-1111[/C11][C12][/C12][C13]ana@contabil.com.br[/C13][C14]4106902[/C14][C99]14[/C99]"},
+      {"an office without CPF",
+       json::array({contador({{"CPF", nullptr}, {"CNPJ", "11.222.333/0001-81"}, {"CODIBGE", nullptr}})}),
+       "[C00]03[/C00][C01]3[/C01][C02]Ana Souza[/C02][C03][/C03][C04]PR-045678/O-1[/C04][C05]11.222.333/0001-81[/C05]"
+       "[C06]Av. Sete de Setembro[/C06][C07]2500[/C07][C08]Conj. 41[/C08][C09]80020-100[/C09][C10]Rebouças[/C10]"
+       "[C11](41) 3222-1111[/C11][C12][/C12][C13]ana@contabil.com.br[/C13][C14][/C14][C99]14[/C99]"},
+      {"empty result: fourteen empty columns", json::array(),
+       "[C00]03[/C00][C01][/C01][C02][/C02][C03][/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/C08]"
+       "[C09][/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C99]14[/C99]"},
+  };
+  for (const auto& c : cases)
+    EXPECT_THAT(line03(Snapshot().params("DspContador", json::array(), c.rows)), ElementsAre(c.line)) << c.name;
+}
+
+// The opens stand outside the error rule: their failures, a missing field included, pass as
+// they are.
+TEST(HeaderLines, OpenFailuresPassUnchanged) {
+  json sem_email = empresa(), sem_crc = contador();
+  sem_email.erase("EMAIL");
+  sem_crc.erase("CRC");
+  const struct {
+    std::vector<std::string> lines;
+    const char* error;
+  } cases[] = {
+      {line02(Snapshot().error("DspEmpresa", {1}, "conexão recusada")), "erro: conexão recusada"},
+      {line02(Snapshot().params("DspEmpresa", {1}, json::array({sem_email}))),
+       "erro: Campo 'EMAIL' não encontrado em TabEmpresa"},
+      {line03(Snapshot().error("DspContador", json::array(), "tempo esgotado")), "erro: tempo esgotado"},
+      {line03(Snapshot().params("DspContador", json::array(), json::array({sem_crc}))),
+       "erro: Campo 'CRC' não encontrado em TabContador"},
+  };
+  for (const auto& c : cases) EXPECT_THAT(c.lines, ElementsAre(c.error));
 }
 
 }  // namespace
