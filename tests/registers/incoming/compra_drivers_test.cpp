@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "registers/incoming/compras.h"
+#include "registers/incoming/dtm_a_compraprodconsumo.h"
+#include "registers/incoming/dtm_a_compraproduto.h"
 
 namespace infofiscal {
 namespace {
@@ -243,6 +245,48 @@ TEST(PurchaseDrivers, FailuresEndTheDriverAndKeepEarlierLines) {
     EXPECT_THAT(out.lines, ElementsAreArray(c.lines)) << c.name;
     EXPECT_THAT(out.progress, ElementsAreArray(c.progress)) << c.name;
   }
+}
+
+// A snapshot whose purchase list is replaced by `rows` rows of model 65, made on the fly.
+class ListaLonga : public RecordSource {
+ public:
+  ListaLonga(const Snapshot& snapshot, int rows) : base_(snapshot.document(), "teste"), rows_(rows) {}
+  Packet fetch(const FetchRequest& request) override {
+    if (request.provider != "DspListaCompra") return base_.fetch(request);
+    Packet packet;
+    packet.width = request.fields.size();
+    packet.cells.reserve(packet.width * static_cast<std::size_t>(rows_));
+    for (int i = 1; i <= rows_; ++i)
+      for (const FieldDef& f : request.fields)
+        packet.cells.push_back(f.name == "CDCOMPRA" ? Value(std::int64_t{i}) : f.name == "MODELO" ? Value("65") : Value());
+    return packet;
+  }
+
+ private:
+  SnapshotSource base_;
+  int rows_;
+};
+
+TEST(PurchaseDrivers, ConsumptionProductsStopAtRow999999WhenNoRangeIsSet) {
+  const Snapshot registro = notas(Kind::Produto, {}, {{"REGCOMPRAPRODCONSUMO", "S"}});
+  const auto progress_of = [&](auto&& make, auto&& call) {
+    ListaLonga source(registro, 1000000);
+    TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c()};
+    testing::Run run(Snapshot{});
+    auto module = make(conexao);
+    run.configure(*module);
+    TStringList list;
+    call(*module, list);
+    return run.progress;
+  };
+  const auto consumo = progress_of([](auto& c) { return std::make_unique<TDTM_A_CompraProdConsumo>(c); },
+                                   [](auto& m, auto& l) { m.L04_L05_L06_RegistroCompraProdConsumo(l, 0); });
+  ASSERT_EQ(consumo.size(), 999999u);
+  EXPECT_EQ(consumo.back(), std::pair(999999, 1000000));
+  const auto produto = progress_of([](auto& c) { return std::make_unique<TDTM_A_CompraProduto>(c); },
+                                   [](auto& m, auto& l) { m.L04_L05_L06_RegistroCompraProduto(l, 0); });
+  ASSERT_EQ(produto.size(), 1000000u);
+  EXPECT_EQ(produto.back(), std::pair(1000000, 1000000));
 }
 
 TEST(PurchaseDrivers, InputsReportOneLessThanTheirRowsAndWriteNothing) {
