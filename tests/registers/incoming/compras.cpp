@@ -178,35 +178,25 @@ Outcome drive(Kind kind, const Snapshot& snapshot, int filtro) {
   Run run(snapshot);
   TStringList list;
   Outcome out;
-  const auto call = [&](auto& module, auto&& driver) {
-    run.configure(module);
+  // Creates the kind's module, configures it as a step does and calls its driver.
+  const auto call = [&]<class Module>(void (Module::*driver)(TStringList&, int)) {
+    Module m(run.conexao);
+    run.configure(m);
     try {
-      driver(module);
+      (m.*driver)(list, filtro);
     } catch (const Error& e) {
       out.error = e.what();
     }
   };
+  struct Insumo : TDTM_A_CompraInsumo {  // the inputs driver, given the filter it does not take
+    using TDTM_A_CompraInsumo::TDTM_A_CompraInsumo;
+    void Driver(TStringList& a, int) { L04_L05_L06_RegistroCompraInsumo(a); }
+  };
   switch (kind) {
-    case Kind::Equipamento: {
-      TDTM_A_CompraEquipamento m(run.conexao);
-      call(m, [&](auto& x) { x.L04_L05_L06_RegistroCompraEquipamento(list, filtro); });
-      break;
-    }
-    case Kind::Produto: {
-      TDTM_A_CompraProduto m(run.conexao);
-      call(m, [&](auto& x) { x.L04_L05_L06_RegistroCompraProduto(list, filtro); });
-      break;
-    }
-    case Kind::ProdConsumo: {
-      TDTM_A_CompraProdConsumo m(run.conexao);
-      call(m, [&](auto& x) { x.L04_L05_L06_RegistroCompraProdConsumo(list, filtro); });
-      break;
-    }
-    case Kind::Insumo: {
-      TDTM_A_CompraInsumo m(run.conexao);
-      call(m, [&](auto& x) { x.L04_L05_L06_RegistroCompraInsumo(list); });
-      break;
-    }
+    case Kind::Equipamento: call(&TDTM_A_CompraEquipamento::L04_L05_L06_RegistroCompraEquipamento); break;
+    case Kind::Produto: call(&TDTM_A_CompraProduto::L04_L05_L06_RegistroCompraProduto); break;
+    case Kind::ProdConsumo: call(&TDTM_A_CompraProdConsumo::L04_L05_L06_RegistroCompraProdConsumo); break;
+    case Kind::Insumo: call(&Insumo::Driver); break;
   }
   out.lines = lines_of(list);
   out.progress = run.progress;
