@@ -63,9 +63,7 @@ void TDTM_A_DevVenda::Reg_04_InfoNotaFiscal(int ANumRegistro, int ACodTipoNotaFi
                                             TStringList& AArquivo) {
   ConsRegistro_NotaFiscal(ACodTipoNotaFiscal, ACodNotaFiscal);
   UnderErrorRule("Erro ano Gerar Registro Linha 04 : ", [&] {
-    oLinha.Head(4);
-    oLinha.Integer(1, FTipoProcesso);
-    oLinha.Integer(2, ANumRegistro);
+    nf_saida::abre_linha(oLinha, 4, FTipoProcesso, ANumRegistro);
     FColunas04.Write(oLinha);
     if (TabNF_Venda.FieldAt(FPDE).AsString() != "2")
       throw Error("Nota Fiscal de Saída (DevVenda) : " + TabNF_Venda.FieldAt(FCodNota).AsString());
@@ -79,9 +77,7 @@ void TDTM_A_DevVenda::Reg_05_InstituicaoCliente(int ANumRegistro, int ACodTipoNo
                                                 TStringList& AArquivo) {
   ConsRegistro_InstituicaoCliente(ACodTipoNotaFiscal, ACodNotaFiscal);
   UnderErrorRule("Erro ano Gerar Registro Linha 05 : ", [&] {
-    oLinha.Head(5);
-    oLinha.Integer(1, FTipoProcesso);
-    oLinha.Integer(2, ANumRegistro);
+    nf_saida::abre_linha(oLinha, 5, FTipoProcesso, ANumRegistro);
     FColunas05.Write(oLinha);
     oLinha.Trailer(5);
     oLinha.AddTo(AArquivo);

@@ -58,9 +58,7 @@ void TDTM_A_NF::L04_InfoNotaFiscal(int ANumRegistro, int ACodTipoNotaFiscal, int
                                    TStringList& AArquivo) {
   ConsRegistro_NotaFiscal(ACodTipoNotaFiscal, ACodNotaFiscal);
   UnderErrorRule("Erro ano Gerar Registro Linha 04 : ", [&] {
-    oLinha.Head(4);
-    oLinha.Integer(1, FTipoProcesso);
-    oLinha.Integer(2, ANumRegistro);
+    nf_saida::abre_linha(oLinha, 4, FTipoProcesso, ANumRegistro);
     FColunas04.Write(oLinha);
     // C24, the situation: an issued note (2) is 0, a cancelled one (3) is 2; no other state
     // may reach the file. C25 and C26 are never written although the trailer counts them.
@@ -88,9 +86,7 @@ void TDTM_A_NF::L05_InstituicaoFornecedor(int ANumRegistro, int ACodTipoNotaFisc
 void TDTM_A_NF::L05(int papel, int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo) {
   ConsRegistro_NF_Cliente(ACodTipoNotaFiscal, ACodNotaFiscal);
   UnderErrorRule("Erro ano Gerar Registro Linha 05 : ", [&] {
-    oLinha.Head(5);
-    oLinha.Integer(1, FTipoProcesso);
-    oLinha.Integer(2, ANumRegistro);
+    nf_saida::abre_linha(oLinha, 5, FTipoProcesso, ANumRegistro);
     oLinha.Integer(3, papel);
     FColunas05.Write(oLinha);
     oLinha.Trailer(7);

@@ -113,9 +113,7 @@ void TDTM_A_NF_Itens::L06_Produto(int ANumRegistro, int ACodTipoNotaFiscal, int 
     int item = 0;
     while (!TabNF_Produto.Eof()) {
       ++item;
-      oLinha.Head(6);
-      oLinha.Integer(1, FTipoProcesso);
-      oLinha.Integer(2, ANumRegistro);
+      nf_saida::abre_linha(oLinha, 6, FTipoProcesso, ANumRegistro);
       FProduto.Write(oLinha);
       oLinha.Integer(4, item);
       FColunas06.Write(oLinha);

@@ -62,6 +62,12 @@ std::vector<Column> valores_nota(int first) {
   return columns;
 }
 
+void abre_linha(TLinhaRegistro& linha, int tipo_linha, int tipo_processo, int registro) {
+  linha.Head(tipo_linha);
+  linha.Integer(1, tipo_processo);
+  linha.Integer(2, registro);
+}
+
 void consulta_nota(ClientDataSet& dataset, int tipo, int nota) {
   dataset.Close();
   dataset.SetParam(0, std::int64_t{tipo});

@@ -20,6 +20,10 @@ std::vector<FieldDef> cliente_campos(std::initializer_list<FieldDef> ibge);
 // The thirteen amounts of the note header, VALORTOTALNOTA to COFINS_VALOR, from column `first`.
 std::vector<Column> valores_nota(int first);
 
+// Clears `linha` and writes how every outgoing-note line begins: the head of line type
+// `tipo_linha`, C01 the kind code, C02 the row counter of the note.
+void abre_linha(TLinhaRegistro& linha, int tipo_linha, int tipo_processo, int registro);
+
 // Closes `dataset`, sets its two parameters (note type code, note code) and opens it.
 void consulta_nota(ClientDataSet& dataset, int tipo, int nota);
 
