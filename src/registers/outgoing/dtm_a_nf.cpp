@@ -9,7 +9,7 @@ namespace {
 std::vector<Column> colunas_04() {
   std::vector<Column> c = {
       {3, Render::Text, "CDNOTAFISCAL"}, {4, Render::Text, "CDTABCFOP"}, {5, Render::Text, "CHAVENFE"},
-      {6, Render::Constant, "55"},      {7, Render::Text, "NUMSERIE"},  {8, Render::Text, "EMISSAO"},
+      {6, Render::Constant, "55"},       {7, Render::Text, "NUMSERIE"},  {8, Render::Text, "EMISSAO"},
       {9, Render::Text, "SAIDA"},
   };
   for (const Column& v : nf_saida::valores_nota(10)) c.push_back(v);
@@ -30,9 +30,10 @@ TDTM_A_NF::TDTM_A_NF(TDTM_ConexaoDS& conexao)
     : TDTM_A_Padrao(conexao),
       TabListaNotaFiscal("TabListaNotaFiscal", "DspListaNotaFiscal", nf_saida::lista_campos()),
       TabNF_Venda("TabNF_Venda", "DspNF_Venda", nf_saida::venda_campos(FieldClass::Smallint), 2),
-      TabNF_Cliente("TabNF_Cliente", "DspNF_Cliente",
-                    nf_saida::cliente_campos({{"IBGE_CIDADE", FieldClass::Integer, 0}, {"IBGE_PAIS", FieldClass::Integer, 0}}),
-                    2),
+      TabNF_Cliente(
+          "TabNF_Cliente", "DspNF_Cliente",
+          nf_saida::cliente_campos({{"IBGE_CIDADE", FieldClass::Integer, 0}, {"IBGE_PAIS", FieldClass::Integer, 0}}),
+          2),
       FColunas04(TabNF_Venda, colunas_04()),
       FColunas05(TabNF_Cliente, kColunas05),
       FPDE(TabNF_Venda.FieldIndex("PDE")),

@@ -38,10 +38,10 @@ class TDTM_A_NF : public TDTM_A_Padrao {
  private:
   void L05(int papel, int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo);
 
-  TLinhaRegistro oLinha;  // lines 04 and 05
-  ColumnTable FColunas04; // C03 to C23 of line 04
-  ColumnTable FColunas05; // C04 to C07 of line 05
-  int FPDE, FCodNota;     // field indexes in TabNF_Venda
+  TLinhaRegistro oLinha;   // lines 04 and 05
+  ColumnTable FColunas04;  // C03 to C23 of line 04
+  ColumnTable FColunas05;  // C04 to C07 of line 05
+  int FPDE, FCodNota;      // field indexes in TabNF_Venda
 };
 
 }  // namespace infofiscal

@@ -106,8 +106,7 @@ void TDTM_A_NF_Itens::ConsRegistro_Produto(int ACodTipoNotaFiscal, int ACodNotaF
   nf_saida::consulta_nota(TabNF_Produto, ACodTipoNotaFiscal, ACodNotaFiscal);
 }
 
-void TDTM_A_NF_Itens::L06_Produto(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
-                                  TStringList& AArquivo) {
+void TDTM_A_NF_Itens::L06_Produto(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo) {
   ConsRegistro_Produto(ACodTipoNotaFiscal, ACodNotaFiscal);
   UnderErrorRule("Erro ano Gerar Registro Linha 06 : ", [&] {
     int item = 0;

@@ -8,6 +8,8 @@ constexpr TTipoNFSaida kTipo{17, "REGVENDAEQUIPAMENTO", /*fornecedor=*/false, /*
 
 TDTM_A_NF_VendaEquipamento::TDTM_A_NF_VendaEquipamento(TDTM_ConexaoDS& conexao) : TDTM_A_NF_Itens(conexao, kTipo) {}
 
-void TDTM_A_NF_VendaEquipamento::L04_L05_L06_RegistroNF_VendaEquipamento(TStringList& AArquivo, int ACodNotaFiscal) { RegistroNF(AArquivo, ACodNotaFiscal); }
+void TDTM_A_NF_VendaEquipamento::L04_L05_L06_RegistroNF_VendaEquipamento(TStringList& AArquivo, int ACodNotaFiscal) {
+  RegistroNF(AArquivo, ACodNotaFiscal);
+}
 
 }  // namespace infofiscal

@@ -8,28 +8,17 @@ std::vector<FieldDef> lista_campos() {
 
 std::vector<FieldDef> venda_campos(FieldClass cfop) {
   return {
-      {"CDTIPONOTAFISCAL", FieldClass::Smallint, 0},
-      {"CDNOTAFISCAL", FieldClass::Integer, 0},
-      {"CDCLIENTE", FieldClass::Integer, 0},
-      {"NUMSERIE", FieldClass::String, 5},
-      {"EMISSAO", FieldClass::TimeStamp, 0},
-      {"PDE", FieldClass::Smallint, 0},
-      {"SAIDA", FieldClass::TimeStamp, 0},
-      {"CHAVENFE", FieldClass::String, 46},
-      {"VALORTOTALNOTA", FieldClass::Float, 0},
-      {"VALORDESCONTO", FieldClass::Float, 0},
-      {"VALORTOTALPRODUTO", FieldClass::Float, 0},
-      {"VALORFRETE", FieldClass::Float, 0},
-      {"VALORSEGURO", FieldClass::Float, 0},
-      {"VALOROUTRASDESP", FieldClass::Float, 0},
-      {"ICMS_BASECALCULO", FieldClass::Float, 0},
-      {"ICMS_VALOR", FieldClass::Float, 0},
-      {"ICMS_ST_BASECALCULO", FieldClass::Float, 0},
-      {"ICMS_ST_VALOR", FieldClass::Float, 0},
-      {"IPI_VALOR", FieldClass::Float, 0},
-      {"PIS_VALOR", FieldClass::Float, 0},
-      {"COFINS_VALOR", FieldClass::Float, 0},
-      {"CDTABCFOP", cfop, 0},
+      {"CDTIPONOTAFISCAL", FieldClass::Smallint, 0}, {"CDNOTAFISCAL", FieldClass::Integer, 0},
+      {"CDCLIENTE", FieldClass::Integer, 0},         {"NUMSERIE", FieldClass::String, 5},
+      {"EMISSAO", FieldClass::TimeStamp, 0},         {"PDE", FieldClass::Smallint, 0},
+      {"SAIDA", FieldClass::TimeStamp, 0},           {"CHAVENFE", FieldClass::String, 46},
+      {"VALORTOTALNOTA", FieldClass::Float, 0},      {"VALORDESCONTO", FieldClass::Float, 0},
+      {"VALORTOTALPRODUTO", FieldClass::Float, 0},   {"VALORFRETE", FieldClass::Float, 0},
+      {"VALORSEGURO", FieldClass::Float, 0},         {"VALOROUTRASDESP", FieldClass::Float, 0},
+      {"ICMS_BASECALCULO", FieldClass::Float, 0},    {"ICMS_VALOR", FieldClass::Float, 0},
+      {"ICMS_ST_BASECALCULO", FieldClass::Float, 0}, {"ICMS_ST_VALOR", FieldClass::Float, 0},
+      {"IPI_VALOR", FieldClass::Float, 0},           {"PIS_VALOR", FieldClass::Float, 0},
+      {"COFINS_VALOR", FieldClass::Float, 0},        {"CDTABCFOP", cfop, 0},
   };
 }
 
@@ -53,9 +42,9 @@ std::vector<FieldDef> cliente_campos(std::initializer_list<FieldDef> ibge) {
 
 std::vector<Column> valores_nota(int first) {
   static constexpr const char* kValores[] = {
-      "VALORTOTALNOTA", "VALORDESCONTO",       "VALORTOTALPRODUTO", "VALORFRETE", "VALORSEGURO",
-      "VALOROUTRASDESP", "ICMS_BASECALCULO",   "ICMS_VALOR",        "ICMS_ST_BASECALCULO",
-      "ICMS_ST_VALOR",   "IPI_VALOR",          "PIS_VALOR",         "COFINS_VALOR",
+      "VALORTOTALNOTA",  "VALORDESCONTO",    "VALORTOTALPRODUTO", "VALORFRETE",          "VALORSEGURO",
+      "VALOROUTRASDESP", "ICMS_BASECALCULO", "ICMS_VALOR",        "ICMS_ST_BASECALCULO", "ICMS_ST_VALOR",
+      "IPI_VALOR",       "PIS_VALOR",        "COFINS_VALOR",
   };
   std::vector<Column> columns;
   for (const char* campo : kValores) columns.push_back({first++, Render::Amount, campo});
@@ -75,7 +64,8 @@ void consulta_nota(ClientDataSet& dataset, int tipo, int nota) {
   dataset.Open();
 }
 
-void carrega_lista(ClientDataSet& lista, std::uint8_t tipo_registro, std::int32_t registro, std::uint8_t tipo_processo) {
+void carrega_lista(ClientDataSet& lista, std::uint8_t tipo_registro, std::int32_t registro,
+                   std::uint8_t tipo_processo) {
   lista.Close();
   lista.DataRequest({std::int64_t{tipo_registro}, std::int64_t{registro}, std::int64_t{tipo_processo}});
 }

@@ -1,9 +1,8 @@
 // The short sales-return lines 04 (21 columns) and 05 (5 columns), driven as a host would.
-#include "registers/outgoing/dtm_a_devvenda.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "registers/outgoing/dtm_a_devvenda.h"
 #include "registers/outgoing/notas.h"
 
 namespace infofiscal {
@@ -20,7 +19,8 @@ const char* const kL04 =
     "[C13]1000,00[/C13][C14]180,00[/C14][C15]4,40[/C15][C16]5,50[/C16][C17]6,60[/C17][C18]7,70[/C18]"
     "[C19]8,80[/C19][C20]0[/C20][C21]0[/C21][C99]21[/C99]";
 const char* const kL05 =
-    "[C00]05[/C00][C01]0[/C01][C02]{R}[/C02][C03]12.345.678/0001-90[/C03][C04]123456789[/C04][C05]SP[/C05][C99]05[/C99]";
+    "[C00]05[/C00][C01]0[/C01][C02]{R}[/C02][C03]12.345.678/0001-90[/C03][C04]123456789[/C04][C05]SP[/C05][C99]05[/"
+    "C99]";
 
 std::string com(std::string line, int registro, int nota = 0) {
   line.replace(line.find("{R}"), 3, std::to_string(registro));

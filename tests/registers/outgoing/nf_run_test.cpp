@@ -35,8 +35,8 @@ TEST(OutgoingNotesInARun, KindsFollowTheStepsAndOnlyEquipmentSalesTakeTheSingleN
   std::vector<std::string> expected = {l04(17, 2, 1002), l05(17, 2, 1), l06(17, 2, 1)};
   for (const int tipo : {10, 11, 9, 12}) {
     const int papel = testing::kind(tipo).papel;
-    for (const std::string& l : {l04(tipo, 1, 1001), l05(tipo, 1, papel), l04(tipo, 2, 1002), l05(tipo, 2, papel),
-                                 l06(tipo, 2, 1)})
+    for (const std::string& l :
+         {l04(tipo, 1, 1001), l05(tipo, 1, papel), l04(tipo, 2, 1002), l05(tipo, 2, papel), l06(tipo, 2, 1)})
       expected.push_back(l);
   }
   EXPECT_EQ(notas, expected);

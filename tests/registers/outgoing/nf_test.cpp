@@ -67,7 +67,9 @@ TEST(OutgoingNotes, ASwitchNotExactlySWritesNothingAndAsksForNoList) {
   for (const Kind& k : testing::kinds()) {
     for (const json& valor : {json("s"), json("N"), json(""), json(nullptr)}) {
       // A list request would fail the driver.
-      Snapshot s = Snapshot().registro(7, {{k.chave, valor}}).request_error("DspListaNotaFiscal", {2, 7, k.tipo}, "lista pedida");
+      Snapshot s = Snapshot()
+                       .registro(7, {{k.chave, valor}})
+                       .request_error("DspListaNotaFiscal", {2, 7, k.tipo}, "lista pedida");
       const Saida out = roda(k, s);
       EXPECT_EQ(out.error, "") << k.nome << " " << valor;
       EXPECT_THAT(out.lines, IsEmpty());
@@ -95,8 +97,8 @@ TEST(OutgoingNotes, TwoNotesWithTwoAndThreeItems) {
     nota(s, 1002, 3);
     const Saida out = roda(k, s);
     const int t = k.tipo;
-    EXPECT_THAT(out.lines, ElementsAre(l04(t, 1, 1001), l05(t, 1, k.papel), l06(t, 1, 1), l06(t, 1, 2),
-                                       l04(t, 2, 1002), l05(t, 2, k.papel), l06(t, 2, 1), l06(t, 2, 2), l06(t, 2, 3)))
+    EXPECT_THAT(out.lines, ElementsAre(l04(t, 1, 1001), l05(t, 1, k.papel), l06(t, 1, 1), l06(t, 1, 2), l04(t, 2, 1002),
+                                       l05(t, 2, k.papel), l06(t, 2, 1), l06(t, 2, 2), l06(t, 2, 3)))
         << k.nome;
     EXPECT_EQ(out.progress, (Progress{{1, 2}, {2, 2}})) << k.nome;
   }
@@ -119,8 +121,12 @@ TEST(OutgoingNotes, ProductSalesHonourTheRowRange) {
       {"range 2 to 3", {{"TIPOEXPORTACAO", 2}, {"TIPOEXPORTACAOINICIO", 2}, {"TIPOEXPORTACAOFINAL", 3}}, {2, 3}},
       {"start after end", {{"TIPOEXPORTACAO", 2}, {"TIPOEXPORTACAOINICIO", 4}, {"TIPOEXPORTACAOFINAL", 2}}, {}},
       {"range past the list", {{"TIPOEXPORTACAO", 2}, {"TIPOEXPORTACAOINICIO", 5}, {"TIPOEXPORTACAOFINAL", 9}}, {5}},
-      {"kind 1 ignores the range", {{"TIPOEXPORTACAO", 1}, {"TIPOEXPORTACAOINICIO", 2}, {"TIPOEXPORTACAOFINAL", 3}}, {1, 2, 3, 4, 5}},
-      {"kind 0 ignores the range", {{"TIPOEXPORTACAO", 0}, {"TIPOEXPORTACAOINICIO", 9}, {"TIPOEXPORTACAOFINAL", 9}}, {1, 2, 3, 4, 5}},
+      {"kind 1 ignores the range",
+       {{"TIPOEXPORTACAO", 1}, {"TIPOEXPORTACAOINICIO", 2}, {"TIPOEXPORTACAOFINAL", 3}},
+       {1, 2, 3, 4, 5}},
+      {"kind 0 ignores the range",
+       {{"TIPOEXPORTACAO", 0}, {"TIPOEXPORTACAOINICIO", 9}, {"TIPOEXPORTACAOFINAL", 9}},
+       {1, 2, 3, 4, 5}},
   };
   const Kind& k = testing::kind(10);
   for (const auto& c : cases) {
@@ -214,8 +220,9 @@ TEST(OutgoingNotes, NullTextsGiveEmptyElements) {
   const Kind& k = testing::kind(10);
   Snapshot s = ligado(k);
   lista(s, 10, 1);
-  s.params("DspNF_Venda", {1, 1001},
-           json::array({testing::cabecalho(1001, 2, {{"CHAVENFE", nullptr}, {"NUMSERIE", nullptr}, {"SAIDA", nullptr}})}));
+  s.params(
+      "DspNF_Venda", {1, 1001},
+      json::array({testing::cabecalho(1001, 2, {{"CHAVENFE", nullptr}, {"NUMSERIE", nullptr}, {"SAIDA", nullptr}})}));
   const Saida out = roda(k, s);
   ASSERT_EQ(out.lines.size(), 2u);
   EXPECT_EQ(out.lines[0],
@@ -224,7 +231,9 @@ TEST(OutgoingNotes, NullTextsGiveEmptyElements) {
             "[C14]2,20[/C14][C15]3,30[/C15][C16]1000,00[/C16][C17]180,00[/C17][C18]4,40[/C18][C19]5,50[/C19]"
             "[C20]6,60[/C20][C21]7,70[/C21][C22]8,80[/C22][C23]0[/C23][C24]0[/C24][C99]26[/C99]");
   // No party row: every column of line 05 is empty, the role is still written.
-  EXPECT_EQ(out.lines[1], "[C00]05[/C00][C01]10[/C01][C02]1[/C02][C03]1[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C99]07[/C99]");
+  EXPECT_EQ(
+      out.lines[1],
+      "[C00]05[/C00][C01]10[/C01][C02]1[/C02][C03]1[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C99]07[/C99]");
 }
 
 TEST(OutgoingNotes, QuantitiesAreAmountsOfTwoDecimals) {
@@ -266,7 +275,8 @@ TEST(OutgoingNotes, AFailingSecondItemKeepsWhatCameBefore) {
   s.params("DspNF_Venda", {1, 1001}, json::array({testing::cabecalho(1001)}))
       .params("DspNF_Cliente", {1, 1001}, json::array({testing::parte(1001)}))
       .params("DspNF_Produto", {1, 1001},
-              json::array({testing::item(1001, 1), testing::item(1001, 2, {{"QUANTIDADE", "1,5"}}), testing::item(1001, 3)}));
+              json::array(
+                  {testing::item(1001, 1), testing::item(1001, 2, {{"QUANTIDADE", "1,5"}}), testing::item(1001, 3)}));
   const Saida out = roda(k, s);
   EXPECT_EQ(out.error, "Erro ano Gerar Registro Linha 06 : '1,5' não é um valor de ponto flutuante válido");
   EXPECT_THAT(out.lines, ElementsAre(l04(11, 1, 1001), l05(11, 1, 1), l06(11, 1, 1)));
@@ -280,11 +290,28 @@ TEST(OutgoingNotes, FailuresOfTheRecordSourcePassUnchanged) {
     std::function<void(Snapshot&)> fault;
     std::size_t lines;
   } cases[] = {
-      {"fiscal register", [](Snapshot& s) { s = Snapshot().error("DspRegistroInfoFiscal", {7}, "conexão recusada"); }, 0},
-      {"note list", [](Snapshot& s) { s = ligado(testing::kind(9)).request_error("DspListaNotaFiscal", {2, 7, 9}, "conexão recusada"); }, 0},
-      {"header", [](Snapshot& s) { s.error("DspNF_Venda", {1, 1001}, "conexão recusada"); }, 0},
-      {"party", [](Snapshot& s) { s.error("DspNF_Cliente", {1, 1001}, "conexão recusada"); }, 1},
-      {"items", [](Snapshot& s) { s.error("DspNF_Produto", {1, 1001}, "conexão recusada"); }, 2},
+      {"fiscal register", [](Snapshot& s) { s = Snapshot().error("DspRegistroInfoFiscal", {7}, "conexão recusada"); },
+       0},
+      {"note list",
+       [](Snapshot& s) {
+         s = ligado(testing::kind(9)).request_error("DspListaNotaFiscal", {2, 7, 9}, "conexão recusada");
+       },
+       0},
+      {"header",
+       [](Snapshot& s) {
+         s.error("DspNF_Venda", {1, 1001}, "conexão recusada");
+       },
+       0},
+      {"party",
+       [](Snapshot& s) {
+         s.error("DspNF_Cliente", {1, 1001}, "conexão recusada");
+       },
+       1},
+      {"items",
+       [](Snapshot& s) {
+         s.error("DspNF_Produto", {1, 1001}, "conexão recusada");
+       },
+       2},
   };
   for (const auto& c : cases) {
     Snapshot s = ligado(k);

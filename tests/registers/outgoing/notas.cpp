@@ -36,27 +36,52 @@ json cabecalho(int nota, const json& pde, const json& overrides) {
 }
 
 json parte(int nota) {
-  return {{"CDTIPONOTAFISCAL", 1},  {"CDNOTAFISCAL", nota},         {"CDCLIENTE", 42},
-          {"RAZAOSOCIAL", "Loja Ltda"}, {"TIPOPESSOA", "J"},        {"CNPJ_CPF", "12.345.678/0001-90"},
-          {"IE", "123456789"},      {"CDESTADO", "SP"},             {"ENDERECO", "Rua A"},
-          {"ENDERECONUMERO", "10"}, {"BAIRRO", "Centro"},           {"IBGE_CIDADE", 3550308},
-          {"IBGE_PAIS", 1058},      {"CODIBGE", 3550308}};
+  return {{"CDTIPONOTAFISCAL", 1},      {"CDNOTAFISCAL", nota}, {"CDCLIENTE", 42},
+          {"RAZAOSOCIAL", "Loja Ltda"}, {"TIPOPESSOA", "J"},    {"CNPJ_CPF", "12.345.678/0001-90"},
+          {"IE", "123456789"},          {"CDESTADO", "SP"},     {"ENDERECO", "Rua A"},
+          {"ENDERECONUMERO", "10"},     {"BAIRRO", "Centro"},   {"IBGE_CIDADE", 3550308},
+          {"IBGE_PAIS", 1058},          {"CODIBGE", 3550308}};
 }
 
 json item(int nota, int n, const json& overrides) {
-  json row = {{"CDTIPONOTAFISCAL", 1},   {"CDNOTAFISCAL", nota},      {"CDPRODUTO", 500 + n},
-              {"CDLOTE", 1},             {"ITEMNOTAFISCAL", n},       {"DESCPRODUTO", "Produto " + std::to_string(n)},
-              {"UNIDADE", "UN"},         {"QUANTIDADE", 2},           {"PRECOTOTAL", 100},
-              {"DESCONTO", 1},           {"FRETE", 2.5},              {"SEGURO", 3},
-              {"OUTRASDESP", 4},         {"ICMS_CST", "000"},         {"ICMS_BASECALCULO", 90},
-              {"ICMS_ALIQUOTA", 18},     {"ICMS_VALOR", 16.2},        {"ICMS_ST_BASECALCULO", 5},
-              {"ICMS_ST_VALOR", 6},      {"PIS_CST", "01"},           {"COFINS_CST", "02"},
-              {"ICMS_CFOP", "5102"},     {"IPI_CST", "50"},           {"IPI_ENQUADRAMENTO", "999"},
-              {"IPI_BASECALCULO", 7},    {"IPI_VALOR", 8},            {"CODBARRA", "7891234567895"},
-              {"PIS_ALIQUOTA", 1.65},    {"PIS_BASECALCULO", 91},     {"PIS_VALOR", 1.5},
-              {"PIS_QUANTUNIDADE", 9},   {"PIS_VALORUNIDADE", 10},    {"COFINS_ALIQUOTA", 7.6},
-              {"COFINS_QUANTUNIDADE", 11}, {"COFINS_VALORUNIDADE", 12}, {"COFINS_BASECALCULO", 92},
-              {"COFINS_VALOR", 6.99},    {"NUMNCM", "84713012"}};
+  json row = {{"CDTIPONOTAFISCAL", 1},
+              {"CDNOTAFISCAL", nota},
+              {"CDPRODUTO", 500 + n},
+              {"CDLOTE", 1},
+              {"ITEMNOTAFISCAL", n},
+              {"DESCPRODUTO", "Produto " + std::to_string(n)},
+              {"UNIDADE", "UN"},
+              {"QUANTIDADE", 2},
+              {"PRECOTOTAL", 100},
+              {"DESCONTO", 1},
+              {"FRETE", 2.5},
+              {"SEGURO", 3},
+              {"OUTRASDESP", 4},
+              {"ICMS_CST", "000"},
+              {"ICMS_BASECALCULO", 90},
+              {"ICMS_ALIQUOTA", 18},
+              {"ICMS_VALOR", 16.2},
+              {"ICMS_ST_BASECALCULO", 5},
+              {"ICMS_ST_VALOR", 6},
+              {"PIS_CST", "01"},
+              {"COFINS_CST", "02"},
+              {"ICMS_CFOP", "5102"},
+              {"IPI_CST", "50"},
+              {"IPI_ENQUADRAMENTO", "999"},
+              {"IPI_BASECALCULO", 7},
+              {"IPI_VALOR", 8},
+              {"CODBARRA", "7891234567895"},
+              {"PIS_ALIQUOTA", 1.65},
+              {"PIS_BASECALCULO", 91},
+              {"PIS_VALOR", 1.5},
+              {"PIS_QUANTUNIDADE", 9},
+              {"PIS_VALORUNIDADE", 10},
+              {"COFINS_ALIQUOTA", 7.6},
+              {"COFINS_QUANTUNIDADE", 11},
+              {"COFINS_VALORUNIDADE", 12},
+              {"COFINS_BASECALCULO", 92},
+              {"COFINS_VALOR", 6.99},
+              {"NUMNCM", "84713012"}};
   row.update(overrides);
   return row;
 }
@@ -87,7 +112,8 @@ std::string l04(int tipo, int registro, int nota, const std::string& c24) {
 
 std::string l05(int tipo, int registro, int papel) {
   return "[C00]05[/C00][C01]" + std::to_string(tipo) + "[/C01][C02]" + std::to_string(registro) + "[/C02][C03]" +
-         std::to_string(papel) + "[/C03][C04]42[/C04][C05]12.345.678/0001-90[/C05][C06]123456789[/C06][C07]SP[/C07][C99]07[/C99]";
+         std::to_string(papel) +
+         "[/C03][C04]42[/C04][C05]12.345.678/0001-90[/C05][C06]123456789[/C06][C07]SP[/C07][C99]07[/C99]";
 }
 
 std::string l06(int tipo, int registro, int n, const std::string& quantidade) {
