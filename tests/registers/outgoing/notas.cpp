@@ -131,8 +131,8 @@ namespace {
 
 template <class Module, class Call>
 auto driver(Call call) {
-  return [call](TDTM_ConexaoDS& conexao, Run& run, TStringList& list, int cod) {
-    Module m(conexao);
+  return [call](Run& run, TStringList& list, int cod) {
+    Module m(run.conexao);
     run.configure(m);
     call(m, list, cod);
   };
@@ -171,7 +171,7 @@ Saida roda(const Kind& k, const Snapshot& s, int ACodNotaFiscal) {
   TStringList list;
   Saida out;
   try {
-    k.driver(run.conexao, run, list, ACodNotaFiscal);
+    k.driver(run, list, ACodNotaFiscal);
   } catch (const Error& e) {
     out.error = e.what();
   }

@@ -40,7 +40,7 @@ struct Kind {
   int tipo;
   const char* chave;
   int papel;
-  std::function<void(TDTM_ConexaoDS&, Run&, TStringList&, int ACodNotaFiscal)> driver;
+  std::function<void(Run&, TStringList&, int ACodNotaFiscal)> driver;
 };
 const std::vector<Kind>& kinds();
 const Kind& kind(int tipo);
