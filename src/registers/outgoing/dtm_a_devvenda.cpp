@@ -62,26 +62,17 @@ void TDTM_A_DevVenda::ConsRegistro_InstituicaoCliente(int ACodTipoNotaFiscal, in
 void TDTM_A_DevVenda::Reg_04_InfoNotaFiscal(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                                             TStringList& AArquivo) {
   ConsRegistro_NotaFiscal(ACodTipoNotaFiscal, ACodNotaFiscal);
-  UnderErrorRule("Erro ano Gerar Registro Linha 04 : ", [&] {
-    nf_saida::abre_linha(oLinha, 4, FTipoProcesso, ANumRegistro);
-    FColunas04.Write(oLinha);
+  nf_saida::escreve_linha(oLinha, 4, FTipoProcesso, ANumRegistro, FColunas04, 21, AArquivo, [&] {
     if (TabNF_Venda.FieldAt(FPDE).AsString() != "2")
       throw Error("Nota Fiscal de Saída (DevVenda) : " + TabNF_Venda.FieldAt(FCodNota).AsString());
     oLinha.Integer(21, 0);
-    oLinha.Trailer(21);
-    oLinha.AddTo(AArquivo);
   });
 }
 
 void TDTM_A_DevVenda::Reg_05_InstituicaoCliente(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                                                 TStringList& AArquivo) {
   ConsRegistro_InstituicaoCliente(ACodTipoNotaFiscal, ACodNotaFiscal);
-  UnderErrorRule("Erro ano Gerar Registro Linha 05 : ", [&] {
-    nf_saida::abre_linha(oLinha, 5, FTipoProcesso, ANumRegistro);
-    FColunas05.Write(oLinha);
-    oLinha.Trailer(5);
-    oLinha.AddTo(AArquivo);
-  });
+  nf_saida::escreve_linha(oLinha, 5, FTipoProcesso, ANumRegistro, FColunas05, 5, AArquivo, [] {});
 }
 
 }  // namespace infofiscal

@@ -17,12 +17,13 @@ std::vector<Column> colunas_04() {
   return c;
 }
 
-constexpr Column kColunas05[] = {
-    {4, Render::Text, "CDCLIENTE"},
-    {5, Render::Text, "CNPJ_CPF"},
-    {6, Render::Text, "IE"},
-    {7, Render::Text, "CDESTADO"},
-};
+// C03 is the party role: 1 a customer, 2 a supplier.
+std::vector<Column> colunas_05(std::string_view papel) {
+  return {
+      {3, Render::Constant, papel}, {4, Render::Text, "CDCLIENTE"}, {5, Render::Text, "CNPJ_CPF"},
+      {6, Render::Text, "IE"},      {7, Render::Text, "CDESTADO"},
+  };
+}
 
 }  // namespace
 
@@ -35,7 +36,8 @@ TDTM_A_NF::TDTM_A_NF(TDTM_ConexaoDS& conexao)
           nf_saida::cliente_campos({{"IBGE_CIDADE", FieldClass::Integer, 0}, {"IBGE_PAIS", FieldClass::Integer, 0}}),
           2),
       FColunas04(TabNF_Venda, colunas_04()),
-      FColunas05(TabNF_Cliente, kColunas05),
+      FColunas05Cliente(TabNF_Cliente, colunas_05("1")),
+      FColunas05Fornecedor(TabNF_Cliente, colunas_05("2")),
       FPDE(TabNF_Venda.FieldIndex("PDE")),
       FCodNota(TabNF_Venda.FieldIndex("CDNOTAFISCAL")) {
   Bind(TabListaNotaFiscal);
@@ -58,9 +60,7 @@ void TDTM_A_NF::ConsRegistro_NF_Cliente(int ACodTipoNotaFiscal, int ACodNotaFisc
 void TDTM_A_NF::L04_InfoNotaFiscal(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                                    TStringList& AArquivo) {
   ConsRegistro_NotaFiscal(ACodTipoNotaFiscal, ACodNotaFiscal);
-  UnderErrorRule("Erro ano Gerar Registro Linha 04 : ", [&] {
-    nf_saida::abre_linha(oLinha, 4, FTipoProcesso, ANumRegistro);
-    FColunas04.Write(oLinha);
+  nf_saida::escreve_linha(oLinha, 4, FTipoProcesso, ANumRegistro, FColunas04, 26, AArquivo, [&] {
     // C24, the situation: an issued note (2) is 0, a cancelled one (3) is 2; no other state
     // may reach the file. C25 and C26 are never written although the trailer counts them.
     const Field pde = TabNF_Venda.FieldAt(FPDE);
@@ -70,29 +70,22 @@ void TDTM_A_NF::L04_InfoNotaFiscal(int ANumRegistro, int ACodTipoNotaFiscal, int
     const std::int64_t estado = pde.AsInteger();
     if (estado != 2 && estado != 3)
       throw Error("Erro na Nota Fiscal de Saida: " + TabNF_Venda.FieldAt(FCodNota).AsString());
-    oLinha.Trailer(26);
-    oLinha.AddTo(AArquivo);
   });
 }
 
 void TDTM_A_NF::L05_NF_Cliente(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo) {
-  L05(1, ANumRegistro, ACodTipoNotaFiscal, ACodNotaFiscal, AArquivo);
+  L05(FColunas05Cliente, ANumRegistro, ACodTipoNotaFiscal, ACodNotaFiscal, AArquivo);
 }
 
 void TDTM_A_NF::L05_InstituicaoFornecedor(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                                           TStringList& AArquivo) {
-  L05(2, ANumRegistro, ACodTipoNotaFiscal, ACodNotaFiscal, AArquivo);
+  L05(FColunas05Fornecedor, ANumRegistro, ACodTipoNotaFiscal, ACodNotaFiscal, AArquivo);
 }
 
-void TDTM_A_NF::L05(int papel, int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo) {
+void TDTM_A_NF::L05(const ColumnTable& colunas, int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
+                    TStringList& AArquivo) {
   ConsRegistro_NF_Cliente(ACodTipoNotaFiscal, ACodNotaFiscal);
-  UnderErrorRule("Erro ano Gerar Registro Linha 05 : ", [&] {
-    nf_saida::abre_linha(oLinha, 5, FTipoProcesso, ANumRegistro);
-    oLinha.Integer(3, papel);
-    FColunas05.Write(oLinha);
-    oLinha.Trailer(7);
-    oLinha.AddTo(AArquivo);
-  });
+  nf_saida::escreve_linha(oLinha, 5, FTipoProcesso, ANumRegistro, colunas, 7, AArquivo, [] {});
 }
 
 }  // namespace infofiscal

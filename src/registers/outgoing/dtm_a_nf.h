@@ -36,12 +36,14 @@ class TDTM_A_NF : public TDTM_A_Padrao {
   void L05_InstituicaoFornecedor(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo);
 
  private:
-  void L05(int papel, int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo);
+  void L05(const ColumnTable& colunas, int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
+           TStringList& AArquivo);
 
-  TLinhaRegistro oLinha;   // lines 04 and 05
-  ColumnTable FColunas04;  // C03 to C23 of line 04
-  ColumnTable FColunas05;  // C04 to C07 of line 05
-  int FPDE, FCodNota;      // field indexes in TabNF_Venda
+  TLinhaRegistro oLinha;             // lines 04 and 05
+  ColumnTable FColunas04;            // C03 to C23 of line 04
+  ColumnTable FColunas05Cliente;     // C03 to C07 of line 05, role 1
+  ColumnTable FColunas05Fornecedor;  // C03 to C07 of line 05, role 2
+  int FPDE, FCodNota;                // field indexes in TabNF_Venda
 };
 
 }  // namespace infofiscal

@@ -108,7 +108,7 @@ void TDTM_A_NF_Itens::ConsRegistro_Produto(int ACodTipoNotaFiscal, int ACodNotaF
 
 void TDTM_A_NF_Itens::L06_Produto(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo) {
   ConsRegistro_Produto(ACodTipoNotaFiscal, ACodNotaFiscal);
-  UnderErrorRule("Erro ano Gerar Registro Linha 06 : ", [&] {
+  UnderErrorRule(nf_saida::prefixo(6), [&] {
     int item = 0;
     while (!TabNF_Produto.Eof()) {
       ++item;

@@ -57,6 +57,15 @@ void abre_linha(TLinhaRegistro& linha, int tipo_linha, int tipo_processo, int re
   linha.Integer(2, registro);
 }
 
+std::string_view prefixo(int tipo_linha) {
+  static constexpr std::string_view kPrefixos[] = {
+      "Erro ano Gerar Registro Linha 04 : ",
+      "Erro ano Gerar Registro Linha 05 : ",
+      "Erro ano Gerar Registro Linha 06 : ",
+  };
+  return kPrefixos[tipo_linha - 4];
+}
+
 void consulta_nota(ClientDataSet& dataset, int tipo, int nota) {
   dataset.Close();
   dataset.SetParam(0, std::int64_t{tipo});

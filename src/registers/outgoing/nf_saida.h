@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "export/register_line.h"
@@ -23,6 +24,24 @@ std::vector<Column> valores_nota(int first);
 // Clears `linha` and writes how every outgoing-note line begins: the head of line type
 // `tipo_linha`, C01 the kind code, C02 the row counter of the note.
 void abre_linha(TLinhaRegistro& linha, int tipo_linha, int tipo_processo, int registro);
+
+// "Erro ano Gerar Registro Linha 0N : " for the line types 4 to 6.
+std::string_view prefixo(int tipo_linha);
+
+// One line of a note under the generator error rule with its line's prefix: the opening,
+// `colunas`, then `fim()` (the columns the module computes itself, or a check that rejects the
+// row by throwing), the trailer `trailer`, and the list. A rejected row adds nothing.
+template <class Fim>
+void escreve_linha(TLinhaRegistro& linha, int tipo_linha, int tipo_processo, int registro, const ColumnTable& colunas,
+                   int trailer, TStringList& lista, Fim&& fim) {
+  UnderErrorRule(prefixo(tipo_linha), [&] {
+    abre_linha(linha, tipo_linha, tipo_processo, registro);
+    colunas.Write(linha);
+    fim();
+    linha.Trailer(trailer);
+    linha.AddTo(lista);
+  });
+}
 
 // Closes `dataset`, sets its two parameters (note type code, note code) and opens it.
 void consulta_nota(ClientDataSet& dataset, int tipo, int nota);
