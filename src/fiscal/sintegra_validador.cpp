@@ -265,7 +265,7 @@ void ValidadorSintegra::conferir_54(const Registro& r) {
   if (!itens54_.insert(doc + std::string(item)).second)
     achado(r.numero, fmt::format("item {} repetido no documento ({})", item, descrever_chave(doc)));
   const std::string_view produto = aparado(campo(r54::Produto));
-  if (so_digitos(item) && inteiro(item) >= kPrimeiroItemEspecial) {
+  if (na_lista(k54Especiais, item)) {
     if (!produto.empty() || !zeros(campo(r54::Quantidade)))
       achado(r.numero, fmt::format("o item especial {} não leva código de produto nem quantidade", item));
   } else if (produto.empty()) {
