@@ -33,6 +33,8 @@ int tag_de_abertura(std::string_view s, std::size_t pos) {
 LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
   LinhaInformacao out;
   out.numero = numero;
+  out.colunas.reserve(40);  // the widest line, 06, has 38 columns: one allocation per line
+  out.presentes.reserve(40);
   std::size_t pos = 0;
   int ultima = -1;
   bool fechada = false;
