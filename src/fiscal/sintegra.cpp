@@ -8,7 +8,7 @@ namespace infofiscal {
 
 std::string gerar_sintegra(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso) {
   std::string arquivo = sintegra::ConversorSintegra(info, progresso).gerar(informacao);
-  info("Conferindo o arquivo SINTEGRA");
+  if (info) info("Conferindo o arquivo SINTEGRA");
   const std::vector<std::string> achados = validar_sintegra(arquivo);
   if (!achados.empty()) {
     std::string mensagem = "O arquivo SINTEGRA gerado não passou na conferência:";

@@ -58,23 +58,31 @@ std::string_view mapa_ou_erro(const std::string_view* para, std::string_view o_q
 
 }  // namespace
 
+void ConversorSintegra::informar(const std::string& texto) const {
+  if (info_) info_(texto);
+}
+
+void ConversorSintegra::progredir(int posicao, int maximo) const {
+  if (progresso_) progresso_(posicao, maximo);
+}
+
 std::string ConversorSintegra::gerar(std::string_view informacao) {
-  info_("Lendo o arquivo de informações");
+  informar("Lendo o arquivo de informações");
   const std::vector<LinhaInformacao> linhas = ler_informacao(informacao);
   separar(linhas);
 
-  info_("Gerando registros 10 e 11");
+  informar("Gerando registros 10 e 11");
   escrever_informante();
-  info_("Gerando registros 50 e 54");
+  informar("Gerando registros 50 e 54");
   for (std::size_t i = 0; i < notas_.size(); ++i) {
-    progresso_(static_cast<int>(i + 1), static_cast<int>(notas_.size()));
+    progredir(static_cast<int>(i + 1), static_cast<int>(notas_.size()));
     escrever_nota(notas_[i]);
   }
-  info_("Gerando registro 74");
+  informar("Gerando registro 74");
   escrever_inventarios();
-  info_("Gerando registro 75");
+  informar("Gerando registro 75");
   escrever_produtos();
-  info_("Gerando registro 90");
+  informar("Gerando registro 90");
   for (Bloco* b : {&b50_, &b54_, &b74_, &b75_}) b->ordenar();
   escrever_totais();
 
@@ -101,7 +109,7 @@ void ConversorSintegra::separar(const std::vector<LinhaInformacao>& linhas) {
   const LinhaInformacao* ultimo_cabecalho_de_inventario = nullptr;
   for (int k = 0; k < total; ++k) {
     const LinhaInformacao& l = linhas[k];
-    progresso_(k + 1, total);
+    progredir(k + 1, total);
     switch (l.tipo) {
       case 1:
       case 2:
@@ -181,7 +189,7 @@ void ConversorSintegra::escrever_nota(const Nota& nota) {
     throw Error(fmt::format("Linha {} do arquivo de informações: tipo de nota '{}' desconhecido", h.numero, tipo));
   const std::string modelo = std::to_string(h.texto(6).empty() ? 0 : h.inteiro(6));
   if (!mapear(kModelos, modelo)) {
-    info_(fmt::format("Nota {} (modelo {}) fica fora do arquivo: seu registro não é gerado", h.texto(3), modelo));
+    informar(fmt::format("Nota {} (modelo {}) fica fora do arquivo: seu registro não é gerado", h.texto(3), modelo));
     return;
   }
   try {
@@ -315,7 +323,7 @@ void ConversorSintegra::escrever_inventarios() {
     const TimeStamp data = h.data(3);
     for (std::size_t k = 0; k < inv.produtos.size(); ++k) {
       const LinhaInformacao& p = *inv.produtos[k];
-      progresso_(static_cast<int>(k + 1), static_cast<int>(inv.produtos.size()));
+      progredir(static_cast<int>(k + 1), static_cast<int>(inv.produtos.size()));
       try {
         const std::string& produto = usar_produto(kItemProduto, p.texto(3), &p);
         b74_.novo().data(data).texto(produto).numero(p.centesimos(4), 2).numero(p.centesimos(6), 2);

@@ -16,7 +16,7 @@ namespace infofiscal::sintegra {
 
 class ConversorSintegra {
  public:
-  // The callbacks must stay valid while the converter lives.
+  // The callbacks must stay valid while the converter lives; either may be empty.
   ConversorSintegra(const TProcLinhaInfo& info, const TProcProgresso& progresso) : info_(info), progresso_(progresso) {}
   ConversorSintegra(const ConversorSintegra&) = delete;
   ConversorSintegra& operator=(const ConversorSintegra&) = delete;
@@ -51,6 +51,8 @@ class ConversorSintegra {
     char emitente = 'T', situacao = 'N';
   };
 
+  void informar(const std::string& texto) const;
+  void progredir(int posicao, int maximo) const;
   void separar(const std::vector<LinhaInformacao>& linhas);
   void escrever_informante();
   void escrever_nota(const Nota& nota);

@@ -297,7 +297,7 @@ void ValidadorSintegra::conferir_documentos() {
 
 void ValidadorSintegra::conferir_90(const std::vector<Registro>& registros90) {
   if (registros90.empty()) {
-    achado(0, "falta o registro tipo 90");
+    if (!por_tipo_.count(90)) achado(0, "falta o registro tipo 90");  // else only a broken one
     return;
   }
   struct Par {

@@ -51,10 +51,9 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
        {"Registro 23: falta o total do tipo 74"}},
       {"the count of type-90 records", sobrescrever(23, 126, "2"),
        {"Registro 23: campo 'Número de registros tipo 90' (posição 126) é 2, mas o arquivo tem 1 registros tipo 90"}},
-      {"no CR LF after the last record", [](Registros& r) { r.back() += "\x1a"; },
+      {"an end-of-file mark after the last record", [](Registros& r) { r.back() += "\x1a"; },
        {"Registro 23: tem 127 caracteres; todo registro tem 126",
-        "Registro 23: caractere inválido na posição 127: só ASCII visível",
-        "Arquivo: falta o registro tipo 90"}},
+        "Registro 23: caractere inválido na posição 127: só ASCII visível"}},
       {"a byte outside ASCII", sobrescrever(1, 31, "\xc7"),
        {"Registro 1: caractere inválido na posição 31: só ASCII visível"}},
       {"a blank inside a number", sobrescrever(3, 68, " "),
@@ -122,10 +121,11 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
   }
 }
 
-TEST(SintegraValidador, ALoneLineFeedIsNoRecordEnd) {
+TEST(SintegraValidador, EveryRecordEndsWithCrLf) {
   std::string arquivo = arquivo_de(registros_exemplo());
-  arquivo.erase(arquivo.find("\r\n"), 1);
-  EXPECT_THAT(validar_sintegra(arquivo), ElementsAre("Registro 1: termina sem CR LF"));
+  arquivo.erase(arquivo.find("\r\n"), 1);  // a lone LF
+  arquivo.resize(arquivo.size() - 2);       // nothing after the last record
+  EXPECT_THAT(validar_sintegra(arquivo), ElementsAre("Registro 1: termina sem CR LF", "Registro 23: termina sem CR LF"));
 }
 
 }  // namespace
