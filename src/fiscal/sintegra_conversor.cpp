@@ -187,7 +187,9 @@ void ConversorSintegra::escrever_nota(const Nota& nota) {
   const bool propria = na_lista(kNotasProprias, tipo);
   if (!propria && !na_lista(kNotasDeTerceiros, tipo))
     throw Error(fmt::format("Linha {} do arquivo de informações: tipo de nota '{}' desconhecido", h.numero, tipo));
-  const std::string modelo = std::to_string(h.texto(6).empty() ? 0 : h.inteiro(6));
+  if (h.texto(6).empty())
+    throw Error(fmt::format("Linha {} do arquivo de informações: nota {} sem modelo (C06)", h.numero, h.texto(3)));
+  const std::string modelo = std::to_string(h.inteiro(6));
   if (!mapear(kModelos, modelo)) {
     informar(fmt::format("Nota {} (modelo {}) fica fora do arquivo: seu registro não é gerado", h.texto(3), modelo));
     return;

@@ -163,6 +163,8 @@ TEST(SintegraConversor, BadInformationIsAClearError) {
       {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "", "SP"),
             item("1", "-5,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
        "Nota 5 (linha 4 do arquivo de informações): campo 'Valor do produto' (12 posições): valor negativo (-5,00)"},
+      {mes({linha_informacao(4, {"2", "1", "5", "1102", "", ""}, 26)}),
+       "Linha 4 do arquivo de informações: nota 5 sem modelo (C06)"},
       {mes({compra("5", "1102", "10,00")}), "Nota 5 (linha 4 do arquivo de informações): nota sem a linha 05 da sua parte"},
       {mes({inventario}), "Linha 5 do arquivo de informações: o produto 99 não está no cadastro (linhas 12)"},
       // A supplier's CNPJ with wrong check digits: the file is checked before it is handed over.
