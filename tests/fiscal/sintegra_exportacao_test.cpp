@@ -6,9 +6,7 @@
 #include "export/obj_exportainfofiscal.h"
 #include "fiscal/sintegra.h"
 #include "fiscal/sintegra_dados.h"
-#include "registers/header/dtm_a_tabempresa.h"
 #include "registers/incoming/compras.h"
-#include "registers/master/dtm_a_tabproduto.h"
 #include "support/fixture.h"
 
 namespace infofiscal {
@@ -18,17 +16,6 @@ using testing::json;
 using testing::Run;
 using testing::Snapshot;
 
-// One row of `Module`'s dataset: every declared field null unless `values` gives it.
-template <class Module>
-json linha(ClientDataSet& (*dataset)(Module&), const json& values) {
-  Run run{Snapshot()};
-  Module m(run.conexao);
-  json r = json::object();
-  for (const FieldDef& f : dataset(m).Fields()) r[std::string(f.name)] = nullptr;
-  r.update(values);
-  return json::array({r});
-}
-
 TEST(SintegraExportacao, APurchaseMonthConvertsAndPassesTheCheck) {
   json fornecedor = testing::fornecedor(101);
   fornecedor["CNPJ_CPF"] = "44.555.666/0001-81";
@@ -37,14 +24,15 @@ TEST(SintegraExportacao, APurchaseMonthConvertsAndPassesTheCheck) {
   s.params("DspCompraFornecedor", {101}, json::array({fornecedor}))
       .params("DsCompraProduto", {101}, json::array({testing::item(101)}))
       .params("DspEmpresa", {1},
-              linha<TDTM_A_TabEmpresa>([](auto& m) -> auto& { return m.TabEmpresa; },
-                                       {{"CDEMPRESA", 1}, {"RAZAOSOCIAL", "Boa Vista Ltda"},
-                                        {"CNPJ", "11.222.333/0001-81"}, {"IE", "123.456.789.110"},
-                                        {"CDESTADO", "SP"}, {"NOMECIDADE", "Campinas"}, {"ENDERECO", "Rua A"}}))
+              json::array({{{"CDEMPRESA", 1}, {"RAZAOSOCIAL", "Boa Vista Ltda"}, {"NOMEFANTASIA", nullptr},
+                            {"CNPJ", "11.222.333/0001-81"}, {"IE", "123.456.789.110"}, {"IM", nullptr},
+                            {"SUFRAMA", nullptr}, {"NOMECIDADE", "Campinas"}, {"CDESTADO", "SP"}, {"ENDERECO", "Rua A"},
+                            {"ENDERECONUMERO", nullptr}, {"ENDERECOCOMPLEMENTO", nullptr}, {"BAIRRO", nullptr},
+                            {"IBGE_CIDADE", nullptr}, {"IBGE_PAIS", nullptr}, {"CEP", nullptr}, {"FONE", nullptr},
+                            {"FAX", nullptr}, {"EMAIL", nullptr}}}))
       .params("DspListaProduto", json::array(),
-              linha<TDTM_A_TabProduto>([](auto& m) -> auto& { return m.TabProduto; },
-                                       {{"CDPRODUTO", 501}, {"DESCPRODUTO", "Parafuso 3/8"}, {"SIGLAUNIDADE", "UN"},
-                                        {"NUMNCM", "7318.15.00"}}));
+              json::array({{{"CDPRODUTO", 501}, {"DESCPRODUTO", "Parafuso 3/8"}, {"SIGLAUNIDADE", "UN"},
+                            {"NUMNCM", "7318.15.00"}, {"CODCEST", nullptr}}}));
   testing::Run run(s);
   TOBJ_ExportaInfoFiscal orquestrador(run.conexao);
   orquestrador.CodTipoRegistroFiscal(1);
