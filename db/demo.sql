@@ -22,7 +22,7 @@ INSERT INTO cidade (cdcidade, nomecidade, cdestado, codibge, cdpais) VALUES
 INSERT INTO contador (cdcontador, nomecontador, fone, cpf, crc, cnpj, cep, endereco,
                       endereconumero, enderecocomplemento, bairro, email, fax, cdcidade) VALUES
   (1, 'Conceição & Araújo Contabilidade Ltda', '(19) 3231-4455', '123.456.789-09',
-   '1SP234567/O-8', '08.765.432/0001-10', '13010-050', 'Rua Barão de Jaguara', '1481',
+   '1SP234567/O-8', '08.765.432/0001-03', '13010-050', 'Rua Barão de Jaguara', '1481',
    'Sala 1204', 'Centro', 'contato@conceicaoaraujo.com.br', '(19) 3231-4456', 1);
 
 INSERT INTO empresa (cdempresa, razaosocial, nomefantasia, cnpj, ie, im, suframa, cdcidade,
@@ -54,12 +54,19 @@ INSERT INTO naturezaoperacao (cdtabcfop, desccfop) VALUES
   (1202, 'Devolução de venda de mercadoria'),
   (1551, 'Compra de bem para o ativo imobilizado'),
   (1556, 'Compra de material para uso ou consumo'),
+  (2101, 'Compra para industrialização - outro estado'),
   (2102, 'Compra para comercialização - outro estado'),
+  (2202, 'Devolução de venda - outro estado'),
+  (2551, 'Compra de bem do ativo imobilizado - outro estado'),
+  (2556, 'Compra de material de consumo - outro estado'),
   (5102, 'Venda de mercadoria adquirida de terceiros'),
   (5152, 'Transferência de mercadoria adquirida'),
   (5202, 'Devolução de compra para comercialização'),
   (5551, 'Venda de bem do ativo imobilizado'),
-  (6102, 'Venda de mercadoria - outro estado');
+  (6102, 'Venda de mercadoria - outro estado'),
+  (6152, 'Transferência de mercadoria - outro estado'),
+  (6202, 'Devolução de compra - outro estado'),
+  (6551, 'Venda de bem do ativo - outro estado');
 
 INSERT INTO produto (cdproduto, descproduto, cdunidade, numncm, codcest, codbarra, precovenda) VALUES
   (1, 'Parafuso sextavado 1/4 x 2 aço zincado', 2, '73181500', '10.010.00', '7891234500011', 38.9),
@@ -135,51 +142,51 @@ INSERT INTO prodconsumo (cdprodconsumo, descproduto, cdunidade, numncm, codbarra
 
 INSERT INTO fornecedor (cdfornecedor, razaosocial, tipopessoa, cnpj_cpf, ie_rg, endereco,
                         endereconumero, bairro, cep, cdcidade) VALUES
-  (1, 'Metalúrgica Paulista de Fixadores S.A.', 'J', '61.234.567/0001-01', '110.042.337.115', 'Rua Guaicurus', '1500', 'Água Branca', '05033-002', 2),
-  (2, 'Tintas Horizonte Indústria e Comércio Ltda', 'J', '17.345.678/0001-22', '062.345.678.0012', 'Avenida do Contorno', '6594', 'Savassi', '30110-044', 6),
-  (3, 'Ferramentas Sul Distribuidora Ltda', 'J', '76.543.210/0001-33', '90123456-78', 'Rua XV de Novembro', '2300', 'Alto da XV', '80050-000', 8),
-  (4, 'Elétrica Triângulo Ltda', 'J', '25.678.901/0001-44', '702.123456.00-12', 'Avenida João Naves de Ávila', '1331', 'Tibery', '38408-100', 7),
-  (5, 'Hidráulica Ribeirão Comércio de Tubos Ltda', 'J', '45.987.654/0001-55', '582.456.789.112', 'Avenida Presidente Vargas', '2001', 'Jardim Santa Ângela', '14020-260', 3),
-  (6, 'Máquinas e Equipamentos Sorocaba Ltda', 'J', '48.111.222/0001-66', '669.345.111.110', 'Avenida Itavuvu', '3500', 'Vila Olímpia', '18078-005', 5),
-  (7, 'Papelaria e Suprimentos Campineira Ltda', 'J', '03.222.333/0001-77', '244.999.888.117', 'Rua Conceição', '233', 'Centro', '13010-050', 1),
-  (8, 'Transportadora Rápido Paulista Ltda', 'J', '09.444.555/0001-88', '110.777.666.114', 'Rodovia Anhanguera', 'km 98', 'Distrito Industrial', '13069-000', 1),
-  (9, 'Informática São José dos Campos Ltda', 'J', '11.666.777/0001-99', '645.222.333.116', 'Avenida Cassiano Ricardo', '601', 'Jardim Aquarius', '12246-870', 10),
-  (10, 'Distribuidora Carioca de Ferragens Ltda', 'J', '33.888.999/0001-00', '86.123.45-6', 'Avenida Brasil', '15000', 'Penha', '21012-351', 9),
+  (1, 'Metalúrgica Paulista de Fixadores S.A.', 'J', '61.234.567/0001-17', '110.042.337.115', 'Rua Guaicurus', '1500', 'Água Branca', '05033-002', 2),
+  (2, 'Tintas Horizonte Indústria e Comércio Ltda', 'J', '17.345.678/0001-09', '062.345.678.0012', 'Avenida do Contorno', '6594', 'Savassi', '30110-044', 6),
+  (3, 'Ferramentas Sul Distribuidora Ltda', 'J', '76.543.210/0001-98', '90123456-78', 'Rua XV de Novembro', '2300', 'Alto da XV', '80050-000', 8),
+  (4, 'Elétrica Triângulo Ltda', 'J', '25.678.901/0001-68', '702.123456.00-12', 'Avenida João Naves de Ávila', '1331', 'Tibery', '38408-100', 7),
+  (5, 'Hidráulica Ribeirão Comércio de Tubos Ltda', 'J', '45.987.654/0001-99', '582.456.789.112', 'Avenida Presidente Vargas', '2001', 'Jardim Santa Ângela', '14020-260', 3),
+  (6, 'Máquinas e Equipamentos Sorocaba Ltda', 'J', '48.111.222/0001-08', '669.345.111.110', 'Avenida Itavuvu', '3500', 'Vila Olímpia', '18078-005', 5),
+  (7, 'Papelaria e Suprimentos Campineira Ltda', 'J', '03.222.333/0001-53', '244.999.888.117', 'Rua Conceição', '233', 'Centro', '13010-050', 1),
+  (8, 'Transportadora Rápido Paulista Ltda', 'J', '09.444.555/0001-05', '110.777.666.114', 'Rodovia Anhanguera', 'km 98', 'Distrito Industrial', '13069-000', 1),
+  (9, 'Informática São José dos Campos Ltda', 'J', '11.666.777/0001-06', '645.222.333.116', 'Avenida Cassiano Ricardo', '601', 'Jardim Aquarius', '12246-870', 10),
+  (10, 'Distribuidora Carioca de Ferragens Ltda', 'J', '33.888.999/0001-06', '86.123.45-6', 'Avenida Brasil', '15000', 'Penha', '21012-351', 9),
   (11, 'Antônio Luís Gonçalves', 'F', '987.654.321-00', '12.345.678-9', 'Sítio Boa Esperança', 's/n', 'Zona Rural', '13100-000', 1),
-  (12, 'Cimentos do Vale Comércio Ltda', 'J', '52.123.987/0001-10', '407.321.654.118', 'Avenida Jundiaí', '1200', 'Anhangabaú', '13208-053', 4);
+  (12, 'Cimentos do Vale Comércio Ltda', 'J', '52.123.987/0001-35', '407.321.654.118', 'Avenida Jundiaí', '1200', 'Anhangabaú', '13208-053', 4);
 
 INSERT INTO cliente (cdcliente, razaosocial, tipopessoa, cnpj_cpf, ie_rg, endereco,
                      endereconumero, bairro, cep, cdcidade) VALUES
-  (1, 'Construtora Barão Geraldo Ltda', 'J', '14.111.222/0001-01', '244.555.666.111', 'Avenida Albino J. B. de Oliveira', '1200', 'Barão Geraldo', '13084-008', 1),
+  (1, 'Construtora Barão Geraldo Ltda', 'J', '14.111.222/0001-96', '244.555.666.111', 'Avenida Albino J. B. de Oliveira', '1200', 'Barão Geraldo', '13084-008', 1),
   (2, 'José Antônio Ribeiro', 'F', '111.222.333-96', '23.456.789-0', 'Rua Maria Monteiro', '845', 'Cambuí', '13025-151', 1),
   (3, 'Maria de Fátima Conceição', 'F', '222.333.444-05', NULL, 'Rua Coronel Quirino', '1200', 'Cambuí', '13025-002', 1),
-  (4, 'Reformas e Acabamentos Taquaral Ltda - ME', 'J', '22.333.444/0001-12', '244.111.222.113', 'Avenida Heitor Penteado', '400', 'Taquaral', '13087-000', 1),
-  (5, 'Condomínio Edifício Solar das Águas', 'J', '33.444.555/0001-23', 'ISENTO', 'Rua Sampainho', '320', 'Cambuí', '13025-300', 1),
-  (6, 'Paulo Sérgio Araújo', 'F', '333.444.555-14', '34.567.890-1', 'Rua Uruguai', '77', NULL, '13070-100', 1),
-  (7, 'Marcenaria Irmãos Lacerda Ltda', 'J', '44.555.666/0001-34', '244.333.444.110', 'Rua Abolição', '1500', 'Ponte Preta', '13041-445', 1),
-  (8, 'Elétrica e Hidráulica Valinhos Ltda', 'J', '55.666.777/0001-45', '718.222.333.114', 'Avenida Independência', '2500', 'Centro', '13270-000', 1),
-  (9, 'Ana Cláudia Nogueira', 'F', '444.555.666-23', NULL, 'Rua Dr. Quirino', '980', 'Centro', '13015-081', 1),
+  (4, 'Reformas e Acabamentos Taquaral Ltda - ME', 'J', '22.333.444/0001-81', '244.111.222.113', 'Avenida Heitor Penteado', '400', 'Taquaral', '13087-000', 1),
+  (5, 'Condomínio Edifício Solar das Águas', 'J', '33.444.555/0001-81', 'ISENTO', 'Rua Sampainho', '320', 'Cambuí', '13025-300', 1),
+  (6, 'Paulo Sérgio Araújo', 'F', '333.444.555-08', '34.567.890-1', 'Rua Uruguai', '77', NULL, '13070-100', 1),
+  (7, 'Marcenaria Irmãos Lacerda Ltda', 'J', '44.555.666/0001-81', '244.333.444.110', 'Rua Abolição', '1500', 'Ponte Preta', '13041-445', 1),
+  (8, 'Elétrica e Hidráulica Valinhos Ltda', 'J', '55.666.777/0001-81', '718.222.333.114', 'Avenida Independência', '2500', 'Centro', '13270-000', 1),
+  (9, 'Ana Cláudia Nogueira', 'F', '444.555.666-19', NULL, 'Rua Dr. Quirino', '980', 'Centro', '13015-081', 1),
   (10, 'Prefeitura Municipal de Campinas', 'J', '51.885.242/0001-40', 'ISENTO', 'Avenida Anchieta', '200', 'Centro', '13015-904', 1),
-  (11, 'Construções Jundiaí Ltda', 'J', '66.777.888/0001-56', '407.888.999.115', 'Rua Barão de Jundiaí', '800', 'Centro', '13201-010', 4),
-  (12, 'João Batista Gonçalves', 'F', '555.666.777-32', '45.678.901-2', 'Rua Ferreira Penteado', '150', 'Centro', '13010-040', 1),
-  (13, 'Pintura Predial São Paulo Ltda', 'J', '77.888.999/0001-67', '110.444.555.119', 'Rua Vergueiro', '3000', 'Vila Mariana', '04101-300', 2),
-  (14, 'Sítio Três Irmãs Agropecuária', 'F', '666.777.888-41', '56.789.012-3', 'Estrada da Rhodia', 'km 12', 'Zona Rural', '13085-000', 1),
-  (15, 'Lúcia Helena Peçanha', 'F', '777.888.999-50', NULL, 'Rua Buarquina', '50', 'Chácara da Barra', '13090-620', 1),
-  (16, 'Hotel Fazenda Recanto Mineiro Ltda', 'J', '88.999.000/0001-78', '062.111.222.0033', 'Rodovia MG-050', 'km 45', 'Zona Rural', '35680-000', 6),
-  (17, 'Serralheria Sorocabana Ltda', 'J', '99.000.111/0001-89', '669.888.777.113', 'Rua São Bento', '211', 'Centro', '18010-030', 5),
-  (18, 'Márcio Tadeu Fernandes', 'F', '888.999.000-69', '67.890.123-4', 'Avenida Orosimbo Maia', '2600', 'Vila Itapura', '13023-002', 1),
-  (19, 'Clínica Veterinária Bichos & Cia Ltda', 'J', '10.222.333/0001-90', '244.777.888.112', 'Rua Guilherme da Silva', '300', 'Cambuí', '13025-070', 1),
-  (20, 'Escola Estadual Carlos Gomes', 'J', '46.111.000/0001-01', 'ISENTO', 'Avenida Anchieta', '1', 'Centro', '13015-100', 1),
-  (21, 'Cristiane Mörbeck Assunção', 'F', '999.000.111-78', NULL, 'Rua Padre Almeida', '515', 'Cambuí', '13025-251', 1),
-  (22, 'Materiais de Construção Ribeirão Ltda', 'J', '12.333.444/0001-02', '582.111.222.115', 'Avenida Dom Pedro I', '900', 'Ipiranga', '14055-630', 3),
-  (23, 'Supermercado Bom Preço Campinas Ltda', 'J', '23.444.555/0001-13', '244.222.333.110', 'Avenida John Boyd Dunlop', '3900', 'Jardim Ipaussurama', '13060-803', 1),
-  (24, 'Benedito Aparecido dos Santos', 'F', '121.232.343-45', '78.901.234-5', 'Rua Ernesto Kühl', '35', 'Jardim Chapadão', '13070-350', 1),
-  (25, 'Igreja Nossa Senhora da Conceição', 'J', '34.555.666/0001-24', 'ISENTO', 'Praça José Bonifácio', 's/n', 'Centro', '13010-070', 1),
-  (26, 'Auto Peças e Acessórios Ouro Verde Ltda', 'J', '45.666.777/0001-35', '244.666.777.111', 'Avenida Ruy Rodriguez', '1800', 'Jardim Novo Campos Elíseos', '13060-192', 1),
-  (27, 'Gráfica Expressão Ltda', 'J', '56.777.888/0001-46', '244.888.111.117', 'Rua Irmã Serafina', '863', 'Centro', '13015-201', 1),
-  (28, 'Renato Évora Magalhães', 'F', '232.343.454-56', '89.012.345-6', 'Rua Dr. Antônio Castro Prado', '120', 'Taquaral', '13076-130', 1),
-  (29, 'Padaria Pão Quente Campinas Ltda', 'J', '67.888.999/0001-57', '244.999.000.114', 'Avenida Brasil', '1500', 'Jardim Guanabara', '13073-001', 1),
-  (30, 'Instalações Elétricas Curitibanas Ltda', 'J', '78.999.000/0001-68', '90234567-89', 'Rua Marechal Deodoro', '500', 'Centro', '80010-010', 8);
+  (11, 'Construções Jundiaí Ltda', 'J', '66.777.888/0001-81', '407.888.999.115', 'Rua Barão de Jundiaí', '800', 'Centro', '13201-010', 4),
+  (12, 'João Batista Gonçalves', 'F', '555.666.777-20', '45.678.901-2', 'Rua Ferreira Penteado', '150', 'Centro', '13010-040', 1),
+  (13, 'Pintura Predial São Paulo Ltda', 'J', '77.888.999/0001-81', '110.444.555.119', 'Rua Vergueiro', '3000', 'Vila Mariana', '04101-300', 2),
+  (14, 'Sítio Três Irmãs Agropecuária', 'F', '666.777.888-30', '56.789.012-3', 'Estrada da Rhodia', 'km 12', 'Zona Rural', '13085-000', 1),
+  (15, 'Lúcia Helena Peçanha', 'F', '777.888.999-41', NULL, 'Rua Buarquina', '50', 'Chácara da Barra', '13090-620', 1),
+  (16, 'Hotel Fazenda Recanto Mineiro Ltda', 'J', '88.999.000/0001-98', '062.111.222.0033', 'Rodovia MG-050', 'km 45', 'Zona Rural', '35680-000', 6),
+  (17, 'Serralheria Sorocabana Ltda', 'J', '99.000.111/0001-65', '669.888.777.113', 'Rua São Bento', '211', 'Centro', '18010-030', 5),
+  (18, 'Márcio Tadeu Fernandes', 'F', '888.999.000-78', '67.890.123-4', 'Avenida Orosimbo Maia', '2600', 'Vila Itapura', '13023-002', 1),
+  (19, 'Clínica Veterinária Bichos & Cia Ltda', 'J', '10.222.333/0001-19', '244.777.888.112', 'Rua Guilherme da Silva', '300', 'Cambuí', '13025-070', 1),
+  (20, 'Escola Estadual Carlos Gomes', 'J', '46.111.000/0001-60', 'ISENTO', 'Avenida Anchieta', '1', 'Centro', '13015-100', 1),
+  (21, 'Cristiane Mörbeck Assunção', 'F', '999.000.111-12', NULL, 'Rua Padre Almeida', '515', 'Cambuí', '13025-251', 1),
+  (22, 'Materiais de Construção Ribeirão Ltda', 'J', '12.333.444/0001-28', '582.111.222.115', 'Avenida Dom Pedro I', '900', 'Ipiranga', '14055-630', 3),
+  (23, 'Supermercado Bom Preço Campinas Ltda', 'J', '23.444.555/0001-28', '244.222.333.110', 'Avenida John Boyd Dunlop', '3900', 'Jardim Ipaussurama', '13060-803', 1),
+  (24, 'Benedito Aparecido dos Santos', 'F', '121.232.343-20', '78.901.234-5', 'Rua Ernesto Kühl', '35', 'Jardim Chapadão', '13070-350', 1),
+  (25, 'Igreja Nossa Senhora da Conceição', 'J', '34.555.666/0001-28', 'ISENTO', 'Praça José Bonifácio', 's/n', 'Centro', '13010-070', 1),
+  (26, 'Auto Peças e Acessórios Ouro Verde Ltda', 'J', '45.666.777/0001-28', '244.666.777.111', 'Avenida Ruy Rodriguez', '1800', 'Jardim Novo Campos Elíseos', '13060-192', 1),
+  (27, 'Gráfica Expressão Ltda', 'J', '56.777.888/0001-28', '244.888.111.117', 'Rua Irmã Serafina', '863', 'Centro', '13015-201', 1),
+  (28, 'Renato Évora Magalhães', 'F', '232.343.454-30', '89.012.345-6', 'Rua Dr. Antônio Castro Prado', '120', 'Taquaral', '13076-130', 1),
+  (29, 'Padaria Pão Quente Campinas Ltda', 'J', '67.888.999/0001-28', '244.999.000.114', 'Avenida Brasil', '1500', 'Jardim Guanabara', '13073-001', 1),
+  (30, 'Instalações Elétricas Curitibanas Ltda', 'J', '78.999.000/0001-34', '90234567-89', 'Rua Marechal Deodoro', '500', 'Centro', '80010-010', 8);
 
 INSERT INTO tiponotafiscal (cdtiponotafiscal, desctiponotafiscal, tipoprocesso, papel, catalogo) VALUES
   (1, 'Venda de mercadoria', 10, 'C', 'P'),
@@ -273,12 +280,15 @@ SELECT n.i, 1, 1 + n.i % 4,
                  || CAST(20000 + n.i * 37 % 9000 AS VARCHAR(5)) || '1' || CAST(10000000 + n.i AS VARCHAR(8)) || '7' END,
        CASE WHEN n.i > 112 THEN 2 ELSE 3 END,
        e.data, r.tarde,
-       CASE 1 + n.i % 4 WHEN 1 THEN 1551 WHEN 2 THEN CASE WHEN n.i % 6 IN (1, 3) THEN 2102 ELSE 1102 END
-                        WHEN 3 THEN 1101 ELSE 1556 END
+       CASE 1 + n.i % 4 WHEN 1 THEN 1551 WHEN 2 THEN 1102 WHEN 3 THEN 1101 ELSE 1556 END
   FROM demo_n n
   JOIN demo_dia r ON r.dia = 1 + (n.i - 1) * 31 / 120
   JOIN demo_dia e ON e.dia = CASE WHEN r.dia > 2 THEN r.dia - 2 ELSE 1 END
  WHERE n.i <= 120;
+
+-- A supplier of another state makes it an interstate operation: CFOP 2xxx instead of 1xxx.
+UPDATE compra SET cdtabcfop = cdtabcfop + 1000
+ WHERE EXISTS (SELECT 1 FROM parte a WHERE a.papel = 'F' AND a.cdparte = compra.cdfornecedor AND a.cdestado <> 'SP');
 
 -- Items: 1 to 4 per purchase, from the catalogue of the purchase's kind.
 INSERT INTO compraitem (cdcompra, itemcompra, cditem, quantidade, precototal, desconto, frete,
@@ -287,9 +297,10 @@ INSERT INTO compraitem (cdcompra, itemcompra, cditem, quantidade, precototal, de
   pis_cst, pis_aliquota, pis_basecalculo, pis_quantunidade, pis_valorunidade, pis_valor,
   cofins_cst, cofins_aliquota, cofins_basecalculo, cofins_quantunidade, cofins_valorunidade,
   cofins_valor)
-SELECT x.cdcompra, x.item, x.cditem, x.qtd, x.total / 100.0, x.desconto / 100.0,
+SELECT x.cdcompra, x.item, x.cditem, x.qtd, x.total / 100.0, (x.total * x.descontopct / 100) / 100.0,
        x.frete / 100.0, 0, 0, '000', CAST(x.cfop AS VARCHAR(10)),
-       (x.total - x.desconto) / 100.0, 18, (x.total - x.desconto) * 18 / 100 / 100.0, 0, 0,
+       (x.total - (x.total * x.descontopct / 100)) / 100.0, 18,
+       (x.total - (x.total * x.descontopct / 100)) * 18 / 100 / 100.0, 0, 0,
        CASE WHEN x.tipo = 1 THEN '00' ELSE '49' END, '999',
        CASE WHEN x.tipo = 1 THEN x.total / 100.0 ELSE 0 END,
        CASE WHEN x.tipo = 1 THEN x.total * 5 / 100 / 100.0 ELSE 0 END,
@@ -303,7 +314,7 @@ SELECT x.cdcompra, x.item, x.cditem, x.qtd, x.total / 100.0, x.desconto / 100.0,
                CASE c.tipocompra WHEN 1 THEN 1 ELSE 5 + (c.cdcompra * k.i) % 20 * 5 END AS qtd,
                CASE c.tipocompra WHEN 1 THEN 350000 + c.cdcompra * 1237 % 900000
                                  ELSE (5 + (c.cdcompra * k.i) % 20 * 5) * (180 + (c.cdcompra * 31 + k.i * 17) % 4000) END AS total,
-               CASE WHEN k.i = 1 AND c.cdcompra % 5 = 0 THEN 1500 ELSE 0 END AS desconto,
+               CASE WHEN k.i = 1 AND c.cdcompra % 5 = 0 THEN 5 ELSE 0 END AS descontopct,
                CASE WHEN k.i = 1 AND c.cdcompra % 3 = 0 THEN 4500 ELSE 0 END AS frete
           FROM compra c
           JOIN demo_n k ON k.i <= 1 + c.cdcompra % 4) x;
@@ -350,11 +361,16 @@ SELECT s.tipo, 4100 + s.i, 1,
        CASE WHEN s.i > 358 THEN NULL
             ELSE '352403123456780001955500100000' || CAST(4100 + s.i AS VARCHAR(5)) || '1'
                  || CAST(50000000 + s.i * 113 AS VARCHAR(8)) || CAST(s.i % 10 AS VARCHAR(1)) END,
-       CASE s.tipo WHEN 1 THEN CASE WHEN (1 + s.i * 7 % 30) IN (16, 30) THEN 6102 ELSE 5102 END
-                   WHEN 2 THEN 5551 WHEN 3 THEN 5152 WHEN 4 THEN 5202 ELSE 1202 END
+       CASE s.tipo WHEN 1 THEN 5102 WHEN 2 THEN 5551 WHEN 3 THEN 5152 WHEN 4 THEN 5202 ELSE 1202 END
   FROM demo_saida s
   JOIN demo_dia d ON d.dia = 1 + (s.i - 1) * 31 / 360
  WHERE s.tipo <> 0;
+
+-- A party of another state makes it an interstate operation: CFOP 6xxx (2xxx for returns in).
+UPDATE notafiscal SET cdtabcfop = cdtabcfop + 1000
+ WHERE EXISTS (SELECT 1 FROM tiponotafiscal t JOIN parte a ON a.papel = t.papel
+                WHERE t.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND a.cdparte = notafiscal.cdparte
+                  AND a.cdestado <> 'SP');
 
 -- A few notes of the branch in the same month: another company, so no register here lists them.
 INSERT INTO notafiscal (cdtiponotafiscal, cdnotafiscal, cdempresa, cdparte, numserie, emissao,
@@ -368,10 +384,10 @@ INSERT INTO notafiscalitem (cdtiponotafiscal, cdnotafiscal, itemnotafiscal, cdit
   ipi_enquadramento, ipi_basecalculo, ipi_valor, pis_cst, pis_aliquota, pis_basecalculo,
   pis_quantunidade, pis_valorunidade, pis_valor, cofins_cst, cofins_aliquota,
   cofins_basecalculo, cofins_quantunidade, cofins_valorunidade, cofins_valor)
-SELECT x.tipo, x.nota, x.item, x.cditem, 1, x.qtd, x.total / 100.0, x.desconto / 100.0, 0, 0,
+SELECT x.tipo, x.nota, x.item, x.cditem, 1, x.qtd, x.total / 100.0, (x.total * x.descontopct / 100) / 100.0, 0, 0,
        0, CASE WHEN x.cditem IN (9, 13, 15, 18) AND x.tipo = 1 THEN '060' ELSE '000' END,
-       CAST(x.cfop AS VARCHAR(10)), (x.total - x.desconto) / 100.0, 18,
-       (x.total - x.desconto) * 18 / 100 / 100.0, 0, 0, '53', '999', 0, 0,
+       CAST(x.cfop AS VARCHAR(10)), (x.total - (x.total * x.descontopct / 100)) / 100.0, 18,
+       (x.total - (x.total * x.descontopct / 100)) * 18 / 100 / 100.0, 0, 0, '53', '999', 0, 0,
        '01', 1.65, x.total / 100.0, 0, 0, x.total * 165 / 10000 / 100.0,
        '01', 7.6, x.total / 100.0, 0, 0, x.total * 760 / 10000 / 100.0
   FROM (SELECT n.cdtiponotafiscal AS tipo, n.cdnotafiscal AS nota, k.i AS item, n.cdtabcfop AS cfop,
@@ -380,7 +396,7 @@ SELECT x.tipo, x.nota, x.item, x.cditem, 1, x.qtd, x.total / 100.0, x.desconto /
                CASE n.cdtiponotafiscal WHEN 2 THEN 1 ELSE 1 + (n.cdnotafiscal * k.i) % 12 END AS qtd,
                CASE n.cdtiponotafiscal WHEN 2 THEN 180000 + n.cdnotafiscal * 911 % 300000
                     ELSE (1 + (n.cdnotafiscal * k.i) % 12) * (120 + (n.cdnotafiscal * 29 + k.i * 13) % 9000) END AS total,
-               CASE WHEN k.i = 1 AND n.cdnotafiscal % 9 = 0 THEN 500 ELSE 0 END AS desconto
+               CASE WHEN k.i = 1 AND n.cdnotafiscal % 9 = 0 THEN 5 ELSE 0 END AS descontopct
           FROM notafiscal n
           JOIN demo_n k ON k.i <= 1 + n.cdnotafiscal % 4) x;
 

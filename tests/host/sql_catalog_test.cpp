@@ -97,7 +97,7 @@ const std::vector<ProviderCase>& provider_cases() {
       {"DspListaUnidade", "CDUNIDADE SIGLAUNIDADE DESCUNIDADE", {}, P, 8},
       {"DspListaCliente", std::string("CDCLIENTE ") + kParte, {}, P, 30},
       {"DspListaFornecedor", std::string("CDFORNECEDOR ") + kParte, {}, P, 12},
-      {"DspNaturezaOperacao", "CDTABCFOP DESCCFOP", {}, P, 11},
+      {"DspNaturezaOperacao", "CDTABCFOP DESCCFOP", {}, P, 18},
       {"DspInventario_FM", kInventario, {kEfd}, P, 1},
       {"DspInventarioProduto_FM", kInventarioProduto, {kEfd}, P, 40},
       {"DspInventario_FA", kInventario, {kSintegra}, P, 1},

@@ -51,6 +51,9 @@ TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
     const Outcome live = exportar(db.address(), r, "demo-ao-vivo", {"--gravar-snapshot", snapshot});
     EXPECT_EQ(live.info.rfind("[C00]01[/C00][C01]" + std::string(r.tipo) + "[/C01][C02]01/03/2024[/C02]", 0), 0u)
         << live.err;
+    // Every switch is on: every kind of line is there.
+    for (const char* line : {"02", "03", "04", "05", "06", "12", "13", "14", "15", "16", "17", "18", "19"})
+      EXPECT_NE(live.info.find(std::string("\r\n[C00]") + line + "[/C00]"), std::string::npos) << line;
     const Outcome replay = exportar("snapshot:" + snapshot, r, "demo-replay");
     expect_same(live, replay, /*same_err=*/true);
   }

@@ -34,10 +34,17 @@ TestDatabase::TestDatabase(const std::string& backend, const std::string& name, 
     address_ = server.substr(0, server.rfind('/') + 1) + pg_name_;
     run_sql_script(server, "CREATE DATABASE " + pg_name_ + ";\n");
   }
-  run_sql_script(address_, script);
+  try {
+    run_sql_script(address_, script);
+  } catch (...) {
+    Drop();  // the destructor does not run for a constructor that throws
+    throw;
+  }
 }
 
-TestDatabase::~TestDatabase() {
+TestDatabase::~TestDatabase() { Drop(); }
+
+void TestDatabase::Drop() {
   if (pg_name_.empty()) return;
   try {
     run_sql_script(pg_server(), "DROP DATABASE IF EXISTS " + pg_name_ + " WITH (FORCE);\n");

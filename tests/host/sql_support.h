@@ -38,6 +38,8 @@ class TestDatabase {
   const std::string& address() const { return address_; }
 
  private:
+  void Drop();
+
   std::string address_, pg_name_;
 };
 
