@@ -133,6 +133,7 @@ class ValidadorEfd {
     ++por_bloco_[kBlocos.find(r.reg == "0000" ? '0' : r.reg == "9999" ? '9' : r.bloco())];
     Hierarquia(r);
     if (atual_.campos.size() != r.campos.size()) {
+      if (r.abertura()) ind_mov_ = {};  // unknown: the block's content is not judged by it
       if (r.reg == "C100") {
         doc_ = Documento{};
         doc_.reduzido = true;  // its children are not checked against it
