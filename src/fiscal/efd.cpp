@@ -74,16 +74,20 @@ std::string chave(std::string_view especie, std::string_view codigo) {
 }
 
 std::int64_t centesimos_de(const LinhaInformacao& l, int n) {
-  return l.texto(n).empty() ? 0 : std::llround(l.valor(n) * 100);
+  const std::string_view s = l.texto(n);
+  std::int64_t v = 0;
+  if (s.empty() || ler_numero(s, 2, v)) return v;  // the usual "1234,50"
+  return std::llround(l.valor(n) * 100);          // any other amount the reader accepts
 }
 
-// Codes the file refers to, in the order of first use, with their catalogue line.
+// Codes the file refers to, in the order of first use, with their catalogue line (which
+// stands for the code: one line per code).
 struct Usados {
   std::vector<std::pair<std::string, const LinhaInformacao*>> ordem;
-  std::unordered_set<std::string> vistos;
+  std::unordered_set<const LinhaInformacao*> vistos;
   // True when the code is new.
-  bool Usa(const std::string& codigo, const LinhaInformacao* linha) {
-    if (!vistos.insert(codigo).second) return false;
+  bool Usa(std::string_view codigo, const LinhaInformacao* linha) {
+    if (!vistos.insert(linha).second) return false;
     ordem.emplace_back(codigo, linha);
     return true;
   }
@@ -246,16 +250,19 @@ class GeradorEfd {
     return it->second;
   }
 
-  void Item(const std::string& cod, const std::string& descricao) {
+  // `onde()` describes the user of the code, for the error.
+  template <class Onde>
+  void Item(const std::string& cod, const Onde& onde) {
     const auto it = itens_.find(cod);
-    if (it == itens_.end()) throw Error(descricao + fmt::format(": item {} não consta das linhas 12", cod));
-    if (itens_usados_.Usa(cod, it->second)) Unidade(it->second->texto(4), descricao);
+    if (it == itens_.end()) throw Error(onde() + fmt::format(": item {} não consta das linhas 12", cod));
+    if (itens_usados_.Usa(cod, it->second)) Unidade(it->second->texto(4), onde);
   }
 
-  void Unidade(std::string_view unid, const std::string& descricao) {
+  template <class Onde>
+  void Unidade(std::string_view unid, const Onde& onde) {
     const auto it = unidades_.find(unid);
-    if (it == unidades_.end()) throw Error(descricao + fmt::format(": unidade '{}' não consta das linhas 13", unid));
-    unidades_usadas_.Usa(std::string(unid), it->second);
+    if (it == unidades_.end()) throw Error(onde() + fmt::format(": unidade '{}' não consta das linhas 13", unid));
+    unidades_usadas_.Usa(unid, it->second);
   }
 
   // The C190 groups and the C100 sums of a note's items.
@@ -325,7 +332,7 @@ class GeradorEfd {
                            centesimos(t.cofins), vazio(), vazio()});
     // Items (C170) only on third-party documents: an own NF-e's items are in its XML.
     if (e.ind_emit == '1')
-      for (const LinhaInformacao* i : nota.itens) C170(*i, Descreve(h, e));
+      for (const LinhaInformacao* i : nota.itens) C170(*i, h, e);
     for (const Grupo& g : grupos) {
       out_.Registro("C190", {texto(g.cst), texto(g.cfop), centesimos(g.aliq), centesimos(g.opr), centesimos(g.bc),
                              centesimos(g.icms), centesimos(g.bc_st), centesimos(g.st), centesimos(g.red_bc),
@@ -342,11 +349,11 @@ class GeradorEfd {
     return v ? centesimos(v) : vazio();
   }
 
-  void C170(const LinhaInformacao& i, const std::string& nota) {
+  void C170(const LinhaInformacao& i, const LinhaInformacao& h, const Especie& e) {
     const std::string cod = chave(i.texto(15), i.texto(3));
-    const std::string descricao = nota + fmt::format(", item {}", i.texto(4));
-    Item(cod, descricao);
-    Unidade(i.texto(6), descricao);
+    const auto onde = [&] { return Descreve(h, e) + fmt::format(", item {}", i.texto(4)); };
+    Item(cod, onde);
+    Unidade(i.texto(6), onde);
     const auto c = [&i](int n) { return centesimos(centesimos_de(i, n)); };
     const std::string cst = codigo(i.texto(16), 3), cfop = codigo(i.texto(17), 4), cst_ipi = codigo(i.texto(23), 2),
                       cst_pis = codigo(i.texto(27), 2), cst_cofins = codigo(i.texto(33), 2);
@@ -366,8 +373,8 @@ class GeradorEfd {
 
   void H005(const Inventario& inv) {
     const LinhaInformacao& h = *inv.cabecalho;
-    const std::string descricao = fmt::format("Inventário da linha {} do arquivo de informações", h.numero);
-    if (h.texto(3).empty()) throw Error(descricao + ": sem data");
+    const auto onde = [&h] { return fmt::format("Inventário da linha {} do arquivo de informações", h.numero); };
+    if (h.texto(3).empty()) throw Error(onde() + ": sem data");
     struct Linha010 {
       std::string cod;
       const LinhaInformacao* linha;
@@ -378,8 +385,8 @@ class GeradorEfd {
     std::int64_t total = 0;
     for (const LinhaInformacao* l : inv.itens) {
       std::string cod = chave(l->texto(8), l->texto(3));
-      Item(cod, descricao);
-      Unidade(l->texto(7), descricao);
+      Item(cod, onde);
+      Unidade(l->texto(7), onde);
       const std::int64_t qtd = centesimos_de(*l, 4), valor = centesimos_de(*l, 6);
       total += valor;
       const auto [it, novo] = posicao.emplace(cod, itens.size());

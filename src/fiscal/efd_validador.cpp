@@ -304,7 +304,8 @@ class ValidadorEfd {
     if (F(2) == "1" && F(1) != "0") Achado("C100 de terceiros (IND_EMIT 1) deve ser de entrada (IND_OPER 0)");
     if ((doc_.sit == "04" || doc_.sit == "05") && dt_ini_ / 10000 >= kAnoSemInutilizadas)
       Achado("C100 de COD_SIT {} não se escritura a partir de {}", doc_.sit, kAnoSemInutilizadas);
-    const std::string chave = fmt::format("{}|{}|{}|{}|{}|{}|{}|{}", F(1), F(2), F(3), F(4), F(5), F(6), F(7), F(8));
+    std::string chave;
+    for (int i = 1; i <= 8; ++i) (chave += F(i)) += '|';
     if (!chaves_c100_.insert(chave).second) Achado("C100 repetido (mesmo participante, modelo, situação, série e número)");
     if (doc_.reduzido) {
       if (!F(3).empty()) Achado("C100 de COD_SIT {} com o campo COD_PART preenchido", doc_.sit);
@@ -341,6 +342,13 @@ class ValidadorEfd {
     if (!cst_icms_valido(cst)) Achado("{} CST_ICMS '{}' inválido", Reg(), cst);
   }
 
+  // The key of a C190 group: CST, CFOP and rate.
+  static std::string Grupo(std::string_view cst, std::string_view cfop, std::int64_t aliq) {
+    std::string k(cst);
+    ((k += '|') += cfop) += '|';
+    return k += std::to_string(aliq);
+  }
+
   bool Filho() {
     if (doc_.reduzido) Achado("{} sob C100 de COD_SIT {}, que não tem registros filhos", Reg(), doc_.sit);
     return !doc_.reduzido;
@@ -357,7 +365,7 @@ class ValidadorEfd {
       Achado("C170 UNID '{}' difere da UNID_INV '{}' do item (exige 0220, não gerado)", F(5), item->extra);
     Cst(F(9));
     Cfop(F(10));
-    auto& s = doc_.c170[fmt::format("{}|{}|{}", F(9), F(10), N(13))];
+    auto& s = doc_.c170[Grupo(F(9), F(10), N(13))];
     for (const auto& [i, campo] : {std::pair{0, 12}, {1, 14}, {2, 15}, {3, 17}, {4, 23}}) s[i] += N(campo);
   }
 
@@ -366,7 +374,7 @@ class ValidadorEfd {
     ++doc_.c190s;
     Cst(F(1));
     const bool cfop = Cfop(F(2));
-    std::string chave = fmt::format("{}|{}|{}", F(1), F(2), N(3));
+    std::string chave = Grupo(F(1), F(2), N(3));
     if (doc_.c190_grupo.count(chave)) Achado("C190 repetido no documento (mesmos CST, CFOP e alíquota)");
     doc_.c190_grupo[chave] = {N(5), N(6), N(7), N(8), N(10)};
     doc_.grupos.emplace_back(std::move(chave), linha_);

@@ -42,7 +42,8 @@ LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
     if (n < 0) falha(numero, fmt::format("esperava uma tag [Cnn] na posição {}", pos + 1));
     if (n <= ultima) falha(numero, fmt::format("coluna C{:02} fora de ordem", n));
     if (ultima < 0 && n != 0) falha(numero, "a linha não começa com [C00]");
-    const std::string fecha = fmt::format("[/C{:02}]", n);
+    const char tag[] = {'[', '/', 'C', static_cast<char>('0' + n / 10), static_cast<char>('0' + n % 10), ']'};
+    const std::string_view fecha(tag, sizeof tag);  // "[/Cnn]", built without formatting: once per column
     const std::size_t fim = linha.find(fecha, pos + 5);
     if (fim == std::string_view::npos) falha(numero, fmt::format("coluna C{:02} sem {}", n, fecha));
     const std::string_view valor = linha.substr(pos + 5, fim - pos - 5);
