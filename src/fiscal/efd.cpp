@@ -125,6 +125,7 @@ class GeradorEfd {
 
   std::string Gera() {
     Info(fmt::format("SPED EFD ICMS/IPI: período de {} a {}", l01_->texto(2), l01_->texto(3)));
+    if (l01_->texto(9) == "0") Info("Estabelecimento industrial (IND_ATIV 0): a apuração do IPI (E500) não é gerada");
     BlocoC();
     BlocoH();
     Bloco0();

@@ -62,7 +62,7 @@ struct Quadro {
 // The C100 being read and what its children add up to.
 struct Documento {
   int linha = 0;
-  bool reduzido = false, com_c170 = false, proibe_c170 = false;
+  bool reduzido = false, com_c170 = false, proibe_c170 = false, exige_c170 = false;
   char ind_oper = 0;
   std::string_view sit;
   std::array<std::int64_t, 6> c100{}, c190{};  // VL_DOC/VL_OPR, BC, ICMS, BC_ST, ST, IPI
@@ -301,6 +301,7 @@ class ValidadorEfd {
     const std::string_view mod = F(4);
     doc_.reduzido = doc_.sit == "02" || doc_.sit == "03" || doc_.sit == "04" || doc_.sit == "05";
     doc_.proibe_c170 = mod == "65" || (F(2) == "0" && mod == "55");
+    doc_.exige_c170 = F(2) == "1";  // a third party's document is booked item by item
     if (F(2) == "1" && F(1) != "0") Achado("C100 de terceiros (IND_EMIT 1) deve ser de entrada (IND_OPER 0)");
     if ((doc_.sit == "04" || doc_.sit == "05") && dt_ini_ / 10000 >= kAnoSemInutilizadas)
       Achado("C100 de COD_SIT {} não se escritura a partir de {}", doc_.sit, kAnoSemInutilizadas);
@@ -389,6 +390,7 @@ class ValidadorEfd {
   void FechaDocumento() {
     if (doc_.reduzido) return;
     if (doc_.c190s == 0) Achado(doc_.linha, "C100 regular sem registro C190");
+    if (doc_.exige_c170 && !doc_.com_c170) Achado(doc_.linha, "C100 de terceiros sem os itens (C170)");
     static constexpr std::string_view kCampos[] = {"VL_DOC", "VL_BC_ICMS", "VL_ICMS", "VL_BC_ICMS_ST", "VL_ICMS_ST", "VL_IPI"};
     for (std::size_t i = 0; i < std::size(kCampos); ++i)
       if (doc_.c100[i] != doc_.c190[i])
