@@ -160,6 +160,27 @@ TEST(EfdGerar, VoidedNumbersUpTo2022AndIcmsToPay) {
                           "|E116|000|72,00|10012023|000|||||122022|", "|E990|5|", "|H001|1|", "|H990|2|"));
 }
 
+// February 2024 with the month-end and the year-end inventory: one H005 each; an item listed
+// twice in one inventory is merged; items and units of the inventory alone reach block 0.
+TEST(EfdGerar, MonthEndAndYearEndInventories) {
+  const std::string info =
+      l01("01/02/2024", "29/02/2024") + l02_l03() + cadastros() +
+      "[C00]16[/C00][C02]7[/C02][C03]31/01/2024[/C03][C04]30,00[/C04][C99]04[/C99]\r\n" +
+      linha_info(17, {"1", "7", "16", "3,00", "10,00", "30,00", "CX", "2"}) +
+      "[C00]18[/C00][C02]8[/C02][C03]31/12/2023[/C03][C04]25,50[/C04][C99]04[/C99]\r\n" +
+      linha_info(19, {"2", "8", "15", "2,00", "5,25", "10,50", "UN", "2"}) +
+      linha_info(19, {"2", "8", "15", "3,00", "5,00", "15,00", "UN", "2"});
+  const std::string arquivo = gera(info);
+  EXPECT_THAT(blocos(arquivo, "H"),
+              ElementsAre("|H001|0|", "|H005|31012024|30,00|01|", "|H010|2-16|CX|3,000|10,000000|30,00|0|||||",
+                          "|H005|31122023|25,50|01|", "|H010|2-15|UN|5,000|5,250000|25,50|0|||||", "|H990|6|"));
+  EXPECT_THAT(blocos(arquivo, "0"),
+              ElementsAre(::testing::StartsWith("|0000|018|0|01022024|29022024|"), "|0001|0|",
+                          ::testing::StartsWith("|0005|"), ::testing::StartsWith("|0100|"), "|0190|CX|CAIXA|",
+                          "|0190|UN|UNIDADE|", "|0200|2-16|PORCA|||CX|00|73181600||||||",
+                          "|0200|2-15|PARAFUSO|||UN|00|73181500||||||", "|0990|9|"));
+}
+
 TEST(EfdGerar, NotesOutsideC100AreReportedNotBooked) {
   std::vector<std::string> info;
   const std::string modelo57 = l04("4", "1", "77", "", "57", "05/03/2024", "05/03/2024", "10,00", "0") +
