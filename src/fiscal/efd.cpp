@@ -272,8 +272,13 @@ class GeradorEfd {
       std::string cst = codigo(i->texto(16), 3), cfop = codigo(i->texto(17), 4);
       if (!cst_icms_valido(cst))
         throw Error(Descreve(*nota.l04, e) + fmt::format(": item {} com CST do ICMS '{}' inválido", i->texto(4), i->texto(16)));
-      if (cfop.size() != 4)
+      const int destino = cfop.size() == 4 ? apuracao_cfop(cfop) : 0;
+      if (destino == 0)
         throw Error(Descreve(*nota.l04, e) + fmt::format(": item {} com CFOP '{}' inválido", i->texto(4), i->texto(17)));
+      if ((destino > 0) != (e.ind_oper == '1') && cfop != "1605" && cfop != "5605")
+        throw Error(Descreve(*nota.l04, e) + fmt::format(": item {} com CFOP {} de {} numa nota de {}", i->texto(4), cfop,
+                                                         destino > 0 ? "saída" : "entrada",
+                                                         e.ind_oper == '1' ? "saída" : "entrada"));
       const std::int64_t aliq = centesimos_de(*i, 19);
       Grupo* g = nullptr;
       for (auto& x : grupos)
@@ -321,6 +326,9 @@ class GeradorEfd {
       Info(Descreve(h, e) + fmt::format(": total da nota {} difere da soma dos itens; escriturada a soma dos itens",
                                         h.texto(10)));
     const Dia dt_doc = dia(h.data(8));
+    if (dt_doc > dt_fin_) throw Error(Descreve(h, e) + fmt::format(": emitida em {}, depois do período", h.texto(8)));
+    if ((mod == "55" || mod == "65") && !chave_nfe_valida(digitos(h.texto(5))))
+      throw Error(Descreve(h, e) + fmt::format(": chave de acesso '{}' inválida", h.texto(5)));
     const Dia dt_es = h.texto(9).empty() ? 0 : dia(h.data(9));
     // An entry or exit date outside the document's date and the period is left out (optional field).
     const Valor dt_e_s = dt_es >= dt_doc && dt_es <= dt_fin_ ? data(dt_es) : vazio();

@@ -272,6 +272,32 @@ void completa_e110(CamposE110& f) {
   f[13] = f[11] - f[12];
 }
 
+namespace {
+
+bool so_digitos(std::string_view s) { return s.find_first_not_of("0123456789") == std::string_view::npos; }
+
+// Digit `n` of `s` checks the `n` digits before it: weights 2, 3, ... up to `peso_max` from the
+// right, starting again at 2.
+bool digito_mod11(std::string_view s, std::size_t n, int peso_max) {
+  int soma = 0, peso = 2;
+  for (std::size_t i = n; i-- > 0;) {
+    soma += (s[i] - '0') * peso;
+    peso = peso == peso_max ? 2 : peso + 1;
+  }
+  const int resto = soma % 11;
+  return s[n] - '0' == (resto < 2 ? 0 : 11 - resto);
+}
+
+}  // namespace
+
+bool cnpj_valido(std::string_view s) {
+  return s.size() == 14 && so_digitos(s) && digito_mod11(s, 12, 9) && digito_mod11(s, 13, 9);
+}
+bool cpf_valido(std::string_view s) {
+  return s.size() == 11 && so_digitos(s) && digito_mod11(s, 9, 11) && digito_mod11(s, 10, 12);
+}
+bool chave_nfe_valida(std::string_view s) { return s.size() == 44 && so_digitos(s) && digito_mod11(s, 43, 9); }
+
 bool cst_icms_valido(std::string_view cst) {
   if (cst.size() != 3 || cst.find_first_not_of("0123456789") != std::string_view::npos) return false;
   // Only the codes themselves are runs of digits in these lists.

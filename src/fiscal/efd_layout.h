@@ -73,6 +73,12 @@ int apuracao_cfop(std::string_view cfop);
 using CamposE110 = std::array<std::int64_t, 16>;
 void completa_e110(CamposE110& e110);
 
+// Check digits (modulus 11) of a CNPJ, a CPF and an NF-e access key; false also when the size
+// or the characters are wrong.
+bool cnpj_valido(std::string_view s);
+bool cpf_valido(std::string_view s);
+bool chave_nfe_valida(std::string_view s);
+
 // Valid CST_ICMS: origin 0-8 followed by a situation (table 4.3.1), or a CSOSN.
 bool cst_icms_valido(std::string_view cst);
 

@@ -24,21 +24,6 @@ std::string valor_texto(std::int64_t centesimos) {
 
 bool so_digitos(std::string_view s) { return s.find_first_not_of("0123456789") == std::string_view::npos; }
 
-// Check digits of CNPJ (weights 2-9 from the right) and CPF (weights 2 upwards) and of the
-// NF-e access key (weights 2-9): modulus 11.
-bool digito_mod11(std::string_view s, std::size_t n, int peso_max) {
-  int soma = 0, peso = 2;
-  for (std::size_t i = n; i-- > 0;) {
-    soma += (s[i] - '0') * peso;
-    peso = peso == peso_max ? 2 : peso + 1;
-  }
-  const int resto = soma % 11;
-  return s[n] - '0' == (resto < 2 ? 0 : 11 - resto);
-}
-bool cnpj_valido(std::string_view s) { return s.size() == 14 && so_digitos(s) && digito_mod11(s, 12, 9) && digito_mod11(s, 13, 9); }
-bool cpf_valido(std::string_view s) { return s.size() == 11 && so_digitos(s) && digito_mod11(s, 9, 11) && digito_mod11(s, 10, 12); }
-bool chave_valida(std::string_view s) { return s.size() == 44 && so_digitos(s) && digito_mod11(s, 43, 9); }
-
 Dia dia_seguinte(Dia d) {
   const int a = d / 10000, m = d / 100 % 100, dd = d % 100;
   if (dd < days_in_month(m, a)) return d + 1;
@@ -321,7 +306,7 @@ class ValidadorEfd {
     if (mod != "65" && F(3).empty()) Achado("C100 campo COD_PART obrigatório vazio");
     if (mod == "65" && !F(3).empty()) Achado("C100 de NFC-e (65) com COD_PART");
     if (!F(3).empty()) Usa(participantes_, F(3), "COD_PART", "0150");
-    if ((mod == "55" || mod == "65") && !chave_valida(F(8)))
+    if ((mod == "55" || mod == "65") && !chave_nfe_valida(F(8)))
       Achado("C100 CHV_NFE '{}' ausente ou com dígito verificador inválido", F(8));
     const Dia doc = ler_data(F(9)), es = ler_data(F(10));
     if (doc && doc > dt_fin_) Achado("C100 DT_DOC {} depois do fim do período", F(9));

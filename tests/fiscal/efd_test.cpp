@@ -233,6 +233,28 @@ INSTANTIATE_TEST_SUITE_P(
                      cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): item 1 com CST do ICMS '0999' "
                  "inválido"},
+        CasoErro{"CfopDeSaidaNaCompra",
+                 kCabecalho + l04("2", "1", "123", kChaveCompra, "55", "05/03/2024", "", "1,00", "0") +
+                     l05("2", "1", "2", "15") +
+                     l06("2", "1", "15", "1", "UN", "1,00", "1,00", "2", "000", "5102", "0,00", "0,00", "0,00") +
+                     cadastros(),
+                 "Nota 123 de compra de produtos (linha 4 do arquivo de informações): item 1 com CFOP 5102 de saída "
+                 "numa nota de entrada"},
+        CasoErro{"EmitidaDepoisDoPeriodo",
+                 kCabecalho + l04("10", "1", "456", kChaveVenda, "55", "01/04/2024", "", "1,00", "0") +
+                     l05("10", "1", "1", "15") +
+                     l06("10", "1", "15", "1", "UN", "1,00", "1,00", "2", "000", "5102", "0,00", "0,00", "0,00") +
+                     cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): emitida em 01/04/2024, depois do "
+                 "período"},
+        CasoErro{"ChaveInvalida",
+                 kCabecalho + l04("10", "1", "456", "35240311222333000181550010000004561000004560", "55", "10/03/2024",
+                                  "", "1,00", "0") +
+                     l05("10", "1", "1", "15") +
+                     l06("10", "1", "15", "1", "UN", "1,00", "1,00", "2", "000", "5102", "0,00", "0,00", "0,00") +
+                     cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): chave de acesso "
+                 "'35240311222333000181550010000004561000004560' inválida"},
         CasoErro{"EspecieDesconhecida",
                  kCabecalho + l04("7", "1", "456", kChaveVenda, "55", "10/03/2024", "", "1,00", "0") + cadastros(),
                  "Linha 4 do arquivo de informações: espécie de nota 7 desconhecida"},
