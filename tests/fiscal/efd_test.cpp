@@ -211,6 +211,15 @@ TEST_P(EfdGerarErro, NamesTheCulprit) {
 
 const std::string kCabecalho = l01("01/03/2024", "31/03/2024") + l02_l03();
 
+// A note of one item of 1,00: a sale (kind 10, client 15) or a purchase (kind 2, supplier 15).
+std::string nota(std::string_view especie, std::string_view chave, std::string_view emissao, std::string_view cst,
+                 std::string_view cfop) {
+  const bool venda = especie == "10";
+  return l04(especie, "1", venda ? "456" : "123", chave, "55", emissao, "", "1,00", "0") +
+         l05(especie, "1", venda ? "1" : "2", "15") +
+         l06(especie, "1", "15", "1", "UN", "1,00", "1,00", "2", cst, cfop, "0,00", "0,00", "0,00");
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Efd, EfdGerarErro,
     ::testing::Values(
@@ -227,31 +236,19 @@ INSTANTIATE_TEST_SUITE_P(
                                      l05("10", "1", "1", "15") + cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): sem itens (linhas 06)"},
         CasoErro{"CstInvalido",
-                 kCabecalho + l04("10", "1", "456", kChaveVenda, "55", "10/03/2024", "", "1,00", "0") +
-                     l05("10", "1", "1", "15") +
-                     l06("10", "1", "15", "1", "UN", "1,00", "1,00", "2", "0999", "5102", "0,00", "0,00", "0,00") +
-                     cadastros(),
+                 kCabecalho + nota("10", kChaveVenda, "10/03/2024", "0999", "5102") + cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): item 1 com CST do ICMS '0999' "
                  "inválido"},
         CasoErro{"CfopDeSaidaNaCompra",
-                 kCabecalho + l04("2", "1", "123", kChaveCompra, "55", "05/03/2024", "", "1,00", "0") +
-                     l05("2", "1", "2", "15") +
-                     l06("2", "1", "15", "1", "UN", "1,00", "1,00", "2", "000", "5102", "0,00", "0,00", "0,00") +
-                     cadastros(),
+                 kCabecalho + nota("2", kChaveCompra, "05/03/2024", "000", "5102") + cadastros(),
                  "Nota 123 de compra de produtos (linha 4 do arquivo de informações): item 1 com CFOP 5102 de saída "
                  "numa nota de entrada"},
         CasoErro{"EmitidaDepoisDoPeriodo",
-                 kCabecalho + l04("10", "1", "456", kChaveVenda, "55", "01/04/2024", "", "1,00", "0") +
-                     l05("10", "1", "1", "15") +
-                     l06("10", "1", "15", "1", "UN", "1,00", "1,00", "2", "000", "5102", "0,00", "0,00", "0,00") +
-                     cadastros(),
+                 kCabecalho + nota("10", kChaveVenda, "01/04/2024", "000", "5102") + cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): emitida em 01/04/2024, depois do "
                  "período"},
         CasoErro{"ChaveInvalida",
-                 kCabecalho + l04("10", "1", "456", "35240311222333000181550010000004561000004560", "55", "10/03/2024",
-                                  "", "1,00", "0") +
-                     l05("10", "1", "1", "15") +
-                     l06("10", "1", "15", "1", "UN", "1,00", "1,00", "2", "000", "5102", "0,00", "0,00", "0,00") +
+                 kCabecalho + nota("10", "35240311222333000181550010000004561000004560", "10/03/2024", "000", "5102") +
                      cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): chave de acesso "
                  "'35240311222333000181550010000004561000004560' inválida"},
