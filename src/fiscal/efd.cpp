@@ -230,7 +230,7 @@ class GeradorEfd {
     num.erase(0, std::min(num.find_first_not_of('0'), num.size()));
     const Valor oper = texto(std::string_view(&e->ind_oper, 1)), emit = texto(std::string_view(&e->ind_emit, 1));
     if (sit != "00") {  // cancelled or voided: the reduced record, without children
-      const Valor chv = sit == "05" ? vazio() : texto(h.texto(5));
+      const Valor chv = sit == "05" || !modelo_eletronico(mod) ? vazio() : texto(h.texto(5));
       out_.Registro("C100", {oper, emit, vazio(), texto(mod), texto(sit), texto(h.texto(7)), texto(num), chv,
                              vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio(),
                              vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio(), vazio()});
@@ -327,14 +327,14 @@ class GeradorEfd {
                                         h.texto(10)));
     const Dia dt_doc = dia(h.data(8));
     if (dt_doc > dt_fin_) throw Error(Descreve(h, e) + fmt::format(": emitida em {}, depois do período", h.texto(8)));
-    if ((mod == "55" || mod == "65") && !chave_nfe_valida(digitos(h.texto(5))))
+    if (modelo_eletronico(mod) && !chave_nfe_valida(digitos(h.texto(5))))
       throw Error(Descreve(h, e) + fmt::format(": chave de acesso '{}' inválida", h.texto(5)));
     const Dia dt_es = h.texto(9).empty() ? 0 : dia(h.data(9));
     // An entry or exit date outside the document's date and the period is left out (optional field).
     const Valor dt_e_s = dt_es >= dt_doc && dt_es <= dt_fin_ ? data(dt_es) : vazio();
     const std::string cod_part = chave(nota.l05->texto(3), nota.l05->texto(4));
     out_.Registro("C100", {oper, emit, texto(cod_part), texto(mod), texto("00"), texto(h.texto(7)), texto(num),
-                           texto(h.texto(5)), data(dt_doc), dt_e_s, centesimos(t.doc), texto("2"), centesimos(t.desc),
+                           modelo_eletronico(mod) ? texto(h.texto(5)) : vazio(), data(dt_doc), dt_e_s, centesimos(t.doc), texto("2"), centesimos(t.desc),
                            centesimos(0), centesimos(t.merc), texto(t.frt ? "0" : "9"), centesimos(t.frt),
                            centesimos(t.seg), centesimos(t.out), centesimos(t.bc), centesimos(t.icms),
                            centesimos(t.bc_st), centesimos(t.st), centesimos(t.ipi), centesimos(t.pis),

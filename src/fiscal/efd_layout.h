@@ -73,6 +73,9 @@ int apuracao_cfop(std::string_view cfop);
 using CamposE110 = std::array<std::int64_t, 16>;
 void completa_e110(CamposE110& e110);
 
+// Models with an access key (CHV_NFE): NF-e 55 and NFC-e 65; other models have none.
+inline bool modelo_eletronico(std::string_view cod_mod) { return cod_mod == "55" || cod_mod == "65"; }
+
 // Check digits (modulus 11) of a CNPJ, a CPF and an NF-e access key; false also when the size
 // or the characters are wrong.
 bool cnpj_valido(std::string_view s);

@@ -253,6 +253,7 @@ class ValidadorEfd {
       if (F(1) != cod_ver(a)) Achado("0000 COD_VER '{}' não é o do período {:02}/{} ('{}')", F(1), m, a, cod_ver(a));
     }
     Documento_(F(6), F(7), "0000");
+    cnpj_proprio_ = F(6);
   }
 
   void Documento_(std::string_view cnpj, std::string_view cpf, std::string_view reg) {
@@ -262,7 +263,7 @@ class ValidadorEfd {
   }
 
   void R0150() {
-    Define(participantes_, F(1), "0150 COD_PART");
+    Define(participantes_, F(1), "0150 COD_PART", F(4));
     if (F(3) == kPaisBrasil) {
       Documento_(F(4), F(5), "0150");
       if (F(7).empty()) Achado("0150 de participante do Brasil sem COD_MUN");
@@ -296,6 +297,7 @@ class ValidadorEfd {
     if (doc_.reduzido) {
       if (!F(3).empty()) Achado("C100 de COD_SIT {} com o campo COD_PART preenchido", doc_.sit);
       if (doc_.sit == "05" && !F(8).empty()) Achado("C100 de COD_SIT 05 com o campo CHV_NFE preenchido");
+      if (chave_nfe_valida(F(8))) ConfereChave(cnpj_proprio_);
       for (std::size_t i = 9; i < atual_.campos.size(); ++i)
         if (!F(static_cast<int>(i)).empty())
           Achado("C100 de COD_SIT {} com o campo {} preenchido", doc_.sit, atual_.r->campos[i].nome);
@@ -305,13 +307,32 @@ class ValidadorEfd {
       if (F(i).empty()) Achado("C100 campo {} obrigatório vazio", atual_.r->campos[i].nome);
     if (mod != "65" && F(3).empty()) Achado("C100 campo COD_PART obrigatório vazio");
     if (mod == "65" && !F(3).empty()) Achado("C100 de NFC-e (65) com COD_PART");
-    if (!F(3).empty()) Usa(participantes_, F(3), "COD_PART", "0150");
-    if ((mod == "55" || mod == "65") && !chave_nfe_valida(F(8)))
+    const Definido* participante = F(3).empty() ? nullptr : Usa(participantes_, F(3), "COD_PART", "0150");
+    if (modelo_eletronico(mod) && !chave_nfe_valida(F(8)))
       Achado("C100 CHV_NFE '{}' ausente ou com dígito verificador inválido", F(8));
+    else if (!F(8).empty() && !modelo_eletronico(mod))
+      Achado("C100 de modelo {} com CHV_NFE", mod);
+    else if (!F(8).empty())
+      ConfereChave(F(2) == "0" ? cnpj_proprio_ : participante ? participante->extra : std::string_view());
     const Dia doc = ler_data(F(9)), es = ler_data(F(10));
     if (doc && doc > dt_fin_) Achado("C100 DT_DOC {} depois do fim do período", F(9));
     if (es && (es < doc || es > dt_fin_)) Achado("C100 DT_E_S {} fora de DT_DOC a fim do período", F(10));
     doc_.c100 = {N(11), N(20), N(21), N(22), N(23), N(24)};
+  }
+
+  // The access key repeats the issuer's CNPJ (positions 7-20), the model (21-22), the series
+  // (23-25) and the number (26-34) of the document. An issuer without a CNPJ is not compared.
+  void ConfereChave(std::string_view cnpj_emitente) {
+    const std::string_view chave = F(8);
+    const auto sem_zeros = [](std::string_view v) { return v.substr(std::min(v.find_first_not_of('0'), v.size())); };
+    const std::pair<std::string_view, bool> partes[] = {
+        {"CNPJ do emitente", cnpj_emitente.empty() || chave.substr(6, 14) == cnpj_emitente},
+        {"COD_MOD", chave.substr(20, 2) == F(4)},
+        {"SER", sem_zeros(chave.substr(22, 3)) == sem_zeros(F(6))},
+        {"NUM_DOC", sem_zeros(chave.substr(25, 9)) == sem_zeros(F(7))},
+    };
+    for (const auto& [parte, confere] : partes)
+      if (!confere) Achado("C100 CHV_NFE não confere com o {}", parte);
   }
 
   bool Cfop(std::string_view cfop) {
@@ -515,7 +536,7 @@ class ValidadorEfd {
   std::array<int, 8> ultimo_{};
   std::array<int, 64> por_tipo_{};
   std::array<int, kBlocos.size()> por_bloco_{};
-  std::string_view ind_mov_;
+  std::string_view ind_mov_, cnpj_proprio_;
   Dia dt_ini_ = 0, dt_fin_ = 0, proximo_e100_ = 0;
   bool e100_inteiro_ = false;
   Tabela participantes_, unidades_, itens_;

@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include "fiscal/efd_layout.h"
+
 namespace infofiscal::testing {
 
 // A register line: "[C00]tt[/C00]", columns C01.. in order, the trailer, CR LF.
@@ -18,6 +20,14 @@ inline std::string linha_info(int tipo, std::initializer_list<std::string_view> 
     s += fmt::format("[C{0:02}]{1}[/C{0:02}]", n, c);
   }
   return s + fmt::format("[C99]{:02}[/C99]\r\n", n);
+}
+
+// The access key of an NF-e of March 2024 in São Paulo, series 1, of that issuer and number.
+inline std::string chave_nfe(std::string_view cnpj, int numero) {
+  const std::string k = fmt::format("352403{}55001{:09}1{:08}", cnpj, numero, numero);
+  for (char d = '0'; d <= '9'; ++d)
+    if (efd::chave_nfe_valida(k + d)) return k + d;
+  return k;
 }
 
 // Line 01 of a period (dd/mm/yyyy) with profile A, activity 1 (trade).
