@@ -307,6 +307,7 @@ class ValidadorEfd {
       if (F(i).empty()) Achado("C100 campo {} obrigatório vazio", atual_.r->campos[i].nome);
     if (mod != "65" && F(3).empty()) Achado("C100 campo COD_PART obrigatório vazio");
     if (mod == "65" && !F(3).empty()) Achado("C100 de NFC-e (65) com COD_PART");
+    if (mod == "65" && (F(1) != "1" || F(2) != "0")) Achado("C100 de NFC-e (65) que não é saída própria");
     const Definido* participante = F(3).empty() ? nullptr : Usa(participantes_, F(3), "COD_PART", "0150");
     if (modelo_eletronico(mod) && !chave_nfe_valida(F(8)))
       Achado("C100 CHV_NFE '{}' ausente ou com dígito verificador inválido", F(8));

@@ -353,6 +353,16 @@ INSTANTIATE_TEST_SUITE_P(
                        "Linha 12: 0990 QTD_LIN 11 difere das 12 linhas do bloco",
                        "Linha 48: 9900 de 0150 conta 2; o arquivo tem 3",
                        "Linha 81: 9999 QTD_LIN 80 difere das 81 linhas do arquivo"}},
+        CasoValidacao{"VersaoDeOutroAno", "|0000|018|", "|0000|017|",
+                      {"Linha 1: 0000 COD_VER '017' não é o do período 03/2024 ('018')"}},
+        CasoValidacao{"BlocoVazioComMovimento", "|D001|1|", "|D001|0|",
+                      {"Linha 25: bloco D com IND_MOV 0 e nenhum registro de dados"}},
+        CasoValidacao{"E100QueNaoCobreOPeriodo", "|E100|01032024|31032024|", "|E100|01032024|30032024|",
+                      {"Linha 80: os E100 não cobrem o período do 0000 até o fim"}},
+        CasoValidacao{"TipoSem9900", "|9900|K990|1|\r\n", "",
+                      {"Linha 75: 9900 de 9900 conta 36; o arquivo tem 35",
+                       "Linha 78: 9990 QTD_LIN 39 difere das 38 linhas do bloco",
+                       "Linha 79: 9999 QTD_LIN 80 difere das 79 linhas do arquivo", "Linha 79: registro K990 sem 9900"}},
         CasoValidacao{"SemCrLf", "|9999|80|\r\n", "|9999|80|\n", {"Linha 80: linha sem CR LF no fim"}}),
     [](const auto& info) { return info.param.nome; });
 
