@@ -60,7 +60,7 @@ class EscritorEfd {
   // and closes it with x990: a block's records may be written before it is known whether
   // it has any.
   void Encerra(char bloco);
-  // Block 9 and 9999, then the whole file in block order.
+  // Block 9 and 9999, then the whole file in block order, in Windows-1252.
   std::string Conclui();
 
  private:

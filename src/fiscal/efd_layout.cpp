@@ -274,8 +274,6 @@ void completa_e110(CamposE110& f) {
 
 namespace {
 
-bool so_digitos(std::string_view s) { return s.find_first_not_of("0123456789") == std::string_view::npos; }
-
 // Digit `n` of `s` checks the `n` digits before it: weights 2, 3, ... up to `peso_max` from the
 // right, starting again at 2.
 bool digito_mod11(std::string_view s, std::size_t n, int peso_max) {

@@ -43,8 +43,10 @@ struct Registro {
   char bloco() const { return reg[0]; }
 };
 
-// Every register type the converter writes or the validator accepts, in file order.
+// Every register type the converter writes or the validator accepts, in file order; fewer
+// than kMaxRegistros, so that counts per type fit a fixed array.
 std::span<const Registro> registros();
+inline constexpr int kMaxRegistros = 64;
 // The register of that code; nullptr when the layout has none.
 const Registro* registro(std::string_view reg);
 // The register of that code. REQUIRES: it exists.
@@ -75,6 +77,8 @@ void completa_e110(CamposE110& e110);
 
 // Models with an access key (CHV_NFE): NF-e 55 and NFC-e 65; other models have none.
 inline bool modelo_eletronico(std::string_view cod_mod) { return cod_mod == "55" || cod_mod == "65"; }
+
+inline bool so_digitos(std::string_view s) { return s.find_first_not_of("0123456789") == std::string_view::npos; }
 
 // Check digits (modulus 11) of a CNPJ, a CPF and an NF-e access key; false also when the size
 // or the characters are wrong.

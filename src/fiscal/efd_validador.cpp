@@ -22,8 +22,6 @@ std::string valor_texto(std::int64_t centesimos) {
   return fmt::format("{}{},{:02}", centesimos < 0 ? "-" : "", std::llabs(centesimos) / 100, std::llabs(centesimos) % 100);
 }
 
-bool so_digitos(std::string_view s) { return s.find_first_not_of("0123456789") == std::string_view::npos; }
-
 Dia dia_seguinte(Dia d) {
   const int a = d / 10000, m = d / 100 % 100, dd = d % 100;
   if (dd < days_in_month(m, a)) return d + 1;
@@ -41,7 +39,7 @@ struct Lido {
 struct Quadro {
   const Registro* r;
   int linha;
-  std::array<int, 64> filhos{};
+  std::array<int, kMaxRegistros> filhos{};
 };
 
 // The C100 being read and what its children add up to.
@@ -535,7 +533,7 @@ class ValidadorEfd {
   Lido atual_;
   std::vector<Quadro> pilha_;
   std::array<int, 8> ultimo_{};
-  std::array<int, 64> por_tipo_{};
+  std::array<int, kMaxRegistros> por_tipo_{};
   std::array<int, kBlocos.size()> por_bloco_{};
   std::string_view ind_mov_, cnpj_proprio_;
   Dia dt_ini_ = 0, dt_fin_ = 0, proximo_e100_ = 0;
