@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "export/arquivo_texto.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "fiscal/informacao.h"
@@ -488,12 +489,21 @@ class GeradorEfd {
 std::string gerar_efd(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso) {
   std::string arquivo = GeradorEfd(informacao, info, progresso).Gera();
   const auto achados = validar_efd(arquivo);
-  if (!achados.empty()) {
-    std::string msg = "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:";
-    for (const auto& a : achados) msg += "\n" + a;
-    throw Error(msg);
+  if (achados.empty()) return arquivo;
+  // The file is not written, so each finding shows the record it is about.
+  std::vector<std::string_view> registros;
+  for (std::size_t pos = 0; pos < arquivo.size();) {
+    const std::size_t fim = arquivo.find("\r\n", pos);
+    registros.push_back(std::string_view(arquivo).substr(pos, fim - pos));
+    pos = fim + 2;
   }
-  return arquivo;
+  std::string msg = "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:";
+  for (const auto& a : achados) {
+    const std::size_t n = std::stoul(a.substr(6));
+    msg += "\n" + a;
+    if (n >= 1 && n <= registros.size()) msg += " em " + windows1252_to_utf8(registros[n - 1]);
+  }
+  throw Error(msg);
 }
 
 }  // namespace infofiscal

@@ -264,7 +264,7 @@ INSTANTIATE_TEST_SUITE_P(
                      "[C00]16[/C00][C02]1[/C02][C03]30/04/2024[/C03][C04]1,00[/C04][C99]04[/C99]\r\n" +
                      linha_info(17, {"1", "1", "15", "1,00", "1,00", "1,00", "UN", "2"}),
                  "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:\n"
-                 "Linha 25: H005 DT_INV 30042024 depois do fim do período"}),
+                 "Linha 25: H005 DT_INV 30042024 depois do fim do período em |H005|30042024|1,00|01|"}),
     [](const auto& info) { return info.param.nome; });
 
 // ---- the validator on broken files
