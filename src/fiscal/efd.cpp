@@ -10,7 +10,6 @@
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "fiscal/informacao.h"
-#include "host/dates.h"
 #include "host/error.h"
 
 namespace infofiscal {
