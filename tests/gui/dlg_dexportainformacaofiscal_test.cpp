@@ -28,36 +28,12 @@ const std::string kInfo = "/Arquivos/InfoFiscal/SpedInformacao.txt";
 const std::string kFiltro = "Todos (*.* )|*.*|Texto (*.txt)|*.txt";
 
 // The info lines of a run that ends without error, before any converter line.
-const std::vector<std::string> kLogCompleto = {
-    "=============================",
-    "RECUPERANDO INFORMAÇÕES      ",
-    "=============================",
-    "1-Gerar Arquivo de Informações: Início",
-    "2.01-Registro: Informação do Registro Fiscal",
-    "2.02-Registro: Informação da Empresa",
-    "2.03-Registro: Informação do Contador",
-    "2.04-Registro: Informação de Compra de Equipamentos",
-    "2.05-Registro: Informação de Compra de Produtos",
-    "2.06-Registro: Informação de Compra de Produtos de Consumo",
-    "2.07-Registro: Informação de Compra de Insumos",
-    "2.22-Registro: Nota Fiscal Inutilizada",
-    "2.08-Registro: Informação Nota Fiscal de Venda de Equipamentos",
-    "2.09-Registro: Informação Nota Fiscal de Venda de Produtos",
-    "2.10-Registro: Informação Nota Fiscal de Transferência de Produtos",
-    "2.11-Registro: Informação Nota Fiscal de Devolução de Compra de Produtos",
-    "2.12-Registro: Informação Nota Fiscal de Devolução de Venda de Produtos",
-    "2.14-Registro: Lista de Equipamentos",
-    "2.15-Registro: Lista de Produtos",
-    "2.16-Registro: Lista de Insumos",
-    "2.17-Registro: Lista de Produtos de Consumo",
-    "2.18-Registro: Lista de Unidades",
-    "2.19-Registro: Lista de Clientes",
-    "2.20-Registro: Lista de Fornecedores",
-    "2.21-Registro: Natureza da Operação",
-    "2.13-Registro: Informação de Inventário - Final do Mes",
-    "2.13-Registro: Informação de Inventário - Final do Ano",
-    "3-Gerar Arquivo de Informações: Final",
-};
+std::vector<std::string> log_completo() {
+  auto linhas = banner();
+  linhas.insert(linhas.end(), kStepTexts.begin(), kStepTexts.end());
+  linhas.push_back("3-Gerar Arquivo de Informações: Final");
+  return linhas;
+}
 
 Snapshot marco_2024() { return Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}, {"CDEMPRESA", 1}}); }
 
@@ -208,7 +184,7 @@ TEST(DialogoExporta, KindsWithoutConverterWriteOnlyTheInformationFile) {
     d.resposta = base + "/fiscal.txt";
     d.gerar();
     EXPECT_THAT(d.erros, ElementsAre());
-    EXPECT_THAT(d.log(), ElementsAreArray(kLogCompleto));
+    EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));
     EXPECT_EQ(read_file(base + kInfo).substr(0, 13), "[C00]01[/C00]");
     EXPECT_FALSE(existe(base + "/fiscal.txt"));
     EXPECT_TRUE(d.botoes_habilitados());
@@ -222,14 +198,15 @@ TEST(DialogoExporta, AMissingInformationFolderFailsAfterTheExportWasBuilt) {
   d.gerar();
   EXPECT_THAT(d.erros, ElementsAre("A pasta '" + base + "/Arquivos/InfoFiscal' não existe: o arquivo '" + base + kInfo +
                                    "' não foi gravado"));
-  EXPECT_THAT(d.log(), ElementsAreArray(kLogCompleto));  // no converter line after the last step
+  EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));  // no converter line after the last step
   EXPECT_FALSE(existe(base + "/SINTEGRA.txt"));
   EXPECT_TRUE(d.botoes_habilitados());
   EXPECT_TRUE(d.dlg.isVisible());
 }
 
 TEST(DialogoExporta, TheLogKeepsTheInfoLinesUpToAFailure) {
-  const std::vector<std::string> ate_2_01(kLogCompleto.begin(), kLogCompleto.begin() + 5);
+  const auto completo = log_completo();
+  const std::vector<std::string> ate_2_01(completo.begin(), completo.begin() + 5);
   const struct {
     Snapshot snapshot;
     const char* mensagem;
@@ -281,7 +258,7 @@ TEST(DialogoExporta, ButtonsStayDisabledAndTheWindowOpenDuringARun) {
   EXPECT_EQ(visto->linhas_no_log, 0u);  // the first info line resets the counter before it is logged
   EXPECT_EQ(d.perguntas.size(), 1u);
   EXPECT_TRUE(d.dlg.isVisible());
-  EXPECT_THAT(d.log(), ElementsAreArray(kLogCompleto));
+  EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));
   EXPECT_TRUE(d.botoes_habilitados());
   EXPECT_TRUE(d.dlg.close());  // and closes again once the run is over
 }
