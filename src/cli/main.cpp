@@ -13,6 +13,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/opcoes.h"
 #include "cli/progresso.h"
 #include "export/arquivo_texto.h"
 #include "export/controle_exportacao.h"
@@ -25,10 +26,8 @@
 namespace infofiscal {
 namespace {
 
-struct OpcoesExportar {
-  std::string fonte, base, arquivo_fiscal, gravar_snapshot, progresso = "auto";
-  int registro = 0, tipo = 0, compra = 0, venda = 0;
-  std::optional<int> mes, ano, empresa;
+struct OpcoesExportar : OpcoesRegistro {
+  std::string arquivo_fiscal, gravar_snapshot, progresso = "auto";
   bool somente_informacao = false;
 };
 
@@ -38,30 +37,10 @@ class ErroDeUso : public Error {
   using Error::Error;
 };
 
-std::string traduzir_erro_de_uso(const CLI::ParseError& e) {
-  const std::string detalhe = e.what();
-  if (dynamic_cast<const CLI::RequiredError*>(&e)) return "opção obrigatória ausente (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ExtrasError*>(&e)) return "argumento desconhecido (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ValidationError*>(&e) || dynamic_cast<const CLI::ConversionError*>(&e))
-    return "valor inválido (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "número de valores errado (" + detalhe + ")";
-  return "uso incorreto (" + detalhe + ")";
-}
-
 void info_line(const std::string& line) {
   std::fwrite(line.data(), 1, line.size(), stdout);
   std::fputc('\n', stdout);
   std::fflush(stdout);
-}
-
-// One field of the fiscal-register record, read only when a default needs it.
-std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view campo) {
-  const FieldDef field{campo, FieldClass::Integer};
-  ClientDataSet tab("TabRegistroFiscal", "DspRegistroInfoFiscal", {field}, 1);
-  tab.SetRemoteServer(&fonte);
-  tab.SetParam(0, std::int64_t{registro});
-  tab.Open();
-  return tab.FieldByName(campo).AsInteger();
 }
 
 int exportar(const OpcoesExportar& o) {
@@ -72,9 +51,7 @@ int exportar(const OpcoesExportar& o) {
   RecordSource* fonte = live.get();
   if (!o.gravar_snapshot.empty()) fonte = (gravador = std::make_unique<RecordingSource>(*live)).get();
 
-  TDTM_ConexaoDS conexao{*fonte, TOBJ_InfoSistema_v11c([&] {
-                           return o.empresa ? *o.empresa : static_cast<int>(campo_registro(*fonte, o.registro, "CDEMPRESA"));
-                         })};
+  TDTM_ConexaoDS conexao{*fonte, info_sistema(*fonte, o)};
   ControleExportacao controle(conexao);
   Progresso barra(o.progresso);
   controle.LinhaInfo = [&](const std::string& line) {
@@ -95,9 +72,8 @@ int exportar(const OpcoesExportar& o) {
     if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
       std::string nome = o.arquivo_fiscal;
       if (nome.empty()) {
-        const int mes = o.mes ? *o.mes : static_cast<int>(campo_registro(*fonte, o.registro, "CDMES"));
-        const int ano = o.ano ? *o.ano : static_cast<int>(campo_registro(*fonte, o.registro, "ANO"));
-        nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes, ano);
+        nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(*fonte, o),
+                                                ano_registro(*fonte, o));
       }
       controle.SalvarArquivoFiscal_A(nome, texto);
     }
@@ -149,18 +125,7 @@ int principal(int argc, char** argv) {
 
   OpcoesExportar o;
   auto* exp = app.add_subcommand("exportar", "Gera SpedInformacao.txt e o arquivo fiscal de um registro fiscal");
-  exp->add_option("--fonte", o.fonte, "Fonte de dados: sqlite:ARQUIVO, postgresql:CONEXAO, firebird:BANCO, snapshot:ARQUIVO.json")
-      ->required();
-  exp->add_option("--registro", o.registro, "Código do registro fiscal")->required()->check(CLI::NonNegativeNumber);
-  exp->add_option("--tipo", o.tipo, "Tipo de arquivo: 0 indefinido, 1 SINTEGRA, 2 SPED EFD, 3 SPED Contribuições")
-      ->required()
-      ->check(CLI::IsMember({0, 1, 2, 3}));
-  exp->add_option("--base", o.base, "Pasta base da aplicação (contém Arquivos/InfoFiscal)")->required();
-  exp->add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(CLI::Range(1, 12));
-  exp->add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(CLI::Range(1, 9999));
-  exp->add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(CLI::NonNegativeNumber);
-  exp->add_option("--compra", o.compra, "Exporta só esta compra (0: todas)")->check(CLI::NonNegativeNumber);
-  exp->add_option("--venda", o.venda, "Exporta só esta nota de saída (0: todas)")->check(CLI::NonNegativeNumber);
+  adicionar_opcoes_registro(*exp, o);
   exp->add_option("--arquivo-fiscal", o.arquivo_fiscal, "Arquivo fiscal a gravar (padrão: o nome sugerido, na pasta atual)");
   exp->add_flag("--somente-informacao", o.somente_informacao, "Gera só SpedInformacao.txt, sem o arquivo fiscal");
   exp->add_option("--progresso", o.progresso, "Progresso em stderr: auto, barra, linhas ou nada")
