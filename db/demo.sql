@@ -275,9 +275,7 @@ SELECT n.i, 1, 1 + n.i % 4,
             WHEN n.i % 17 = 5 THEN '01' ELSE '55' END,
        CASE WHEN n.i % 17 = 5 THEN 'U' ELSE '1' END,
        CAST(20000 + n.i * 37 % 9000 AS VARCHAR(30)),
-       CASE WHEN n.i % 17 = 5 THEN NULL
-            ELSE '3524035' || CAST(1000000000000 + n.i * 7919 AS VARCHAR(13)) || '550010000'
-                 || CAST(20000 + n.i * 37 % 9000 AS VARCHAR(5)) || '1' || CAST(10000000 + n.i AS VARCHAR(8)) || '7' END,
+       NULL,
        CASE WHEN n.i > 112 THEN 2 ELSE 3 END,
        e.data, r.tarde,
        CASE 1 + n.i % 4 WHEN 1 THEN 1551 WHEN 2 THEN 1102 WHEN 3 THEN 1101 ELSE 1556 END
@@ -358,9 +356,7 @@ SELECT s.tipo, 4100 + s.i, 1,
        CASE s.tipo WHEN 4 THEN 1 + s.i % 12 ELSE 1 + s.i * 7 % 30 END,
        '1', d.data, d.tarde,
        CASE WHEN s.i > 358 THEN 1 WHEN s.i % 50 = 17 THEN 3 ELSE 2 END,
-       CASE WHEN s.i > 358 THEN NULL
-            ELSE '352403123456780001955500100000' || CAST(4100 + s.i AS VARCHAR(5)) || '1'
-                 || CAST(50000000 + s.i * 113 AS VARCHAR(8)) || CAST(s.i % 10 AS VARCHAR(1)) END,
+       NULL,
        CASE s.tipo WHEN 1 THEN 5102 WHEN 2 THEN 5551 WHEN 3 THEN 5152 WHEN 4 THEN 5202 ELSE 1202 END
   FROM demo_saida s
   JOIN demo_dia d ON d.dia = 1 + (s.i - 1) * 31 / 360
@@ -371,6 +367,74 @@ UPDATE notafiscal SET cdtabcfop = cdtabcfop + 1000
  WHERE EXISTS (SELECT 1 FROM tiponotafiscal t JOIN parte a ON a.papel = t.papel
                 WHERE t.cdtiponotafiscal = notafiscal.cdtiponotafiscal AND a.cdparte = notafiscal.cdparte
                   AND a.cdestado <> 'SP');
+
+-- Access keys of the electronic notes (all but model 01 and the notes still being typed):
+-- state 35, year and month 2403, the issuer's CNPJ, model, series, number, emission type 1, a
+-- code, and the check digit: modulo 11 of the digits weighted 2 to 9 from the right, 0 when
+-- the remainder is 0 or 1. The digits come out of the key's numeric parts by integer
+-- arithmetic, which every database here does alike.
+CREATE VIEW demo_chave_parte (origem, nota, cnpj, modelo, serie, numero, numero9, codigo) AS
+SELECT 'C', c.cdcompra, REPLACE(REPLACE(REPLACE(f.cnpj_cpf, '.', ''), '/', ''), '-', ''), c.modelo, c.serie,
+       CAST(c.numnf AS BIGINT), '0000' || c.numnf, 10000000 + c.cdcompra
+  FROM compra c JOIN fornecedor f ON f.cdfornecedor = c.cdfornecedor
+ WHERE c.modelo <> '01'
+UNION ALL
+SELECT 'S', n.cdnotafiscal, REPLACE(REPLACE(REPLACE(e.cnpj, '.', ''), '/', ''), '-', ''), '55', n.numserie,
+       n.cdnotafiscal, '00000' || CAST(n.cdnotafiscal AS VARCHAR(4)), 50000000 + (n.cdnotafiscal - 4100) * 113
+  FROM notafiscal n JOIN empresa e ON e.cdempresa = n.cdempresa
+ WHERE n.pde <> 1;
+
+-- Position 1 to 43 of a key: the numeric part holding its digit (1 state and month, 2 CNPJ,
+-- 3 model and series, 4 number, 5 emission type and code), that digit's power of ten in its
+-- part, and its weight.
+CREATE TABLE demo_pot (expoente SMALLINT NOT NULL PRIMARY KEY, pot BIGINT NOT NULL);
+INSERT INTO demo_pot (expoente, pot) VALUES (0, 1);
+INSERT INTO demo_pot (expoente, pot) VALUES (1, 10);
+INSERT INTO demo_pot (expoente, pot) VALUES (2, 100);
+INSERT INTO demo_pot (expoente, pot) VALUES (3, 1000);
+INSERT INTO demo_pot (expoente, pot) VALUES (4, 10000);
+INSERT INTO demo_pot (expoente, pot) VALUES (5, 100000);
+INSERT INTO demo_pot (expoente, pot) VALUES (6, 1000000);
+INSERT INTO demo_pot (expoente, pot) VALUES (7, 10000000);
+INSERT INTO demo_pot (expoente, pot) VALUES (8, 100000000);
+INSERT INTO demo_pot (expoente, pot) VALUES (9, 1000000000);
+INSERT INTO demo_pot (expoente, pot) VALUES (10, 10000000000);
+INSERT INTO demo_pot (expoente, pot) VALUES (11, 100000000000);
+INSERT INTO demo_pot (expoente, pot) VALUES (12, 1000000000000);
+INSERT INTO demo_pot (expoente, pot) VALUES (13, 10000000000000);
+CREATE TABLE demo_posicao (posicao SMALLINT NOT NULL PRIMARY KEY, parte SMALLINT NOT NULL,
+                           pot BIGINT NOT NULL, peso SMALLINT NOT NULL);
+INSERT INTO demo_posicao (posicao, parte, pot, peso)
+SELECT n.i, CASE WHEN n.i <= 6 THEN 1 WHEN n.i <= 20 THEN 2 WHEN n.i <= 25 THEN 3 WHEN n.i <= 34 THEN 4 ELSE 5 END,
+       p.pot, 2 + (43 - n.i) - (43 - n.i) / 8 * 8
+  FROM demo_n n
+  JOIN demo_pot p ON p.expoente = CASE WHEN n.i <= 6 THEN 6 WHEN n.i <= 20 THEN 20 WHEN n.i <= 25 THEN 25
+                                       WHEN n.i <= 34 THEN 34 ELSE 43 END - n.i
+ WHERE n.i <= 43;
+
+CREATE VIEW demo_chave (origem, nota, chave) AS
+SELECT k.origem, k.nota,
+       '352403' || k.cnpj || k.modelo || '00' || k.serie || k.numero9 || '1' || CAST(k.codigo AS VARCHAR(8))
+       || CAST(CASE WHEN s.soma - s.soma / 11 * 11 < 2 THEN 0 ELSE 11 - (s.soma - s.soma / 11 * 11) END AS VARCHAR(2))
+  FROM demo_chave_parte k
+  JOIN (SELECT d.origem, d.nota, SUM((d.valor / d.pot - d.valor / d.pot / 10 * 10) * d.peso) AS soma
+          FROM (SELECT c.origem, c.nota, p.pot, p.peso,
+                       CASE p.parte WHEN 1 THEN 352403
+                                    WHEN 2 THEN CAST(c.cnpj AS BIGINT)
+                                    WHEN 3 THEN CAST(c.modelo AS BIGINT) * 1000 + CAST(c.serie AS BIGINT)
+                                    WHEN 4 THEN c.numero
+                                    ELSE 100000000 + c.codigo END AS valor
+                  FROM demo_chave_parte c CROSS JOIN demo_posicao p) d
+         GROUP BY d.origem, d.nota) s ON s.origem = k.origem AND s.nota = k.nota;
+
+UPDATE compra SET chavenfefornecedor =
+  (SELECT k.chave FROM demo_chave k WHERE k.origem = 'C' AND k.nota = compra.cdcompra);
+UPDATE notafiscal SET chavenfe =
+  (SELECT k.chave FROM demo_chave k WHERE k.origem = 'S' AND k.nota = notafiscal.cdnotafiscal);
+DROP VIEW demo_chave;
+DROP TABLE demo_posicao;
+DROP TABLE demo_pot;
+DROP VIEW demo_chave_parte;
 
 -- A few notes of the branch in the same month: another company, so no register here lists them.
 INSERT INTO notafiscal (cdtiponotafiscal, cdnotafiscal, cdempresa, cdparte, numserie, emissao,
