@@ -51,11 +51,7 @@ std::vector<Column> colunas_itens(const TTipoCompra& tipo) {
 
 // Opens `dataset` on one purchase; a failure becomes `prefix` followed by its message.
 void abre_compra(ClientDataSet& dataset, int ACodCompra, std::string_view prefix) {
-  const auto abre = [&] {
-    dataset.Close();
-    dataset.SetParam(0, std::int64_t{ACodCompra});
-    dataset.Open();
-  };
+  const auto abre = [&] { dataset.Reopen({ACodCompra}); };
   if (prefix.empty())
     abre();
   else
