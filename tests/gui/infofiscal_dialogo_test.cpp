@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "gui/dialogo_salvar.h"
+#include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/fixture.h"
 
@@ -30,6 +31,25 @@ TEST(LancadorDialogo, AScriptedRunSavesWhatTheCommandLineSaves) {
   const auto c = run_cli({"exportar", "--fonte", fonte, "--registro", "7", "--tipo", "3", "--base", cli});
   EXPECT_EQ(c.status, 0) << c.err;
   EXPECT_EQ(read_file(base + kInfo), read_file(cli + kInfo));
+}
+
+// The demo month from its SQLite database: the SINTEGRA and the EFD register give, through the
+// dialog, the bytes of the command line.
+TEST(LancadorDialogo, TheDemoDatabaseGivesTheFilesOfTheCommandLine) {
+  const testing::TestDatabase db("sqlite", "lancador-demo", testing::demo_script());
+  for (const std::string registro : {"1", "2"}) {
+    const std::string base = fresh_dir("lancador-demo-" + registro, true);
+    const std::string cli = fresh_dir("lancador-demo-cli-" + registro, true);
+    const auto r = dialogo({"--fonte", db.address(), "--registro", registro, "--tipo", registro, "--base", base,
+                            "--executar", base + "/fiscal.txt", "--sair-em", "0.1"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    const auto c = run_cli({"exportar", "--fonte", db.address(), "--registro", registro, "--tipo", registro, "--base",
+                            cli, "--arquivo-fiscal", cli + "/fiscal.txt"});
+    EXPECT_EQ(c.status, 0) << c.err;
+    EXPECT_EQ(read_file(base + kInfo), read_file(cli + kInfo)) << "register " << registro;
+    EXPECT_FALSE(read_file(cli + "/fiscal.txt").empty());
+    EXPECT_EQ(read_file(base + "/fiscal.txt"), read_file(cli + "/fiscal.txt")) << "register " << registro;
+  }
 }
 
 TEST(LancadorDialogo, ErrorsReachTheHandlerAndTheExitStatus) {
