@@ -70,11 +70,11 @@ class SqlDemoBancos : public ::testing::TestWithParam<std::string> {};
 TEST_P(SqlDemoBancos, GiveTheFilesOfSqlite) {
   SKIP_WITHOUT(GetParam());
   TestDatabase lite("sqlite", "demo-igual", demo_script());
-  const auto other = demo_database(GetParam(), "demo_igual");
+  const TestDatabase other(GetParam(), "demo_igual", demo_script());
   for (const auto& r : kRegisters) {
     const Outcome a = exportar(lite.address(), r, "demo-sqlite");
     EXPECT_FALSE(a.info.empty()) << a.err;
-    expect_same(a, exportar(other->address(), r, "demo-" + GetParam()), /*same_err=*/false);
+    expect_same(a, exportar(other.address(), r, "demo-" + GetParam()), /*same_err=*/false);
   }
 }
 
