@@ -368,8 +368,6 @@ std::unique_ptr<soci::session> open_session(const std::string& address, bool wri
       // "postgresql://..." is a URI; any other text a libpq connection string.
       const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
       session = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
-      // One consistent view of the month, however long the run.
-      if (!writable) *session << "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY";
     } else if (scheme == "firebird") {
       // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
       const std::string parameters = rest.find('=') != std::string::npos
