@@ -9,6 +9,7 @@
 #include "registers/master/dtm_a_tabproduto.h"
 #include "support/fixture.h"
 #include "support/generate.h"
+#include "support/golden.h"
 
 namespace infofiscal {
 namespace {
@@ -33,9 +34,7 @@ Snapshot catalogues(const json& switches) {
   return Snapshot()
       .registro(7, switches)
       .params("DspListaEquipamento", json::array(),
-              json::array({{{"CDEQUIPAMENTO", 7},
-                            {"DESCEQUIPAMENTO", "Freezer horizontal"},
-                            {"SIGLAUNIDADE", "PC"},
+              json::array({{{"CDEQUIPAMENTO", 7}, {"DESCEQUIPAMENTO", "Freezer horizontal"}, {"SIGLAUNIDADE", "PC"},
                             {"NUMNCM", "84185010"}}}))
       .params("DspListaProduto", json::array(), json::array({produto(10, "Cerveja lata", "03.021.00")}))
       .params("DspListaInsumo", json::array(),
@@ -45,14 +44,9 @@ Snapshot catalogues(const json& switches) {
                   {{{"CDPRODCONSUMO", 3}, {"DESCPRODUTO", "Papel A4"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", nullptr}}}));
 }
 
-const char kEquipamento[] =
-    "[C00]12[/C00][C01]1[/C01][C02]7[/C02][C03]Freezer "
-    "horizontal[/C03][C04]PC[/C04][C05]84185010[/C05][C06][/C06][C99]06[/C99]";
-const char kProduto[] =
-    "[C00]12[/C00][C01]2[/C01][C02]10[/C02][C03]Cerveja lata[/C03][C04]UN[/C04][C05]22030000[/C05][C06]03.021.00[/C06]"
-    "[C99]06[/C99]";
-const char kProdConsumo[] =
-    "[C00]12[/C00][C01]3[/C01][C02]3[/C02][C03]Papel A4[/C03][C04]CX[/C04][C05][/C05][C06][/C06][C99]06[/C99]";
+// Lines 12 of the equipment, the product and the consumption product of catalogues().
+const std::vector<std::string> kCatalogos = testing::golden_lines("catalogos_12.txt");
+const std::string &kEquipamento = kCatalogos[0], &kProduto = kCatalogos[1], &kProdConsumo = kCatalogos[2];
 
 // The lines of the four catalogues, in the run's order.
 std::vector<std::string> all_four(const Snapshot& s) {

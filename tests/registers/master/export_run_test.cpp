@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
 #include "export/obj_exportainfofiscal.h"
 #include "host/error.h"
 #include "registers/header/dtm_a_tabcontador.h"
@@ -21,12 +19,14 @@
 #include "registers/master/dtm_a_tabunidade.h"
 #include "registers/outgoing/dtm_a_nf_numinutilizado.h"
 #include "support/fixture.h"
+#include "support/golden.h"
 
 namespace infofiscal {
 namespace {
 
 using ::testing::ElementsAre;
 using testing::json;
+using testing::matches_golden;
 using testing::Run;
 using testing::Snapshot;
 
@@ -114,61 +114,15 @@ std::vector<std::string> run_lines(const Snapshot& snapshot) {
   return lines;
 }
 
-const char kLine01[] =
-    "[C00]01[/C00][C01]2[/C01][C02]01/03/2024[/C02][C03]31/03/2024[/C03][C04]%s[/C04][C05]%s[/C05][C06][/C06]"
-    "[C07][/C07][C08][/C08][C09][/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C99]15[/C99]";
-const char kLine02[] =
-    "[C00]02[/C00][C01]1[/C01][C02]Boa "
-    "Vista[/C02][C03][/C03][C04]12.345.678/0001-90[/C04][C05][/C05][C06][/C06][C07][/C07]"
-    "[C08][/C08][C09][/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C16][/C16][C17][/C17]"
-    "[C18][/C18][C19][/C19][C99]19[/C99]";
-const char kLine03[] =
-    "[C00]03[/C00][C01]3[/C01][C02]Ana[/C02][C03]123[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/"
-    "C08][C09][/C09]"
-    "[C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C99]14[/C99]";
-const char kVoided[] =
-    "[C00]04[/C00][C01]21[/C01][C02]1[/C02][C03]88[/C03][C04][/C04][C05][/C05][C06]55[/C06][C07][/C07][C08][/"
-    "C08][C09][/C09]"
-    "[C10]0,00[/C10][C11]0,00[/C11][C12]0,00[/C12][C13]0,00[/C13][C14]0,00[/C14][C15]0,00[/C15][C16]0,00[/C16]"
-    "[C17]0,00[/C17][C18]0,00[/C18][C19]0,00[/C19][C20]0,00[/C20][C21]0,00[/C21][C22]0,00[/C22][C23]0[/C23][C24]5[/C24]"
-    "[C25][/C25][C26][/C26][C99]26[/C99]";
-const char kProdConsumo[] =
-    "[C00]12[/C00][C01]3[/C01][C02]3[/C02][C03]Papel[/C03][C04][/C04][C05][/C05][C06][/C06][C99]06[/C99]";
-const char kUnidade[] = "[C00]13[/C00][C01]1[/C01][C02]UN[/C02][C03]UNIDADE[/C03][C99]03[/C99]";
-const char kCliente[] =
-    "[C00]14[/C00][C01]1[/C01][C02]15[/C02][C03]João[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/"
-    "C08][C09][/C09]"
-    "[C10][/C10][C11][/C11][C99]11[/C99]";
-const char kFornecedor[] =
-    "[C00]14[/C00][C01]2[/C01][C02]40[/C02][C03]Sul[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C08][/C08][C09][/"
-    "C09]"
-    "[C10][/C10][C11][/C11][C99]11[/C99]";
-const char kNatureza[] = "[C00]15[/C00][C01]5102[/C01][C02]Venda[/C02][C99]02[/C99]";
-
-std::string line01(const char* mes, const char* ano) {
-  char text[sizeof kLine01 + 2];
-  std::snprintf(text, sizeof text, kLine01, mes, ano);
-  return text;
-}
-
+// Every switch off: lines 01 to 03, the voided number and the lists without a switch.
 TEST(ExportRun, EverySwitchOffStillWritesTheListsWithoutASwitch) {
-  EXPECT_THAT(run_lines(month(json::object())), ElementsAre(line01("N", "N"), kLine02, kLine03, kVoided, kProdConsumo,
-                                                            kUnidade, kCliente, kFornecedor, kNatureza));
+  EXPECT_TRUE(matches_golden("run_sem_chaves.txt", run_lines(month(json::object()))));
 }
 
+// Both inventories: the products of the inventory join line 12, the inventories close the file.
 TEST(ExportRun, InventoriesCloseTheFileAndBringTheProducts) {
-  EXPECT_THAT(
-      run_lines(month({{"REGINVENTARIOFINALMES", "S"}, {"REGINVENTARIOFINALANO", "S"}})),
-      ElementsAre(
-          line01("S", "S"), kLine02, kLine03, kVoided,
-          "[C00]12[/C00][C01]2[/C01][C02]10[/C02][C03]Cerveja[/C03][C04][/C04][C05][/C05][C06][/C06][C99]06[/C99]",
-          kProdConsumo, kUnidade, kCliente, kFornecedor, kNatureza,
-          "[C00]16[/C00][C02]1[/C02][C03]31/03/2024[/C03][C04]5,00[/C04][C99]04[/C99]",
-          "[C00]17[/C00][C01][/C01][C02][/C02][C03]10[/C03][C04]0,00[/C04][C05]0,00[/C05][C06]5,00[/C06][C07][/C07]"
-          "[C08]2[/C08][C99]08[/C99]",
-          "[C00]18[/C00][C02]2[/C02][C03]31/12/2023[/C03][C04]8,00[/C04][C99]04[/C99]",
-          "[C00]19[/C00][C01][/C01][C02][/C02][C03]10[/C03][C04]0,00[/C04][C05]0,00[/C05][C06]8,00[/C06][C07][/C07]"
-          "[C08]2[/C08][C99]08[/C99]"));
+  EXPECT_TRUE(matches_golden("run_inventarios.txt",
+                             run_lines(month({{"REGINVENTARIOFINALMES", "S"}, {"REGINVENTARIOFINALANO", "S"}}))));
   // Month end only: no year-end lines.
   const auto lines = run_lines(month({{"REGINVENTARIOFINALMES", "S"}}));
   EXPECT_EQ(lines.back().substr(0, 13), "[C00]17[/C00]");
@@ -177,9 +131,10 @@ TEST(ExportRun, InventoriesCloseTheFileAndBringTheProducts) {
 // A failing master step ends the run with its own message; the lines before it stay.
 TEST(ExportRun, AFailingListEndsTheRun) {
   const Snapshot bad = Snapshot().params("DspListaFornecedor", json::array(), json::array({{{"CDFORNECEDOR", 1}}}));
-  EXPECT_THAT(run_lines(month(json::object(), bad)),
-              ElementsAre(line01("N", "N"), kLine02, kLine03, kVoided, kProdConsumo, kUnidade, kCliente,
-                          "erro: Campo 'RAZAOSOCIAL' não encontrado em TabFornecedor"));
+  auto expected = testing::golden_lines("run_sem_chaves.txt");
+  expected.resize(7);
+  expected.push_back("erro: Campo 'RAZAOSOCIAL' não encontrado em TabFornecedor");
+  EXPECT_EQ(run_lines(month(json::object(), bad)), expected);
 }
 
 }  // namespace
