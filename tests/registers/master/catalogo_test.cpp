@@ -131,19 +131,20 @@ TEST(Line12, Failures) {
   const auto cancel_at_2 = [](int p, int) {
     if (p == 2) throw Error("cancelado");
   };
-  json two_equipments = {{{"CDEQUIPAMENTO", 1}, {"DESCEQUIPAMENTO", "A"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}},
-                         {{"CDEQUIPAMENTO", 2}, {"DESCEQUIPAMENTO", "B"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}}};
+  // Rows 1 "A" and 2 "B" of a catalogue.
+  const auto ab = [](const char* codigo, const char* descricao, const char* unidade) {
+    json rows = json::array();
+    for (int i : {1, 2})
+      rows.push_back({{codigo, i}, {descricao, i == 1 ? "A" : "B"}, {"SIGLAUNIDADE", unidade}, {"NUMNCM", ""}});
+    return rows;
+  };
   const Snapshot s =
       Snapshot()
           .registro(7, {{"REGCOMPRAEQUIPAMENTO", "S"}, {"REGVENDAPRODUTO", "S"}})
-          .params("DspListaEquipamento", json::array(), two_equipments)
+          .params("DspListaEquipamento", json::array(), ab("CDEQUIPAMENTO", "DESCEQUIPAMENTO", "PC"))
           .params("DspListaProduto", json::array(), {produto(1, "A", ""), produto(2, "B", "")})
-          .params("DspListaInsumo", json::array(),
-                  {{{"CDINSUMO", 1}, {"DESCINSUMO", "A"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}},
-                   {{"CDINSUMO", 2}, {"DESCINSUMO", "B"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}}})
-          .params("DspListaProdConsumo", json::array(),
-                  {{{"CDPRODCONSUMO", 1}, {"DESCPRODUTO", "A"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}},
-                   {{"CDPRODCONSUMO", 2}, {"DESCPRODUTO", "B"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}}});
+          .params("DspListaInsumo", json::array(), ab("CDINSUMO", "DESCINSUMO", "KG"))
+          .params("DspListaProdConsumo", json::array(), ab("CDPRODCONSUMO", "DESCPRODUTO", "CX"));
   const std::string erro = "erro: Erro ano Gerar Registro Linha 12 : cancelado";
   EXPECT_THAT(
       generate(s, &TDTM_A_TabEquipamento::L12_RegistroEquipamento, cancel_at_2).lines,
