@@ -42,6 +42,11 @@ Snapshot& Snapshot::request_error(const std::string& provider, const json& reque
   return *this;
 }
 
+Snapshot& Snapshot::responses(const json& entries) {
+  for (const json& e : entries) doc_["responses"].push_back(e);
+  return *this;
+}
+
 Snapshot& Snapshot::registro(int key, const json& overrides) {
   json o = overrides;
   o["CDREGISTROFISCAL"] = key;
