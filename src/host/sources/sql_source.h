@@ -65,7 +65,7 @@ std::string default_catalog_path();
 
 // Every fetch runs one prepared statement, found or prepared in StatementFor, the one place
 // that knows them. A per-note provider with a prefetch entry is answered, while its list is
-// the one fetched last, from one query per window of kWindow notes of that list; any failure
+// the one fetched last, from one query per window of notes of that list; any failure
 // of that query, or a note it does not answer, falls back to the provider's own query, so that
 // every error surfaces at the note where it would have without fetching ahead.
 class SqlSource : public RecordSource {
@@ -90,7 +90,8 @@ class SqlSource : public RecordSource {
   // How many fetches were answered from a window.
   std::size_t PrefetchedAnswers() const { return prefetched_; }
 
-  static constexpr std::size_t kWindow = 256;
+  // How many notes of a list one window holds (1,024 unless set).
+  void PrefetchWindow(std::size_t notes) { window_notes_ = notes; }
 
  private:
   struct Statement;
@@ -117,6 +118,7 @@ class SqlSource : public RecordSource {
   std::map<std::string, std::unique_ptr<Window>, std::less<>> windows_;  // by per-note provider
   std::uint64_t list_generation_ = 0;
   std::size_t prefetched_ = 0;
+  std::size_t window_notes_ = 1024;
   bool prefetch_on_ = true;
 };
 
