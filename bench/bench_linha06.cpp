@@ -1,73 +1,65 @@
-// Speed of line assembly: item lines 06 of outgoing notes per second, on one core. The notes'
-// items come from memory (a source that hands out one ready packet), so that what is timed is
-// the dataset walk and the line builder, as in a run: L06_Produto of the sale of products.
+// Line assembly: lines 06 per second, built as the purchase item generator builds them (line
+// builder and the shared column table of line 06) from the rows of an open dataset, so that no
+// database and no fetch is measured.
 #include <benchmark/benchmark.h>
 
-#include "export/string_list.h"
-#include "host/framework.h"
-#include "registers/outgoing/dtm_a_nf_vendaproduto.h"
+#include "registers/incoming/dtm_a_compraproduto.h"
+#include "registers/linha_item.h"
+#include "support/fixture.h"
 
-namespace infofiscal {
 namespace {
 
-// Answers every fetch with the same `rows` item rows, each declared field filled by its class.
-class ItensEmMemoria : public RecordSource {
- public:
-  explicit ItensEmMemoria(std::size_t rows) : rows_(rows) {}
+using infofiscal::testing::json;
 
-  Packet fetch(const FetchRequest& request) override {
-    if (packet_.width == 0) packet_ = Build(request);
-    return packet_;
-  }
-
- private:
-  Packet Build(const FetchRequest& request) const {
-    Packet packet;
-    packet.width = request.fields.size();
-    for (std::size_t r = 1; r <= rows_; ++r)
-      for (const FieldDef& f : request.fields) {
-        const auto n = static_cast<std::int64_t>(r);
-        switch (f.cls) {
-          case FieldClass::Integer:
-          case FieldClass::Smallint:
-            packet.cells.emplace_back(n);
-            break;
-          case FieldClass::Float:
-          case FieldClass::Single:
-            packet.cells.emplace_back(static_cast<double>(n % 97) * 1.25 + 0.5);
-            break;
-          case FieldClass::TimeStamp:
-            packet.cells.emplace_back(TimeStamp{2024, 3, 5, 0, 0, 0});
-            break;
-          default:
-            packet.cells.emplace_back(std::string(f.name == "DESCPRODUTO" ? "Parafuso sextavado 1/4 x 2 aço zincado"
-                                                                         : "0" + std::to_string(r % 7)));
-        }
-      }
-    return packet;
-  }
-
-  std::size_t rows_;
-  Packet packet_;
-};
-
-void BM_Linha06(benchmark::State& state) {
-  const auto itens = static_cast<std::size_t>(state.range(0));
-  ItensEmMemoria fonte(itens);
-  TDTM_ConexaoDS conexao{fonte, TOBJ_InfoSistema_v11c([] { return 1; })};
-  TDTM_A_NF_VendaProduto modulo(conexao);
-  modulo.CodTipoRegistroFiscal(2);
-  modulo.CodRegistroFiscal(7);
-  TStringList arquivo;
-  std::size_t notas = 0;
-  for (auto _ : state) {
-    modulo.L06_Produto(1, 1, 1001, arquivo);
-    if (++notas % 4096 == 0) arquivo.Clear();  // a run's list, without holding gigabytes
-  }
-  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * itens));
+// `itens` rows of the product purchase 1, every field valued, the amounts varied.
+infofiscal::testing::Snapshot compra(int itens) {
+  json rows = json::array();
+  for (int i = 1; i <= itens; ++i)
+    rows.push_back({{"CDCOMPRA", 1}, {"CDPRODUTO", 100000 + i}, {"ITEMCOMPRA", i},
+                    {"DESCPRODUTO", "Parafuso sextavado de aço inoxidável"}, {"SIGLAUNIDADE", "CX"},
+                    {"QUANTIDADE", 1 + i % 20}, {"PRECOTOTAL", (180 + i * 31 % 40000) / 100.0}, {"DESCONTO", 0},
+                    {"FRETE", 0}, {"SEGURO", 0}, {"OUTRASDESPESAS", 0}, {"NUMNCM", "73181500"},
+                    {"CODBARRA", "7891234567895"}, {"ICMS_CST", "000"}, {"ICMS_CFOP", "1102"},
+                    {"ICMS_BASECALCULO", (180 + i * 31 % 40000) / 100.0}, {"ICMS_ALIQUOTA", 18},
+                    {"ICMS_VALOR", (180 + i * 31 % 40000) * 0.0018}, {"ICMS_ST_BASECALCULO", 0}, {"ICMS_ST_VALOR", 0},
+                    {"IPI_CST", "49"}, {"IPI_ENQUADRAMENTO", "999"}, {"IPI_BASECALCULO", 0}, {"IPI_VALOR", 0},
+                    {"PIS_CST", "50"}, {"PIS_ALIQUOTA", 1.65}, {"PIS_BASECALCULO", 12.5}, {"PIS_QUANTUNIDADE", 0},
+                    {"PIS_VALORUNIDADE", 0}, {"PIS_VALOR", 0.21}, {"COFINS_CST", "50"}, {"COFINS_ALIQUOTA", 7.6},
+                    {"COFINS_BASECALCULO", 12.5}, {"COFINS_QUANTUNIDADE", 0}, {"COFINS_VALORUNIDADE", 0},
+                    {"COFINS_VALOR", 0.95}});
+  return infofiscal::testing::Snapshot().params("DsCompraProduto", {1}, rows);
 }
-// Notes of 8 items, as in the large month: each note one fetch, then its lines.
-BENCHMARK(BM_Linha06)->Arg(8);
+
+void BM_Linhas06(benchmark::State& state) {
+  const int itens = static_cast<int>(state.range(0));
+  infofiscal::testing::Run run(compra(itens));
+  infofiscal::TDTM_A_CompraProduto modulo(run.conexao);
+  run.configure(modulo);
+  modulo.ConsRegistro_CompraProduto(1);
+  infofiscal::ClientDataSet& tab = modulo.TabCompraProduto;
+  const infofiscal::ColumnTable colunas(tab, infofiscal::colunas_item_06({"DESCPRODUTO", "SIGLAUNIDADE", "OUTRASDESPESAS", "2"}));
+  const int codigo = tab.FieldIndex("CDPRODUTO");
+  infofiscal::TLinhaRegistro linha;
+  infofiscal::TStringList lista;
+  for (auto _ : state) {
+    state.PauseTiming();
+    lista.Clear();
+    state.ResumeTiming();
+    int item = 0;
+    for (tab.First(); !tab.Eof(); tab.Next()) {
+      linha.Head(6);
+      linha.Integer(1, 2);
+      linha.Integer(2, 1);
+      linha.FieldText(3, tab.FieldAt(codigo));
+      linha.Integer(4, ++item);
+      colunas.Write(linha);
+      linha.Trailer(38);
+      linha.AddTo(lista);
+    }
+  }
+  state.counters["linhas06_por_s"] =
+      benchmark::Counter(static_cast<double>(itens), benchmark::Counter::kIsIterationInvariantRate);
+}
+BENCHMARK(BM_Linhas06)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace infofiscal

@@ -61,6 +61,7 @@ int exportar(const OpcoesExportar& o) {
   controle.Progresso = [&](int posicao, int maximo) { barra.Mostrar(posicao, maximo); };
   controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(o.tipo));
   controle.oExportaInfoFiscal.CodRegistroFiscal(o.registro);
+  controle.SomenteInformacao = o.somente_informacao;
 
   const auto salvar_snapshot = [&] {
     if (gravador) gravador->Save(o.gravar_snapshot);
@@ -68,7 +69,7 @@ int exportar(const OpcoesExportar& o) {
   // The snapshot holds every answer of the run, also of a run that failed anywhere (the
   // converter included), so that the failure replays.
   try {
-    const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda, !o.somente_informacao);
+    const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
     if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
       std::string nome = o.arquivo_fiscal;
       if (nome.empty()) {

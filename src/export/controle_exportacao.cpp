@@ -19,14 +19,13 @@ std::string ControleExportacao::CaminhoInformacao(const std::string& base) {
   return caminho + "Arquivos/InfoFiscal/SpedInformacao.txt";
 }
 
-std::string ControleExportacao::GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda,
-                                                bool ParaConverter) {
+std::string ControleExportacao::GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda) {
   oExportaInfoFiscal.PROC_LinhaInfo_B(LinhaInfo);
   oExportaInfoFiscal.PROC_Progresso_B(Progresso);
   oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
   return save_string_list(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo,
-                          ParaConverter && (tipo == 1 || tipo == 2));
+                          !SomenteInformacao && (tipo == 1 || tipo == 2));
 }
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const {

@@ -412,6 +412,9 @@ std::unique_ptr<soci::session> open_session(const std::string& address, bool wri
       // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
       int tables = 0;
       *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
+      // One read transaction for the whole run: one consistent view of the month, and no file
+      // lock taken and dropped around every query.
+      if (!writable) *session << "BEGIN";
     } else if (scheme == "postgresql") {
       // "postgresql://..." is a URI; any other text a libpq connection string.
       const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
