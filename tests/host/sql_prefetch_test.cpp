@@ -83,6 +83,7 @@ class SqlPrefetchTest : public ::testing::TestWithParam<std::string> {
     const std::string path = fresh_dir("catalogo-antecipada") + "/providers.sql";
     write_file(path, text);
     SqlSource com(db_->address(), path), sem(db_->address(), path);
+    com.Prefetch(true);
     com.PrefetchWindow(256);
     sem.Prefetch(false);
     auto resultado = std::make_pair(ler(com), ler(sem));
@@ -141,6 +142,7 @@ TEST(SqlPrefetchDemo, TheInformationFileIsTheSameByteForByte) {
   for (const bool on : {true, false}) {
     SqlSource source(db->address(), default_catalog_path());
     source.Prefetch(on);
+    source.PrefetchWindow(16);
     TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c([] { return 1; })};
     ControleExportacao controle(conexao);
     controle.oExportaInfoFiscal.CodTipoRegistroFiscal(2);

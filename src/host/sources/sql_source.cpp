@@ -518,6 +518,8 @@ SqlSource::SqlSource(const std::string& address, const std::string& catalog_path
   catalog_ = parse_provider_catalog(text, dialect_, catalog_path);
   prefetch_ = parse_prefetch_catalog(text, dialect_, catalog_path);
   session_ = open_session(address, /*writable=*/false);
+  // SQLite runs in this process: its per-note queries cost less than re-sorting the list.
+  prefetch_on_ = dialect_ != "sqlite";
 }
 
 namespace {
@@ -668,7 +670,9 @@ bool SqlSource::LoadWindow(Window& window, const std::string& provider, const Pr
   window.rows.clear();
   std::vector<Value> args = list.args;
   args.emplace_back(static_cast<std::int64_t>(first));
-  args.emplace_back(static_cast<std::int64_t>(window_notes_));
+  // At least an eighth of the list: each window query sorts the whole list again.
+  const std::size_t notes = std::max(window_notes_, (list.position.size() + 7) / 8);
+  args.emplace_back(static_cast<std::int64_t>(notes));
   for (const std::size_t arg : prefetch.query.args)
     if (arg >= args.size()) return false;
   const std::string name = "prefetch:" + provider;
@@ -698,7 +702,7 @@ bool SqlSource::LoadWindow(Window& window, const std::string& provider, const Pr
     return false;
   }
   window.first = first;
-  window.count = window_notes_;
+  window.count = notes;
   return true;
 }
 

@@ -85,12 +85,14 @@ class SqlSource : public RecordSource {
   // How many statements have been prepared so far (one per provider and kinds of values).
   std::size_t PreparedStatements() const { return statements_.size(); }
 
-  // Fetching ahead is on unless turned off here; off, every note runs its own query.
+  // Fetching ahead is on for the server databases and off for SQLite unless set here; off,
+  // every note runs its own query.
   void Prefetch(bool on) { prefetch_on_ = on; }
   // How many fetches were answered from a window.
   std::size_t PrefetchedAnswers() const { return prefetched_; }
 
-  // How many notes of a list one window holds (1,024 unless set).
+  // How many notes of a list one window holds at least (1,024 unless set; an eighth of the
+  // list when that is more).
   void PrefetchWindow(std::size_t notes) { window_notes_ = notes; }
 
  private:
