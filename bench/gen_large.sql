@@ -2,7 +2,7 @@
 -- company's March 2024 grown by the counts of the one-row table bench_escala (written first by
 -- bench/gen_large from the scale). Deterministic: every value follows from the row numbers
 -- (and the seed in bench_escala), so the same scale and seed give the same database.
--- Portable between SQLite and PostgreSQL, like demo.sql. Rows of the demo keep their keys;
+-- Written for the benchmark's two databases, SQLite and PostgreSQL. Rows of the demo keep their keys;
 -- the bulk rows start at 100000.
 
 CREATE TABLE bench_n (i INTEGER NOT NULL PRIMARY KEY);

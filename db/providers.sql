@@ -215,3 +215,108 @@ SELECT * FROM inventarioregistro WHERE fechamento = 'A' AND cdregistrofiscal = ?
 -- Its products: ATR_CODREGISTROFISCAL; by product code.
 SELECT * FROM inventarioprodutoregistro WHERE fechamento = 'A' AND cdregistrofiscal = ?
  ORDER BY cdproduto;
+
+-- Fetching ahead. "-- prefetch: PROVIDER LIST KEY..." answers the per-note PROVIDER for a
+-- window of the notes of LIST at once: the SELECT takes the list's values, then the window's
+-- first position (from 0) and its length, and returns PROVIDER's columns with the KEY columns
+-- that name the note as PROVIDER's values do, rows of one note in PROVIDER's order. The window
+-- is the list's own SELECT cut by LIMIT/OFFSET. Where one of these fails (Firebird has no
+-- LIMIT), or leaves a note out, the notes run their provider's own SELECT.
+
+-- prefetch: DspCompra DspListaCompra CDCOMPRA
+SELECT c.cdcompra, c.cdfornecedor, c.modelo, c.serie, c.pde, c.chavenfefornecedor,
+       c.totalcompra, c.desconto, c.totalproduto, c.frete, c.seguro, c.outrasdespesas,
+       c.icms_basecalculo, c.icms_valor, c.icms_st_basecalculo, c.icms_st_valor,
+       c.ipi_valor, c.pis_valor, c.cofins_valor, c.numnf, c.dataemissaonf,
+       c.datarecebimento, c.cdtabcfop, co.codibge AS cdcidadeorigemibge,
+       cd.codibge AS cdcidadedestinoibge
+  FROM (SELECT cdcompra FROM compraregistro
+         WHERE cdregistrofiscal = ?1 AND pde = 3
+           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  JOIN compra c ON c.cdcompra = l.cdcompra
+  JOIN fornecedor f ON f.cdfornecedor = c.cdfornecedor
+  JOIN empresa e ON e.cdempresa = c.cdempresa
+  LEFT JOIN cidade co ON co.cdcidade = f.cdcidade
+  LEFT JOIN cidade cd ON cd.cdcidade = e.cdcidade;
+
+-- prefetch: DspCompraFornecedor DspListaCompra CDCOMPRA
+SELECT c.cdcompra, f.cdfornecedor, f.razaosocial, f.tipopessoa, f.cnpj_cpf, f.ie_rg AS ie,
+       d.cdestado, f.endereco, f.endereconumero, f.bairro
+  FROM (SELECT cdcompra FROM compraregistro
+         WHERE cdregistrofiscal = ?1 AND pde = 3
+           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  JOIN compra c ON c.cdcompra = l.cdcompra
+  JOIN fornecedor f ON f.cdfornecedor = c.cdfornecedor
+  LEFT JOIN cidade d ON d.cdcidade = f.cdcidade;
+
+-- The items of a window of purchases of one kind: the list's kind is the items' kind.
+-- prefetch: DspCompraEquipamento DspListaCompra CDCOMPRA
+SELECT v.*, v.cditem AS cdequipamento, v.descricao AS descequipamento
+  FROM (SELECT cdcompra FROM compraregistro
+         WHERE cdregistrofiscal = ?1 AND pde = 3
+           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  JOIN compraitemfiscal v ON v.cdcompra = l.cdcompra
+ WHERE v.tipocompra = 1
+ ORDER BY v.cdcompra, v.itemcompra;
+
+-- prefetch: DsCompraProduto DspListaCompra CDCOMPRA
+SELECT v.*, v.cditem AS cdproduto, v.descricao AS descproduto
+  FROM (SELECT cdcompra FROM compraregistro
+         WHERE cdregistrofiscal = ?1 AND pde = 3
+           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  JOIN compraitemfiscal v ON v.cdcompra = l.cdcompra
+ WHERE v.tipocompra = 2
+ ORDER BY v.cdcompra, v.itemcompra;
+
+-- prefetch: DspCompraProdConsumo DspListaCompra CDCOMPRA
+SELECT v.*, v.cditem AS cdprodconsumo, v.descricao AS descproduto
+  FROM (SELECT cdcompra FROM compraregistro
+         WHERE cdregistrofiscal = ?1 AND pde = 3
+           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  JOIN compraitemfiscal v ON v.cdcompra = l.cdcompra
+ WHERE v.tipocompra = 4
+ ORDER BY v.cdcompra, v.itemcompra;
+
+-- prefetch: DspNF_Venda DspListaNotaFiscal CDTIPONOTAFISCAL CDNOTAFISCAL
+SELECT n.cdtiponotafiscal, n.cdnotafiscal, n.cdparte AS cdcliente, n.numserie, n.emissao,
+       n.pde, n.saida, n.chavenfe, n.valortotalnota, n.valordesconto, n.valortotalproduto,
+       n.valorfrete, n.valorseguro, n.valoroutrasdesp, n.icms_basecalculo, n.icms_valor,
+       n.icms_st_basecalculo, n.icms_st_valor, n.ipi_valor, n.pis_valor, n.cofins_valor,
+       n.cdtabcfop
+  FROM (SELECT cdtiponotafiscal, cdnotafiscal FROM notafiscalregistro
+         WHERE cdregistrofiscal = ?2 AND tipoprocesso = ?3 AND pde IN (2, 3)
+         ORDER BY emissao, cdnotafiscal, cdtiponotafiscal LIMIT ?5 OFFSET ?4) l
+  JOIN notafiscal n ON n.cdtiponotafiscal = l.cdtiponotafiscal AND n.cdnotafiscal = l.cdnotafiscal;
+
+-- prefetch: DspNF_Cliente DspListaNotaFiscal CDTIPONOTAFISCAL CDNOTAFISCAL
+SELECT n.cdtiponotafiscal, n.cdnotafiscal, n.cdparte AS cdcliente, a.ie_rg AS ie, a.*
+  FROM (SELECT cdtiponotafiscal, cdnotafiscal FROM notafiscalregistro
+         WHERE cdregistrofiscal = ?2 AND tipoprocesso = ?3 AND pde IN (2, 3)
+         ORDER BY emissao, cdnotafiscal, cdtiponotafiscal LIMIT ?5 OFFSET ?4) l
+  JOIN notafiscal n ON n.cdtiponotafiscal = l.cdtiponotafiscal AND n.cdnotafiscal = l.cdnotafiscal
+  JOIN tiponotafiscal t ON t.cdtiponotafiscal = n.cdtiponotafiscal
+  JOIN parte a ON a.papel = t.papel AND a.cdparte = n.cdparte;
+
+-- prefetch: DspNF_Produto DspListaNotaFiscal CDTIPONOTAFISCAL CDNOTAFISCAL
+SELECT i.cdtiponotafiscal, i.cdnotafiscal, i.cditem AS cdproduto, i.cdlote,
+       i.itemnotafiscal, q.descricao AS descproduto, u.siglaunidade AS unidade,
+       i.quantidade, i.precototal, i.desconto, i.frete, i.seguro, i.outrasdesp, i.icms_cst,
+       i.icms_basecalculo, i.icms_aliquota, i.icms_valor, i.icms_st_basecalculo,
+       i.icms_st_valor, i.pis_cst, i.cofins_cst, i.icms_cfop, i.ipi_cst, i.ipi_enquadramento,
+       i.ipi_basecalculo, i.ipi_valor, q.codbarra, i.pis_aliquota, i.pis_basecalculo,
+       i.pis_valor, i.pis_quantunidade, i.pis_valorunidade, i.cofins_aliquota,
+       i.cofins_quantunidade, i.cofins_valorunidade, i.cofins_basecalculo, i.cofins_valor,
+       q.numncm
+  FROM (SELECT cdtiponotafiscal, cdnotafiscal FROM notafiscalregistro
+         WHERE cdregistrofiscal = ?2 AND tipoprocesso = ?3 AND pde IN (2, 3)
+         ORDER BY emissao, cdnotafiscal, cdtiponotafiscal LIMIT ?5 OFFSET ?4) l
+  JOIN notafiscalitem i ON i.cdtiponotafiscal = l.cdtiponotafiscal AND i.cdnotafiscal = l.cdnotafiscal
+  JOIN tiponotafiscal t ON t.cdtiponotafiscal = i.cdtiponotafiscal
+  JOIN itemsaida q ON q.catalogo = t.catalogo AND q.cditem = i.cditem
+  LEFT JOIN unidade u ON u.cdunidade = q.cdunidade
+ ORDER BY i.cdtiponotafiscal, i.cdnotafiscal, i.itemnotafiscal;

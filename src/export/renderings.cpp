@@ -47,12 +47,18 @@ std::int64_t cents_when_clear(double magnitude) {
 
 void append_amount(std::string& out, double value) {
   if (!std::isfinite(value)) value = 0;
-  if (const std::int64_t cents = cents_when_clear(std::fabs(value)); cents >= 0) {
-    if (value < 0 && cents != 0) out += '-';
-    append_integer(out, cents / 100);
-    out += ',';
-    out += static_cast<char>('0' + cents % 100 / 10);
-    out += static_cast<char>('0' + cents % 10);
+  if (std::int64_t cents = cents_when_clear(std::fabs(value)); cents >= 0) {
+    // Written backwards into a buffer and appended once: this runs for most columns of a line.
+    char text[32];
+    char* p = text + sizeof text;
+    const bool negative = value < 0 && cents != 0;
+    *--p = static_cast<char>('0' + cents % 10);
+    *--p = static_cast<char>('0' + cents / 10 % 10);
+    *--p = ',';
+    cents /= 100;
+    do *--p = static_cast<char>('0' + cents % 10); while ((cents /= 10) != 0);
+    if (negative) *--p = '-';
+    out.append(p, text + sizeof text);
     return;
   }
   // Shortest round-trip text in fixed notation: "-1234.5", "0.00001", "10000000000000000".

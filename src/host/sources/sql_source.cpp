@@ -3,10 +3,14 @@
 #include <unistd.h>
 
 #include <cctype>
+#include <cstdlib>
 #include <charconv>
+#include <cmath>
 #include <ctime>
 #include <deque>
 #include <fstream>
+#include <optional>
+#include <set>
 #include <sstream>
 #include <unordered_map>
 
@@ -251,47 +255,94 @@ Value sqlite_cell(sqlite_api::sqlite3_stmt* statement, int column) {
 
 }  // namespace
 
-ProviderCatalog parse_provider_catalog(const std::string& text, const std::string& dialect,
-                                       const std::string& origin) {
-  struct Entry {
-    std::string name, dialect, sql;
-    int line = 0;
-  };
-  std::vector<Entry> entries;
+namespace {
+
+// One entry of the catalog: the words of its marker line after the name, and its SQL.
+struct CatalogEntry {
+  std::string name, dialect, sql, where;
+  std::vector<std::string> words;
+  int line = 0;
+};
+
+constexpr std::string_view kProviderMarker = "-- provider:";
+constexpr std::string_view kPrefetchMarker = "-- prefetch:";
+
+// Every entry under `marker`; a line of either marker ends the entry before it.
+std::vector<CatalogEntry> catalog_entries(const std::string& text, std::string_view marker, const std::string& origin) {
+  std::vector<CatalogEntry> entries;
+  bool inside = false;  // in an entry of `marker`
   std::istringstream in(text);
   std::string line;
-  static const std::string marker = "-- provider:";
   for (int number = 1; std::getline(in, line); ++number) {
-    if (line.rfind(marker, 0) == 0) {
+    const bool provider = line.rfind(kProviderMarker, 0) == 0, prefetch = line.rfind(kPrefetchMarker, 0) == 0;
+    if (provider || prefetch) {
+      inside = line.rfind(marker, 0) == 0;
+      if (!inside) continue;
+      const std::string at = "Catálogo '" + origin + "', linha " + std::to_string(number);
       std::istringstream words(line.substr(marker.size()));
-      Entry entry;
+      CatalogEntry entry;
       entry.line = number;
-      words >> entry.name >> entry.dialect;
-      if (entry.name.empty()) throw Error("Catálogo '" + origin + "', linha " + std::to_string(number) + ": provedor sem nome");
-      if (!entry.dialect.empty()) {
-        if (entry.dialect.size() < 3 || entry.dialect.front() != '[' || entry.dialect.back() != ']')
-          throw Error("Catálogo '" + origin + "', linha " + std::to_string(number) + ": use [banco] depois do nome");
+      words >> entry.name;
+      if (entry.name.empty()) throw Error(at + ": provedor sem nome");
+      for (std::string word; words >> word;) entry.words.push_back(word);
+      if (!entry.words.empty() && entry.words.back().front() == '[') {
+        entry.dialect = entry.words.back();
+        entry.words.pop_back();
+        if (entry.dialect.size() < 3 || entry.dialect.back() != ']')
+          throw Error(at + ": use [banco] depois do nome");
         entry.dialect = entry.dialect.substr(1, entry.dialect.size() - 2);
       }
-      entries.push_back(entry);
-    } else if (!entries.empty()) {
+      if (marker == kProviderMarker && !entry.words.empty()) throw Error(at + ": use [banco] depois do nome");
+      entry.where = "Catálogo '" + origin + "', " + (marker == kProviderMarker ? "provedor " : "leitura antecipada de ") +
+                    entry.name + " (linha " + std::to_string(number) + ")";
+      entries.push_back(std::move(entry));
+    } else if (inside) {
       entries.back().sql += line + "\n";
     }
   }
-  ProviderCatalog catalog;
-  std::map<std::string, std::string> seen;  // name + dialect -> where
-  for (const Entry& entry : entries) {
-    const std::string where = "Catálogo '" + origin + "', provedor " + entry.name + " (linha " + std::to_string(entry.line) + ")";
-    if (!seen.emplace(entry.name + "[" + entry.dialect + "]", where).second)
-      throw Error(where + ": provedor repetido");
-    ProviderQuery query = rewrite_placeholders(entry.sql, where);
-    if (query.sql.empty()) throw Error(where + ": falta o SELECT");
+  std::set<std::string> seen;  // name + dialect
+  for (const CatalogEntry& entry : entries)
+    if (!seen.insert(entry.name + "[" + entry.dialect + "]").second) throw Error(entry.where + ": provedor repetido");
+  return entries;
+}
+
+// What `make` makes of each entry (every one, so that mistakes in the variants of other
+// databases show too), by name: a "[database]" variant replaces the plain entry for its database.
+template <class Make>
+auto choose(const std::vector<CatalogEntry>& entries, const std::string& dialect, Make make) {
+  std::map<std::string, decltype(make(entries.front()))> chosen;
+  for (const CatalogEntry& entry : entries) {
+    auto value = make(entry);
     if (entry.dialect.empty())
-      catalog.emplace(entry.name, std::move(query));  // a variant seen earlier stays
+      chosen.emplace(entry.name, std::move(value));  // a variant seen earlier stays
     else if (entry.dialect == dialect)
-      catalog.insert_or_assign(entry.name, std::move(query));
+      chosen.insert_or_assign(entry.name, std::move(value));
   }
-  return catalog;
+  return chosen;
+}
+
+ProviderQuery entry_query(const CatalogEntry& entry) {
+  ProviderQuery query = rewrite_placeholders(entry.sql, entry.where);
+  if (query.sql.empty()) throw Error(entry.where + ": falta o SELECT");
+  return query;
+}
+
+}  // namespace
+
+ProviderCatalog parse_provider_catalog(const std::string& text, const std::string& dialect,
+                                       const std::string& origin) {
+  return choose(catalog_entries(text, kProviderMarker, origin), dialect, entry_query);
+}
+
+PrefetchCatalog parse_prefetch_catalog(const std::string& text, const std::string& dialect,
+                                       const std::string& origin) {
+  return choose(catalog_entries(text, kPrefetchMarker, origin), dialect, [](const CatalogEntry& entry) {
+    if (entry.words.size() < 2)
+      throw Error(entry.where + ": use '-- prefetch: PROVEDOR LISTA CHAVE...' (a lista e as colunas que nomeiam a nota)");
+    PrefetchQuery prefetch{entry.words.front(), {}, entry_query(entry)};
+    for (auto key = entry.words.begin() + 1; key != entry.words.end(); ++key) prefetch.keys.push_back(upper(*key));
+    return prefetch;
+  });
 }
 
 std::string default_catalog_path() { return INFOFISCAL_SOURCE_DIR "/db/providers.sql"; }
@@ -411,8 +462,196 @@ void run_sql_script(const std::string& address, const std::string& script) {
 
 SqlSource::SqlSource(const std::string& address, const std::string& catalog_path)
     : address_(address), dialect_(split_address(address).scheme) {
-  catalog_ = parse_provider_catalog(read_text_file(catalog_path, "o catálogo de provedores"), dialect_, catalog_path);
+  const std::string text = read_text_file(catalog_path, "o catálogo de provedores");
+  catalog_ = parse_provider_catalog(text, dialect_, catalog_path);
+  prefetch_ = parse_prefetch_catalog(text, dialect_, catalog_path);
   session_ = open_session(address, /*writable=*/false);
+  // SQLite runs in this process: its per-note queries cost less than re-sorting the list.
+  prefetch_on_ = dialect_ == "postgresql";
+}
+
+namespace {
+
+// Reads the cells of the row a statement has just fetched, each in the type the database gave.
+class CellReader {
+ public:
+  CellReader(const std::string& dialect, soci::statement& statement, const soci::row& row) : row_(row) {
+    if (dialect == "sqlite") native_ = static_cast<soci::sqlite3_statement_backend*>(statement.get_backend())->stmt_;
+  }
+  Value operator()(std::size_t column) const {
+    return native_ ? sqlite_cell(native_, static_cast<int>(column)) : cell(row_, column);
+  }
+
+ private:
+  const soci::row& row_;
+  sqlite_api::sqlite3_stmt* native_ = nullptr;
+};
+
+}  // namespace
+
+// The notes of the list of a list provider fetched last: the values it was fetched with and
+// each note's position in it, by key.
+struct SqlSource::NoteList {
+  std::vector<Value> args;
+  std::vector<std::string> keys;
+  std::unordered_map<std::string, std::size_t> position;
+  std::uint64_t generation = 0;
+};
+
+// The answers of one per-note provider for the notes first .. first + count - 1 of a list:
+// the rows of each note (by key), as the database gave them.
+struct SqlSource::Window {
+  std::uint64_t generation = 0;  // of the list read
+  bool failed = false;           // the query failed for this list: every note runs its own
+  std::size_t first = 0, count = 0;
+  std::unordered_map<std::string, std::size_t> column;  // upper-case name -> column
+  std::size_t width = 0;
+  std::vector<Value> cells;
+  std::unordered_map<std::string, std::vector<std::size_t>> rows;  // key -> rows, in order
+};
+
+namespace {
+
+// Appends a value to a note's key: equal numbers give the same text whatever their type.
+// False for a value that names no note (null, a time).
+bool append_key(std::string& key, const Value& value) {
+  if (const auto* i = std::get_if<std::int64_t>(&value)) {
+    key += std::to_string(*i);
+  } else if (const auto* d = std::get_if<double>(&value)) {
+    if (*d != std::nearbyint(*d) || std::fabs(*d) > 9e15) return false;
+    key += std::to_string(static_cast<std::int64_t>(*d));
+  } else if (const auto* s = std::get_if<std::string>(&value)) {
+    key += '\'';
+    key += *s;
+  } else {
+    return false;
+  }
+  key += '\x1f';
+  return true;
+}
+
+std::optional<std::size_t> column_of(const std::unordered_map<std::string, std::size_t>& columns,
+                                     const std::string& name) {
+  const auto found = columns.find(name);
+  if (found == columns.end()) return std::nullopt;
+  return found->second;
+}
+
+}  // namespace
+
+void SqlSource::RememberList(const FetchRequest& request, const Packet& packet) {
+  const PrefetchQuery* reader = nullptr;
+  for (const auto& [provider, prefetch] : prefetch_)
+    if (prefetch.list == request.provider) reader = &prefetch;
+  if (!reader) return;
+  auto list = std::make_unique<NoteList>();
+  list->args.assign(request.args.begin(), request.args.end());
+  list->keys = reader->keys;
+  list->generation = ++list_generation_;
+  std::vector<std::size_t> fields;
+  for (const std::string& key : list->keys) {
+    std::size_t f = 0;
+    while (f < request.fields.size() && upper(request.fields[f].name) != key) ++f;
+    if (f == request.fields.size()) {  // the list does not say which notes: no windows
+      lists_.erase(std::string(request.provider));
+      return;
+    }
+    fields.push_back(f);
+  }
+  for (std::size_t r = 0; r < packet.rows(); ++r) {
+    std::string key;
+    bool named = true;
+    for (const std::size_t f : fields) named = named && append_key(key, packet.cells[r * packet.width + f]);
+    if (named) list->position.emplace(std::move(key), r);
+  }
+  lists_.insert_or_assign(std::string(request.provider), std::move(list));
+}
+
+bool SqlSource::FromWindow(const FetchRequest& request, Packet& packet) {
+  const auto prefetch = prefetch_.find(std::string(request.provider));
+  if (prefetch == prefetch_.end()) return false;
+  const auto list = lists_.find(prefetch->second.list);
+  if (list == lists_.end() || list->second->keys != prefetch->second.keys ||
+      request.args.size() != prefetch->second.keys.size())
+    return false;
+  std::string key;
+  for (const Value& value : request.args)
+    if (!append_key(key, value)) return false;
+  const auto position = list->second->position.find(key);
+  if (position == list->second->position.end()) return false;
+
+  auto& slot = windows_[prefetch->first];
+  if (!slot || slot->generation != list->second->generation) {
+    slot = std::make_unique<Window>();
+    slot->generation = list->second->generation;
+  }
+  Window& window = *slot;
+  if (window.failed) return false;
+  const std::size_t at = position->second;
+  if (window.count == 0 || at < window.first || at >= window.first + window.count) {
+    if (!LoadWindow(window, prefetch->first, prefetch->second, *list->second, at)) {
+      window.failed = true;
+      return false;
+    }
+  }
+  const auto rows = window.rows.find(key);
+  if (rows == window.rows.end()) return false;  // a note without rows asks the database itself
+  std::vector<std::size_t> columns;
+  for (const FieldDef& field : request.fields) {
+    const auto column = column_of(window.column, upper(field.name));
+    if (!column) return false;  // its own query names the missing field
+    columns.push_back(*column);
+  }
+  packet.width = request.fields.size();
+  packet.cells.clear();
+  packet.cells.reserve(rows->second.size() * columns.size());
+  for (const std::size_t row : rows->second)
+    for (std::size_t f = 0; f < columns.size(); ++f)
+      packet.cells.push_back(to_field_class(window.cells[row * window.width + columns[f]], request.fields[f].cls));
+  return true;
+}
+
+bool SqlSource::LoadWindow(Window& window, const std::string& provider, const PrefetchQuery& prefetch,
+                           const NoteList& list, std::size_t first) {
+  window.count = 0;
+  window.cells.clear();
+  window.rows.clear();
+  std::vector<Value> args = list.args;
+  args.emplace_back(static_cast<std::int64_t>(first));
+  // At least an eighth of the list: each window query sorts the whole list again.
+  const std::size_t notes = std::max(window_notes_, (list.position.size() + 7) / 8);
+  args.emplace_back(static_cast<std::int64_t>(notes));
+  for (const std::size_t arg : prefetch.query.args)
+    if (arg >= args.size()) return false;
+  const std::string name = "prefetch:" + provider;
+  FetchRequest request{name, name, FetchKind::DataRequest, args, {}};
+  try {
+    Statement& st = StatementFor(request, prefetch.query);
+    Execute(st, request);
+    window.column = st.column;
+    window.width = st.row.size();
+    std::vector<std::size_t> keys;
+    for (const std::string& key : prefetch.keys) {
+      const auto column = column_of(window.column, key);
+      if (!column) return false;
+      keys.push_back(*column);
+    }
+    const CellReader read(dialect_, st.statement, st.row);
+    for (std::size_t row = 0; st.statement.fetch(); ++row) {
+      for (std::size_t c = 0; c < window.width; ++c) window.cells.push_back(read(c));
+      std::string key;
+      for (const std::size_t c : keys)
+        if (!append_key(key, window.cells[row * window.width + c])) return false;
+      window.rows[key].push_back(row);
+    }
+  } catch (...) {
+    // Whatever went wrong, the notes run their own queries, which say it where it belongs.
+    statements_.erase(statement_key(request));
+    return false;
+  }
+  window.first = first;
+  window.count = notes;
+  return true;
 }
 
 SqlSource::~SqlSource() {
@@ -449,7 +688,7 @@ SqlSource::Statement& SqlSource::StatementFor(const FetchRequest& request, const
   return *slot;
 }
 
-Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
+void SqlSource::Execute(Statement& st, const FetchRequest& request) {
   for (std::size_t i = 0; i < request.args.size(); ++i) {
     auto& p = st.params[i];
     const Value& v = request.args[i];
@@ -465,6 +704,11 @@ Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
     for (std::size_t c = 0; c < st.row.size(); ++c) st.column.emplace(upper(st.row.get_properties(c).get_name()), c);
     st.described = true;
   }
+}
+
+
+Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
+  Execute(st, request);
   std::vector<std::size_t> columns;
   columns.reserve(request.fields.size());
   for (const FieldDef& field : request.fields) {
@@ -472,15 +716,12 @@ Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
     if (found == st.column.end()) throw Error(missing_field_message(field.name, request.dataset));
     columns.push_back(found->second);
   }
-  sqlite_api::sqlite3_stmt* native = nullptr;
-  if (dialect_ == "sqlite") native = static_cast<soci::sqlite3_statement_backend*>(st.statement.get_backend())->stmt_;
+  const CellReader read(dialect_, st.statement, st.row);
   Packet packet;
   packet.width = request.fields.size();
   while (st.statement.fetch())
-    for (std::size_t f = 0; f < columns.size(); ++f) {
-      Value value = native ? sqlite_cell(native, static_cast<int>(columns[f])) : cell(st.row, columns[f]);
-      packet.cells.push_back(to_field_class(std::move(value), request.fields[f].cls));
-    }
+    for (std::size_t f = 0; f < columns.size(); ++f)
+      packet.cells.push_back(to_field_class(read(columns[f]), request.fields[f].cls));
   return packet;
 }
 
@@ -494,9 +735,16 @@ Packet SqlSource::fetch(const FetchRequest& request) {
     if (arg >= request.args.size())
       throw Error("O provedor " + std::string(request.provider) + " usa o parâmetro " + std::to_string(arg + 1) +
                   ", mas " + std::string(request.dataset) + " enviou " + std::to_string(request.args.size()));
+  Packet packet;
+  if (prefetch_on_ && FromWindow(request, packet)) {
+    ++prefetched_;
+    return packet;
+  }
   // A statement that failed is dropped: the next fetch prepares it afresh.
   try {
-    return Read(StatementFor(request, query), request);
+    packet = Read(StatementFor(request, query), request);
+    RememberList(request, packet);
+    return packet;
   } catch (const Error&) {
     statements_.erase(statement_key(request));
     throw;
@@ -508,7 +756,10 @@ Packet SqlSource::fetch(const FetchRequest& request) {
 }
 
 std::unique_ptr<RecordSource> open_sql_source(const std::string&, const std::string&, const std::string& address) {
-  return std::make_unique<SqlSource>(address, default_catalog_path());
+  auto source = std::make_unique<SqlSource>(address, default_catalog_path());
+  // For measuring what fetching ahead gains (bench/run).
+  if (const char* off = std::getenv("INFOFISCAL_SEM_LEITURA_ANTECIPADA"); off && *off) source->Prefetch(false);
+  return source;
 }
 
 }  // namespace infofiscal

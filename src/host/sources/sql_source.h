@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -43,11 +44,30 @@ using ProviderCatalog = std::map<std::string, ProviderQuery>;
 ProviderCatalog parse_provider_catalog(const std::string& text, const std::string& dialect,
                                        const std::string& origin);
 
+// Fetching ahead: "-- prefetch: PROVIDER LIST KEY... [database]" gives a SELECT that answers
+// the per-note PROVIDER for a window of the notes of LIST (a list provider): it takes the
+// list's values, then the window's first position (from 0) and its length, and returns the
+// columns of PROVIDER plus the KEY columns, which name the note as PROVIDER's values do, in
+// order (e.g. CDTIPONOTAFISCAL CDNOTAFISCAL).
+struct PrefetchQuery {
+  std::string list;
+  std::vector<std::string> keys;  // upper case
+  ProviderQuery query;
+};
+using PrefetchCatalog = std::map<std::string, PrefetchQuery>;  // by per-note provider
+
+// The prefetch entries of catalog text, as parse_provider_catalog reads the providers.
+PrefetchCatalog parse_prefetch_catalog(const std::string& text, const std::string& dialect,
+                                       const std::string& origin);
+
 // The catalog that the SQL sources read by default: db/providers.sql of this source tree.
 std::string default_catalog_path();
 
 // Every fetch runs one prepared statement, found or prepared in StatementFor, the one place
-// that knows them: fetching the answers of a whole note list ahead can be added there.
+// that knows them. A per-note provider with a prefetch entry is answered, while its list is
+// the one fetched last, from one query per window of notes of that list; any failure
+// of that query, or a note it does not answer, falls back to the provider's own query, so that
+// every error surfaces at the note where it would have without fetching ahead.
 class SqlSource : public RecordSource {
  public:
   // Connects to `address` ("sqlite:PATH", "postgresql:CONNINFO", "postgresql://...",
@@ -65,16 +85,43 @@ class SqlSource : public RecordSource {
   // How many statements have been prepared so far (one per provider and kinds of values).
   std::size_t PreparedStatements() const { return statements_.size(); }
 
+  // Fetching ahead is on for the server databases and off for SQLite unless set here; off,
+  // every note runs its own query.
+  void Prefetch(bool on) { prefetch_on_ = on; }
+  // How many fetches were answered from a window.
+  std::size_t PrefetchedAnswers() const { return prefetched_; }
+
+  // How many notes of a list one window holds at least (1,024 unless set; an eighth of the
+  // list when that is more).
+  void PrefetchWindow(std::size_t notes) { window_notes_ = notes; }
+
  private:
   struct Statement;
+  struct NoteList;
+  struct Window;
   // The one cache of prepared statements: found or prepared here, reused by every fetch.
   Statement& StatementFor(const FetchRequest& request, const ProviderQuery& query);
+  // Binds the request's values and runs the statement; the rows are then fetched.
+  void Execute(Statement& statement, const FetchRequest& request);
   Packet Read(Statement& statement, const FetchRequest& request);
+  // Keeps the order of the notes of a list that prefetch entries read windows of.
+  void RememberList(const FetchRequest& request, const Packet& packet);
+  // The answer from a window of the list, or false when the provider's own query must run.
+  bool FromWindow(const FetchRequest& request, Packet& packet);
+  bool LoadWindow(Window& window, const std::string& provider, const PrefetchQuery& prefetch,
+                  const NoteList& list, std::size_t first);
 
   std::string address_, dialect_;
   std::unique_ptr<soci::session> session_;
   ProviderCatalog catalog_;
+  PrefetchCatalog prefetch_;
   std::map<std::string, std::unique_ptr<Statement>> statements_;
+  std::map<std::string, std::unique_ptr<NoteList>, std::less<>> lists_;  // by list provider
+  std::map<std::string, std::unique_ptr<Window>, std::less<>> windows_;  // by per-note provider
+  std::uint64_t list_generation_ = 0;
+  std::size_t prefetched_ = 0;
+  std::size_t window_notes_ = 1024;
+  bool prefetch_on_ = true;
 };
 
 // Runs an SQL script on a writable connection to `address` (an SQLite file is created when
