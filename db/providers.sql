@@ -220,8 +220,9 @@ SELECT * FROM inventarioprodutoregistro WHERE fechamento = 'A' AND cdregistrofis
 -- window of the notes of LIST at once: the SELECT takes the list's values, then the window's
 -- first position (from 0) and its length, and returns PROVIDER's columns with the KEY columns
 -- that name the note as PROVIDER's values do, rows of one note in PROVIDER's order. The window
--- is the list's own SELECT cut by LIMIT/OFFSET. Where one of these fails (Firebird has no
--- LIMIT), or leaves a note out, the notes run their provider's own SELECT.
+-- is the list's own SELECT cut by LIMIT/OFFSET; only PostgreSQL uses these (Firebird has no
+-- LIMIT, SQLite gains nothing). Where one of these fails, or leaves a note out, the notes run
+-- their provider's own SELECT.
 
 -- prefetch: DspCompra DspListaCompra CDCOMPRA
 SELECT c.cdcompra, c.cdfornecedor, c.modelo, c.serie, c.pde, c.chavenfefornecedor,
