@@ -4,7 +4,11 @@
 // message. Exit status: 0 success, 1 the run failed, 2 a usage error.
 #include <unistd.h>
 
+#include <charconv>
+#include <cerrno>
 #include <cstdio>
+#include <filesystem>
+#include <limits>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -12,6 +16,8 @@
 #include <sstream>
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "cli/progresso.h"
 #include "export/arquivo_texto.h"
@@ -38,13 +44,65 @@ class ErroDeUso : public Error {
   using Error::Error;
 };
 
-std::string traduzir_erro_de_uso(const CLI::ParseError& e) {
+// CLI11's own checks speak English; these say what is wrong in Portuguese, naming the value.
+CLI::Validator inteiro_entre(std::int64_t minimo, std::int64_t maximo) {
+  return CLI::Validator(
+      [=](std::string& texto) -> std::string {
+        std::int64_t v = 0;
+        const auto [fim, ec] = std::from_chars(texto.data(), texto.data() + texto.size(), v);
+        if (texto.empty() || ec != std::errc() || fim != texto.data() + texto.size())
+          return "'" + texto + "' não é um número inteiro";
+        if (v < minimo || v > maximo) return fmt::format("'{}' fora da faixa de {} a {}", texto, minimo, maximo);
+        return {};
+      },
+      fmt::format("{} a {}", minimo, maximo));
+}
+
+CLI::Validator um_de(const std::vector<std::string>& aceitos) {
+  const std::string lista = fmt::format("{}", fmt::join(aceitos, ", "));
+  return CLI::Validator(
+      [=](std::string& texto) -> std::string {
+        if (std::find(aceitos.begin(), aceitos.end(), texto) != aceitos.end()) return {};
+        return "'" + texto + "' não é um dos valores aceitos (" + lista + ")";
+      },
+      "{" + lista + "}");
+}
+
+constexpr std::int64_t kMaxInt = std::numeric_limits<std::int32_t>::max();
+
+// The options a command requires that were not given, or the command itself.
+std::string ausentes(const CLI::App& app) {
+  std::vector<std::string> nomes;
+  for (const CLI::App* comando : app.get_subcommands())
+    for (const CLI::Option* opcao : comando->get_options())
+      if (opcao->get_required() && opcao->count() == 0) nomes.push_back(opcao->get_name());
+  return fmt::format("{}", fmt::join(nomes, ", "));
+}
+
+// What to say when no command ran: a word that is not a command, or no command at all.
+std::string sem_comando(const CLI::App& app) {
+  const auto dados = app.remaining();
+  if (!dados.empty()) return "comando desconhecido: " + dados.front() + " (use exportar, converter ou validar)";
+  return "opção obrigatória ausente: o comando (exportar, converter ou validar)";
+}
+
+// The text of CLI11's message after "<prefix>: ", or the whole message.
+std::string depois_de_dois_pontos(const std::string& mensagem) {
+  const auto p = mensagem.find(": ");
+  return p == std::string::npos ? mensagem : mensagem.substr(p + 2);
+}
+
+std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) {
   const std::string detalhe = e.what();
-  if (dynamic_cast<const CLI::RequiredError*>(&e)) return "opção obrigatória ausente (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ExtrasError*>(&e)) return "argumento desconhecido (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ValidationError*>(&e) || dynamic_cast<const CLI::ConversionError*>(&e))
-    return "valor inválido (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "número de valores errado (" + detalhe + ")";
+  if (dynamic_cast<const CLI::RequiredError*>(&e))
+    return app.get_subcommands().empty() ? sem_comando(app) : "opção obrigatória ausente: " + ausentes(app);
+  if (dynamic_cast<const CLI::ExtrasError*>(&e)) {
+    const auto extras = app.remaining(true);
+    return "argumento desconhecido: " + (extras.empty() ? depois_de_dois_pontos(detalhe) : fmt::format("{}", fmt::join(extras, " ")));
+  }
+  if (dynamic_cast<const CLI::ValidationError*>(&e)) return "valor inválido em " + detalhe;
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e))
+    return "falta o valor de " + detalhe.substr(0, detalhe.find(':'));
   return "uso incorreto (" + detalhe + ")";
 }
 
@@ -67,6 +125,7 @@ std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view 
 int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
+  if (!o.gravar_snapshot.empty()) exigir_pasta_de(o.gravar_snapshot);
   const auto live = open_record_source(o.fonte);
   std::unique_ptr<RecordingSource> gravador;
   RecordSource* fonte = live.get();
@@ -110,10 +169,14 @@ int exportar(const OpcoesExportar& o) {
 }
 
 std::string ler_arquivo(const std::string& path) {
+  const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + motivo_do_sistema(erro)); };
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw Error("Não foi possível ler o arquivo '" + path + "'");
+  if (!in) throw falha(errno);
+  // A folder opens like a file and reads as nothing.
+  if (std::filesystem::is_directory(path)) throw falha(EISDIR);
   std::ostringstream text;
   text << in.rdbuf();
+  if (in.bad()) throw falha(EIO);
   return text.str();
 }
 
@@ -150,35 +213,35 @@ int principal(int argc, char** argv) {
   auto* exp = app.add_subcommand("exportar", "Gera SpedInformacao.txt e o arquivo fiscal de um registro fiscal");
   exp->add_option("--fonte", o.fonte, "Fonte de dados: sqlite:ARQUIVO, postgresql:CONEXAO, firebird:BANCO, snapshot:ARQUIVO.json")
       ->required();
-  exp->add_option("--registro", o.registro, "Código do registro fiscal")->required()->check(CLI::NonNegativeNumber);
+  exp->add_option("--registro", o.registro, "Código do registro fiscal")->required()->check(inteiro_entre(0, kMaxInt));
   exp->add_option("--tipo", o.tipo, "Tipo de arquivo: 0 indefinido, 1 SINTEGRA, 2 SPED EFD, 3 SPED Contribuições")
       ->required()
-      ->check(CLI::IsMember({0, 1, 2, 3}));
+      ->check(um_de({"0", "1", "2", "3"}));
   exp->add_option("--base", o.base, "Pasta base da aplicação (contém Arquivos/InfoFiscal)")->required();
-  exp->add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(CLI::Range(1, 12));
-  exp->add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(CLI::Range(1, 9999));
-  exp->add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(CLI::NonNegativeNumber);
-  exp->add_option("--compra", o.compra, "Exporta só esta compra (0: todas)")->check(CLI::NonNegativeNumber);
-  exp->add_option("--venda", o.venda, "Exporta só esta nota de saída (0: todas)")->check(CLI::NonNegativeNumber);
+  exp->add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 12));
+  exp->add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 9999));
+  exp->add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(inteiro_entre(0, kMaxInt));
+  exp->add_option("--compra", o.compra, "Exporta só esta compra (0: todas)")->check(inteiro_entre(0, kMaxInt));
+  exp->add_option("--venda", o.venda, "Exporta só esta nota de saída (0: todas)")->check(inteiro_entre(0, kMaxInt));
   exp->add_option("--arquivo-fiscal", o.arquivo_fiscal, "Arquivo fiscal a gravar (padrão: o nome sugerido, na pasta atual)");
   exp->add_flag("--somente-informacao", o.somente_informacao, "Gera só SpedInformacao.txt, sem o arquivo fiscal");
   exp->add_option("--progresso", o.progresso, "Progresso em stderr: auto, barra, linhas ou nada")
-      ->check(CLI::IsMember({"auto", "barra", "linhas", "nada"}));
+      ->check(um_de({"auto", "barra", "linhas", "nada"}));
   exp->add_option("--gravar-snapshot", o.gravar_snapshot, "Grava as respostas da fonte neste snapshot JSON");
 
   int tipo = 1;
   std::string informacao, saida, progresso = "auto";
   auto* conv = app.add_subcommand("converter", "Converte um SpedInformacao.txt no arquivo SINTEGRA ou SPED EFD");
-  conv->add_option("--tipo", tipo, "1 SINTEGRA, 2 SPED EFD")->required()->check(CLI::IsMember({1, 2}));
+  conv->add_option("--tipo", tipo, "1 SINTEGRA, 2 SPED EFD")->required()->check(um_de({"1", "2"}));
   conv->add_option("--informacao", informacao, "Arquivo de informações (SpedInformacao.txt)")->required();
   conv->add_option("--arquivo-fiscal", saida, "Arquivo fiscal a gravar")->required();
   conv->add_option("--progresso", progresso, "Progresso em stderr: auto, barra, linhas ou nada")
-      ->check(CLI::IsMember({"auto", "barra", "linhas", "nada"}));
+      ->check(um_de({"auto", "barra", "linhas", "nada"}));
 
   int tipo_validar = 1;
   std::string arquivo;
   auto* val = app.add_subcommand("validar", "Confere a estrutura de um arquivo SINTEGRA ou SPED EFD");
-  val->add_option("--tipo", tipo_validar, "1 SINTEGRA, 2 SPED EFD")->required()->check(CLI::IsMember({1, 2}));
+  val->add_option("--tipo", tipo_validar, "1 SINTEGRA, 2 SPED EFD")->required()->check(um_de({"1", "2"}));
   val->add_option("--arquivo-fiscal", arquivo, "Arquivo fiscal a conferir")->required();
 
   try {
@@ -188,7 +251,7 @@ int principal(int argc, char** argv) {
   } catch (const CLI::CallForAllHelp& e) {
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
-    std::cerr << "infofiscal: " << traduzir_erro_de_uso(e) << "\nUse --help para ver as opções.\n";
+    std::cerr << "infofiscal: " << traduzir_erro_de_uso(e, app) << "\nUse --help para ver as opções.\n";
     return 2;
   }
   try {

@@ -1,0 +1,284 @@
+// Bad input through the command line, one row per fault: the exact message the user reads,
+// the exit status, and proof that no file was created, changed or left behind (the earlier
+// SpedInformacao.txt and fiscal file stay byte for byte, no temporary remains).
+#include <unistd.h>
+
+#include <cctype>
+#include <filesystem>
+#include <functional>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "faults/support.h"
+#include "fiscal/sintegra.h"
+#include "host/error.h"
+#include "support/cli.h"
+#include "support/fixture.h"
+
+namespace infofiscal {
+namespace {
+
+using namespace testing;
+using nlohmann::json;
+
+const std::string kUso = "\nUse --help para ver as opções.\n";
+const std::string kInfo = "{dir}/Arquivos/InfoFiscal/SpedInformacao.txt";
+
+// What a row needs beyond the folder every row starts from.
+enum class Requer { Nada, Root, Conversor };
+
+struct Caso {
+  const char* nome;
+  std::vector<std::string> args;  // "{dir}" stands for the row's folder
+  int status;
+  std::string erro;  // the whole of stderr
+  // Changes the row's folder before the run; returns false when the row cannot run here.
+  std::function<bool(const std::string& dir)> preparar = nullptr;
+  Requer requer = Requer::Nada;
+};
+
+std::string expandir(std::string s, const std::string& dir) {
+  for (std::size_t p; (p = s.find("{dir}")) != std::string::npos;) s.replace(p, 5, dir);
+  return s;
+}
+
+// `exportar` of fiscal register 7 from {dir}/s.json into {dir}, kind 3 (no converter).
+std::vector<std::string> exportar(std::vector<std::string> extra = {}, const std::string& fonte = "snapshot:{dir}/s.json") {
+  std::vector<std::string> args{"exportar", "--fonte", fonte, "--registro", "7", "--tipo", "3", "--base", "{dir}", "--empresa", "1"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  return args;
+}
+
+json registro_bom() { return Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}}).document(); }
+
+// A row whose snapshot is `doc`.
+std::function<bool(const std::string&)> com_snapshot(const json& doc) {
+  return [doc](const std::string& dir) {
+    write_file(dir + "/s.json", doc.dump());
+    return true;
+  };
+}
+
+std::function<bool(const std::string&)> com_texto(const std::string& arquivo, const std::string& bytes) {
+  return [=](const std::string& dir) {
+    write_file(dir + "/" + arquivo, bytes);
+    return true;
+  };
+}
+
+// The fiscal register with one field replaced (or, with a null `valor`, removed).
+json registro_com(const std::string& campo, const json& valor) {
+  json doc = registro_bom();
+  json& row = doc["responses"][0]["rows"][0];
+  if (valor.is_null()) row.erase(campo);
+  else row[campo] = valor;
+  return doc;
+}
+
+bool conversor_disponivel() {
+  try {
+    gerar_sintegra("", {}, {});
+  } catch (const Error& e) {
+    return std::string(e.what()).find("ainda não disponível") == std::string::npos;
+  }
+  return true;
+}
+
+// The information folder on a tmpfs of its own, holding the earlier file; `cheio`: not a byte
+// left; else mounted read-only.
+std::function<bool(const std::string&)> pasta_em_tmpfs(bool cheio) {
+  return [cheio](const std::string& dir) {
+    const std::string pasta = dir + "/Arquivos/InfoFiscal";
+    if (!montar_tmpfs(pasta, 64)) return false;
+    write_file(pasta + "/SpedInformacao.txt", "anterior\r\n");
+    if (cheio) return encher_disco(pasta), true;
+    desmontar(pasta);
+    if (!montar_tmpfs(pasta, 64, true)) return false;
+    return true;
+  };
+}
+
+const std::vector<Caso>& casos() {
+  static const std::vector<Caso> c = {
+      // The snapshot source.
+      {"snapshot inexistente", exportar({}, "snapshot:{dir}/sumiu.json"), 2,
+       "infofiscal: o snapshot '{dir}/sumiu.json' não existe ou não pode ser lido\n"},
+      {"snapshot que é uma pasta", exportar({}, "snapshot:{dir}/Arquivos"), 1,
+       "Não foi possível abrir o snapshot '{dir}/Arquivos': é uma pasta\n"},
+      {"snapshot vazio", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: JSON mal formado (o texto termina antes do fim do documento)\n",
+       com_texto("s.json", "")},
+      {"snapshot cortado ao meio", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: JSON mal formado (o texto termina antes do fim do documento)\n",
+       com_texto("s.json", "{\"snapshot\": 1, \"responses\": [")},
+      {"snapshot com vírgula a mais", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: JSON mal formado na linha 2, coluna 17\n",
+       com_texto("s.json", "{\"snapshot\": 1,\n\"responses\": [],}")},
+      {"snapshot que não é um snapshot", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta \"snapshot\": 1\n",
+       com_texto("s.json", "[]")},
+      {"snapshot de outra versão", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta \"snapshot\": 1\n",
+       com_texto("s.json", "{\"snapshot\": 2, \"responses\": []}")},
+      {"snapshot sem respostas", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta a lista \"responses\"\n",
+       com_texto("s.json", "{\"snapshot\": 1}")},
+      {"resposta sem provider", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: resposta sem \"provider\" (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"params": [7], "rows": []}]})")},
+      {"resposta com params e request", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: a resposta precisa de \"params\" ou \"request\" (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [], "request": [], "rows": []}]})")},
+      {"resposta sem rows nem error", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: resposta sem \"rows\" nem \"error\" (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": []}]})")},
+      {"error que não é texto", exportar(), 1, "Snapshot '{dir}/s.json' inválido: \"error\" não é texto (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [], "error": 5}]})")},
+      {"linha que não é objeto", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: linha que não é um objeto (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [], "rows": [[1]]}]})")},
+      {"valor que é uma lista", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: valor não suportado em \"CDMES\": [3] (resposta 1)\n",
+       com_snapshot(registro_com("CDMES", json::array({3})))},
+      {"parâmetro que é um objeto", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: parâmetro não suportado: {\"a\":1} (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [{"a": 1}], "rows": []}]})")},
+      // Addresses of the record source.
+      {"endereço desconhecido", exportar({}, "oracle:banco"), 1,
+       "Endereço de fonte de dados desconhecido: 'oracle:banco' (use sqlite:ARQUIVO, postgresql:CONEXAO, "
+       "firebird:BANCO ou snapshot:ARQUIVO.json)\n"},
+      {"endereço sem esquema", exportar({}, "{dir}/s.json"), 1,
+       "Endereço de fonte de dados desconhecido: '{dir}/s.json' (use sqlite:ARQUIVO, postgresql:CONEXAO, "
+       "firebird:BANCO ou snapshot:ARQUIVO.json)\n"},
+      // What the provider answers.
+      {"campo declarado ausente", exportar(), 1, "Campo 'FINALIDADEARQUIVO' não encontrado em TabRegistroInfoFiscal\n",
+       com_snapshot(registro_com("FINALIDADEARQUIVO", nullptr))},
+      {"texto em campo numérico", exportar(), 1,
+       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido\n",
+       com_snapshot(registro_com("CDMES", "três"))},
+      {"número com espaço no fim", exportar(), 1, "Erro ano Gerar Registro Linha 01: '3 ' não é um valor inteiro válido\n",
+       com_snapshot(registro_com("CDMES", "3 "))},
+      {"mês fora do calendário", exportar(), 1, "Erro ano Gerar Registro Linha 01: Mês inválido: 13\n",
+       com_snapshot(registro_com("CDMES", 13))},
+      {"registro fiscal inexistente", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "8", "--tipo", "3",
+                                       "--base", "{dir}", "--empresa", "1"},
+       1, "Erro ano Gerar Registro Linha 01: Mês inválido: 0\n"},
+      {"erro da fonte", exportar(), 1, "conexão recusada pelo servidor\n",
+       com_snapshot(Snapshot().error("DspRegistroInfoFiscal", {7}, "conexão recusada pelo servidor").document())},
+      // Where the files go.
+      {"sem Arquivos/InfoFiscal", exportar(), 1,
+       "A pasta '{dir}/Arquivos/InfoFiscal' não existe: o arquivo '" + kInfo + "' não foi gravado\n",
+       [](const std::string& dir) {
+         std::filesystem::remove_all(dir + "/Arquivos");
+         return true;
+       }},
+      {"Arquivos/InfoFiscal é um arquivo", exportar(), 1,
+       "A pasta '{dir}/Arquivos/InfoFiscal' não existe: o arquivo '" + kInfo + "' não foi gravado\n",
+       [](const std::string& dir) {
+         std::filesystem::remove_all(dir + "/Arquivos/InfoFiscal");
+         write_file(dir + "/Arquivos/InfoFiscal", "x");
+         return true;
+       }},
+      {"SpedInformacao.txt é uma pasta", exportar(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': é uma pasta\n",
+       [](const std::string& dir) {
+         std::filesystem::remove(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt");
+         std::filesystem::create_directories(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt/dentro");
+         return true;
+       }},
+      {"pasta somente para leitura", exportar(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': sistema de arquivos somente para leitura\n",
+       pasta_em_tmpfs(false), Requer::Root},
+      {"disco cheio", exportar(), 1, "Não foi possível gravar o arquivo '" + kInfo + "': disco cheio\n",
+       pasta_em_tmpfs(true), Requer::Root},
+      {"snapshot gravado numa pasta que não existe", exportar({"--gravar-snapshot", "{dir}/nao/existe.json"}), 1,
+       "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/existe.json' não foi gravado\n"},
+      // Options out of range.
+      {"tipo 5", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "5", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --tipo: '5' não é um dos valores aceitos (0, 1, 2, 3)" + kUso},
+      {"registro negativo", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "-1", "--tipo", "3", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --registro: '-1' fora da faixa de 0 a 2147483647" + kUso},
+      {"registro acima de 32 bits", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "2147483648", "--tipo", "3", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --registro: '2147483648' fora da faixa de 0 a 2147483647" + kUso},
+      {"registro que não é número", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7a", "--tipo", "3", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --registro: '7a' não é um número inteiro" + kUso},
+      {"mês 13", exportar({"--mes", "13"}), 2, "infofiscal: valor inválido em --mes: '13' fora da faixa de 1 a 12" + kUso},
+      {"mês 0", exportar({"--mes", "0"}), 2, "infofiscal: valor inválido em --mes: '0' fora da faixa de 1 a 12" + kUso},
+      {"ano 10000", exportar({"--ano", "10000"}), 2, "infofiscal: valor inválido em --ano: '10000' fora da faixa de 1 a 9999" + kUso},
+      {"empresa negativa", exportar({"--empresa", "-3"}), 2,
+       "infofiscal: valor inválido em --empresa: '-3' fora da faixa de 0 a 2147483647" + kUso},
+      {"compra vazia", exportar({"--compra", ""}), 2, "infofiscal: valor inválido em --compra: '' não é um número inteiro" + kUso},
+      {"progresso desconhecido", exportar({"--progresso", "tudo"}), 2,
+       "infofiscal: valor inválido em --progresso: 'tudo' não é um dos valores aceitos (auto, barra, linhas, nada)" + kUso},
+      {"mês sem valor", exportar({"--mes"}), 2, "infofiscal: falta o valor de --mes" + kUso},
+      {"opção desconhecida", exportar({"--pasta", "x"}), 2, "infofiscal: argumento desconhecido: --pasta x" + kUso},
+      {"sem --base", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "3"}, 2,
+       "infofiscal: opção obrigatória ausente: --base" + kUso},
+      {"sem comando", {}, 2, "infofiscal: opção obrigatória ausente: o comando (exportar, converter ou validar)" + kUso},
+      {"comando desconhecido", {"exporta"}, 2, "infofiscal: comando desconhecido: exporta (use exportar, converter ou validar)" + kUso},
+      // converter and validar.
+      {"converter tipo 3", {"converter", "--tipo", "3", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 2,
+       "infofiscal: valor inválido em --tipo: '3' não é um dos valores aceitos (1, 2)" + kUso},
+      {"converter sem informação", {"converter", "--tipo", "1", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 2,
+       "infofiscal: opção obrigatória ausente: --informacao" + kUso},
+      {"informação inexistente", {"converter", "--tipo", "1", "--informacao", "{dir}/sumiu.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
+      {"informação que é uma pasta", {"converter", "--tipo", "2", "--informacao", "{dir}/Arquivos", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Não foi possível ler o arquivo '{dir}/Arquivos': é uma pasta\n"},
+      {"linha de informação quebrada", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Linha 2 do arquivo de informações: coluna C01 sem [/C01]\n",
+       com_texto("info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n[C00]02[/C00][C01]Empresa[C99]14[/C99]\r\n"),
+       Requer::Conversor},
+      {"linha de informação sem C00", {"converter", "--tipo", "2", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Linha 1 do arquivo de informações: a linha não começa com [C00]\n",
+       com_texto("info.txt", "[C01]3[/C01][C99]15[/C99]\r\n"), Requer::Conversor},
+      {"arquivo fiscal numa pasta que não existe", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/nao/f.txt"}, 1,
+       "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/f.txt' não foi gravado\n", nullptr, Requer::Conversor},
+      {"validar arquivo inexistente", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/sumiu.txt"}, 1,
+       "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
+      {"validar uma pasta", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}"}, 1,
+       "Não foi possível ler o arquivo '{dir}': é uma pasta\n"},
+  };
+  return c;
+}
+
+class EntradaRuim : public ::testing::TestWithParam<Caso> {};
+
+TEST_P(EntradaRuim, SaysWhatIsWrongAndChangesNoFile) {
+  const Caso& c = GetParam();
+  if (c.requer == Requer::Root && geteuid() != 0) GTEST_SKIP() << "precisa montar um tmpfs (root)";
+  if (c.requer == Requer::Conversor && !conversor_disponivel()) GTEST_SKIP() << "conversor ainda não disponível";
+  const std::string dir = fresh_dir(std::string("entrada-ruim/") + ::testing::UnitTest::GetInstance()->current_test_info()->name(), true);
+  write_file(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt", "anterior\r\n");
+  write_file(dir + "/fiscal.txt", "fiscal anterior\r\n");
+  write_file(dir + "/s.json", registro_bom().dump());
+  write_file(dir + "/info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n");
+  if (c.preparar && !c.preparar(dir)) {
+    desmontar(dir + "/Arquivos/InfoFiscal");
+    GTEST_SKIP() << "não foi possível montar um tmpfs aqui";
+  }
+  const auto antes = arvore(dir);
+
+  std::vector<std::string> args;
+  for (const auto& a : c.args) args.push_back(expandir(a, dir));
+  const auto r = run_cli(args, dir);
+  const auto depois = arvore(dir);
+  desmontar(dir + "/Arquivos/InfoFiscal");
+
+  EXPECT_EQ(r.err, expandir(c.erro, dir));
+  EXPECT_EQ(r.status, c.status);
+  // Info lines up to the failure may be on stdout; a usage error runs nothing.
+  if (c.status == 2) {
+    EXPECT_EQ(r.out, "");
+  }
+  EXPECT_EQ(depois, antes) << "a falha criou, mudou ou deixou arquivos";
+}
+
+std::string nome_do_caso(const ::testing::TestParamInfo<Caso>& info) {
+  std::string nome;
+  for (const char ch : std::string(info.param.nome)) nome += std::isalnum(static_cast<unsigned char>(ch)) ? ch : '_';
+  return std::to_string(info.index) + "_" + nome;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cli, EntradaRuim, ::testing::ValuesIn(casos()), nome_do_caso);
+
+}  // namespace
+}  // namespace infofiscal
