@@ -36,6 +36,11 @@ Snapshot& Snapshot::error(const std::string& provider, const json& params, const
   return *this;
 }
 
+Snapshot& Snapshot::request_error(const std::string& provider, const json& request, const std::string& message) {
+  doc_["responses"].push_back({{"provider", provider}, {"request", request}, {"error", message}});
+  return *this;
+}
+
 Snapshot& Snapshot::registro(int key, const json& overrides) {
   json o = overrides;
   o["CDREGISTROFISCAL"] = key;

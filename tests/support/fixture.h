@@ -27,6 +27,8 @@ class Snapshot {
   Snapshot& request(const std::string& provider, const json& request, const json& rows);
   // An entry that fails with `message`.
   Snapshot& error(const std::string& provider, const json& params, const std::string& message);
+  // A data request that fails with `message`.
+  Snapshot& request_error(const std::string& provider, const json& request, const std::string& message);
   // The fiscal register `key` (provider "DspRegistroInfoFiscal").
   Snapshot& registro(int key, const json& overrides = json::object());
   const json& document() const { return doc_; }

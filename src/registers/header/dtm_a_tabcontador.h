@@ -1,6 +1,7 @@
-// Not yet written: the generator writes nothing.
+// Line 03: the company's accountant.
 #pragma once
 
+#include "export/register_line.h"
 #include "export/string_list.h"
 #include "host/framework.h"
 
@@ -9,7 +10,17 @@ namespace infofiscal {
 class TDTM_A_TabContador : public TDTM_FPadraoConsulta {
  public:
   explicit TDTM_A_TabContador(TDTM_ConexaoDS& conexao);
+
+  // Provider "DspContador", no parameters: the server decides which accountant it returns.
+  ClientDataSet TabContador;
+
+  // Reopens TabContador. A failure passes unchanged.
+  void ConsultarRegistro();
+  // Appends exactly one line 03, from the first row (all columns empty when there is none).
   void InformacaoContador(TStringList& AArquivo);
+
+ private:
+  TLinhaRegistro oLinha;
 };
 
 }  // namespace infofiscal

@@ -1,6 +1,7 @@
-// Not yet written: the generator writes nothing.
+// Line 02: the company the fiscal file is produced for (identity, tax numbers, address).
 #pragma once
 
+#include "export/register_line.h"
 #include "export/string_list.h"
 #include "host/framework.h"
 
@@ -9,7 +10,17 @@ namespace infofiscal {
 class TDTM_A_TabEmpresa : public TDTM_FPadraoConsulta {
  public:
   explicit TDTM_A_TabEmpresa(TDTM_ConexaoDS& conexao);
+
+  // Provider "DspEmpresa", parameter ATR_CODEMPRESA.
+  ClientDataSet TabEmpresa;
+
+  // Reopens TabEmpresa for the company the user is working in. A failure passes unchanged.
+  void ConsultarRegistro();
+  // Appends exactly one line 02, from the first row (all columns empty when there is none).
   void L02_InformacaoEmpresa(TStringList& AArquivo);
+
+ private:
+  TLinhaRegistro oLinha;
 };
 
 }  // namespace infofiscal

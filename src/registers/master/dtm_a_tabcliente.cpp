@@ -1,9 +1,16 @@
 #include "registers/master/dtm_a_tabcliente.h"
 
+#include "registers/master/familias.h"
+
 namespace infofiscal {
 
-TDTM_A_TabCliente::TDTM_A_TabCliente(TDTM_ConexaoDS& conexao) : TDTM_A_Padrao(conexao) {}
+namespace {
 
-void TDTM_A_TabCliente::L14_RegistroCliente(TStringList&) {}
+const TabelaListaPropria kTabela =
+    TabelaParte({.dataset = "TabCliente", .provider = "DspListaCliente", .codigo = "CDCLIENTE", .tipo = "1"});
+
+}  // namespace
+
+TDTM_A_TabCliente::TDTM_A_TabCliente(TDTM_ConexaoDS& conexao) : TDTM_A_TabLista(conexao, kTabela.Lista()) {}
 
 }  // namespace infofiscal

@@ -1,15 +1,19 @@
-// Not yet written: the generator writes nothing.
+// Lines 14 of kind 1: the clients, in every run whatever the switches.
 #pragma once
 
-#include "export/string_list.h"
-#include "export/dtm_a_padrao.h"
+#include "registers/master/dtm_a_tablista.h"
 
 namespace infofiscal {
 
-class TDTM_A_TabCliente : public TDTM_A_Padrao {
+class TDTM_A_TabCliente : public TDTM_A_TabLista {
  public:
   explicit TDTM_A_TabCliente(TDTM_ConexaoDS& conexao);
-  void L14_RegistroCliente(TStringList& AArquivo);
+
+  // Provider "DspListaCliente", no parameters.
+  ClientDataSet& TabCliente = Lista;
+
+  void ConsListaUnidade() { ConsLista(); }
+  void L14_RegistroCliente(TStringList& AArquivo) { GerarLista(AArquivo); }
 };
 
 }  // namespace infofiscal

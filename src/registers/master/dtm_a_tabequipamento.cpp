@@ -1,9 +1,22 @@
 #include "registers/master/dtm_a_tabequipamento.h"
 
+#include "registers/master/familias.h"
+
 namespace infofiscal {
 
-TDTM_A_TabEquipamento::TDTM_A_TabEquipamento(TDTM_ConexaoDS& conexao) : TDTM_A_Padrao(conexao) {}
+namespace {
 
-void TDTM_A_TabEquipamento::L12_RegistroEquipamento(TStringList&) {}
+constexpr std::string_view kChaves[] = {"REGCOMPRAEQUIPAMENTO"};
+const TabelaListaPropria kTabela = TabelaCatalogo({.dataset = "TabEquipamento",
+                                                   .provider = "DspListaEquipamento",
+                                                   .codigo = "CDEQUIPAMENTO",
+                                                   .descricao = "DESCEQUIPAMENTO",
+                                                   .tamanho_descricao = 80,
+                                                   .tipo = "1",
+                                                   .chaves = kChaves});
+
+}  // namespace
+
+TDTM_A_TabEquipamento::TDTM_A_TabEquipamento(TDTM_ConexaoDS& conexao) : TDTM_A_TabLista(conexao, kTabela.Lista()) {}
 
 }  // namespace infofiscal

@@ -1,15 +1,19 @@
-// Not yet written: the generator writes nothing.
+// Lines 12 of kind 1: the equipment, when equipment purchases are asked for.
 #pragma once
 
-#include "export/string_list.h"
-#include "export/dtm_a_padrao.h"
+#include "registers/master/dtm_a_tablista.h"
 
 namespace infofiscal {
 
-class TDTM_A_TabEquipamento : public TDTM_A_Padrao {
+class TDTM_A_TabEquipamento : public TDTM_A_TabLista {
  public:
   explicit TDTM_A_TabEquipamento(TDTM_ConexaoDS& conexao);
-  void L12_RegistroEquipamento(TStringList& AArquivo);
+
+  // Provider "DspListaEquipamento", no parameters.
+  ClientDataSet& TabEquipamento = Lista;
+
+  void ConsRegistroEquipamento() { ConsLista(); }
+  void L12_RegistroEquipamento(TStringList& AArquivo) { GerarLista(AArquivo); }
 };
 
 }  // namespace infofiscal

@@ -1,9 +1,21 @@
 #include "registers/master/dtm_a_tabinsumo.h"
 
+#include "registers/master/familias.h"
+
 namespace infofiscal {
 
-TDTM_A_TabInsumo::TDTM_A_TabInsumo(TDTM_ConexaoDS& conexao) : TDTM_A_Padrao(conexao) {}
+namespace {
 
-void TDTM_A_TabInsumo::L12_RegistroInsumo_(TStringList&) {}
+const TabelaListaPropria kTabela = TabelaCatalogo({.dataset = "TabInsumo",
+                                                   .provider = "DspListaInsumo",
+                                                   .codigo = "CDINSUMO",
+                                                   .descricao = "DESCINSUMO",
+                                                   .tamanho_descricao = 80,
+                                                   .tipo = "3",
+                                                   .adiciona = false});
+
+}  // namespace
+
+TDTM_A_TabInsumo::TDTM_A_TabInsumo(TDTM_ConexaoDS& conexao) : TDTM_A_TabLista(conexao, kTabela.Lista()) {}
 
 }  // namespace infofiscal

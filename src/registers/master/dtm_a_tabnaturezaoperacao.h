@@ -1,15 +1,20 @@
-// Not yet written: the generator writes nothing.
+// Lines 15: the natures of operation (fiscal operation codes), in every run whatever the
+// switches.
 #pragma once
 
-#include "export/string_list.h"
-#include "export/dtm_a_padrao.h"
+#include "registers/master/dtm_a_tablista.h"
 
 namespace infofiscal {
 
-class TDTM_A_TabNaturezaOperacao : public TDTM_A_Padrao {
+class TDTM_A_TabNaturezaOperacao : public TDTM_A_TabLista {
  public:
   explicit TDTM_A_TabNaturezaOperacao(TDTM_ConexaoDS& conexao);
-  void L15_RegistroNaturezaOperacao(TStringList& AArquivo);
+
+  // Provider "DspNaturezaOperacao", no parameters.
+  ClientDataSet& TabNaturezaOperacao = Lista;
+
+  void ConsListaFornecedor() { ConsLista(); }
+  void L15_RegistroNaturezaOperacao(TStringList& AArquivo) { GerarLista(AArquivo); }
 };
 
 }  // namespace infofiscal

@@ -1,9 +1,20 @@
 #include "registers/master/dtm_a_tabprodconsumo.h"
 
+#include "registers/master/familias.h"
+
 namespace infofiscal {
 
-TDTM_A_TabProdConsumo::TDTM_A_TabProdConsumo(TDTM_ConexaoDS& conexao) : TDTM_A_Padrao(conexao) {}
+namespace {
 
-void TDTM_A_TabProdConsumo::L12_RegistroProdConsumo(TStringList&) {}
+const TabelaListaPropria kTabela = TabelaCatalogo({.dataset = "TabProdConsumo",
+                                                   .provider = "DspListaProdConsumo",
+                                                   .codigo = "CDPRODCONSUMO",
+                                                   .descricao = "DESCPRODUTO",
+                                                   .tamanho_descricao = 80,
+                                                   .tipo = "3"});
+
+}  // namespace
+
+TDTM_A_TabProdConsumo::TDTM_A_TabProdConsumo(TDTM_ConexaoDS& conexao) : TDTM_A_TabLista(conexao, kTabela.Lista()) {}
 
 }  // namespace infofiscal

@@ -1,15 +1,19 @@
-// Not yet written: the generator writes nothing.
+// Lines 13: the units of measure, in every run whatever the switches.
 #pragma once
 
-#include "export/string_list.h"
-#include "export/dtm_a_padrao.h"
+#include "registers/master/dtm_a_tablista.h"
 
 namespace infofiscal {
 
-class TDTM_A_TabUnidade : public TDTM_A_Padrao {
+class TDTM_A_TabUnidade : public TDTM_A_TabLista {
  public:
   explicit TDTM_A_TabUnidade(TDTM_ConexaoDS& conexao);
-  void L13_RegistroUnidade(TStringList& AArquivo);
+
+  // Provider "DspListaUnidade", no parameters.
+  ClientDataSet& TabUnidade = Lista;
+
+  void ConsListaUnidade() { ConsLista(); }
+  void L13_RegistroUnidade(TStringList& AArquivo) { GerarLista(AArquivo); }
 };
 
 }  // namespace infofiscal
