@@ -38,6 +38,9 @@ struct Caso {
   Requer requer = Requer::Nada;
 };
 
+// gtest prints a row by its name, not its bytes.
+void PrintTo(const Caso& c, std::ostream* os) { *os << c.nome; }
+
 std::string expandir(std::string s, const std::string& dir) {
   for (std::size_t p; (p = s.find("{dir}")) != std::string::npos;) s.replace(p, 5, dir);
   return s;
