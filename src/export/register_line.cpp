@@ -2,18 +2,15 @@
 
 namespace infofiscal {
 
+// One append per tag: the tags are the bulk of a line's characters.
 void TLinhaRegistro::Open(int column) {
-  text_ += "[C";
-  text_ += static_cast<char>('0' + column / 10);
-  text_ += static_cast<char>('0' + column % 10);
-  text_ += ']';
+  const char tag[] = {'[', 'C', static_cast<char>('0' + column / 10), static_cast<char>('0' + column % 10), ']'};
+  text_.append(tag, sizeof tag);
 }
 
 void TLinhaRegistro::Close(int column) {
-  text_ += "[/C";
-  text_ += static_cast<char>('0' + column / 10);
-  text_ += static_cast<char>('0' + column % 10);
-  text_ += ']';
+  const char tag[] = {'[', '/', 'C', static_cast<char>('0' + column / 10), static_cast<char>('0' + column % 10), ']'};
+  text_.append(tag, sizeof tag);
 }
 
 void TLinhaRegistro::Head(int type) {

@@ -29,32 +29,60 @@ void append_integer(std::string& out, std::int64_t value) {
   out.append(digits, end);
 }
 
+namespace {
+
+// Cents of |value| by plain arithmetic, when that provably rounds like the shortest text:
+// the shortest text lies within half an ulp of the value, so only a value within a few ulps
+// of a half cent can round differently. Returns -1 when the slow path must decide.
+std::int64_t cents_when_clear(double magnitude) {
+  const double c = magnitude * 100;
+  if (!(c < 1e15)) return -1;
+  const double n = std::floor(c + 0.5);
+  const double distance = 0.5 - std::fabs(c - n);  // to the nearer half cent
+  if (distance <= c * 1e-12 + 1e-12) return -1;
+  return static_cast<std::int64_t>(n);
+}
+
+}  // namespace
+
 void append_amount(std::string& out, double value) {
   if (!std::isfinite(value)) value = 0;
+  if (const std::int64_t cents = cents_when_clear(std::fabs(value)); cents >= 0) {
+    if (value < 0 && cents != 0) out += '-';
+    append_integer(out, cents / 100);
+    out += ',';
+    out += static_cast<char>('0' + cents % 100 / 10);
+    out += static_cast<char>('0' + cents % 10);
+    return;
+  }
   // Shortest round-trip text in fixed notation: "-1234.5", "0.00001", "10000000000000000".
   char text[400];
-  auto [end, ec] = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed);
+  const char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr;
   const char* p = text;
   const bool negative = *p == '-';
   if (negative) ++p;
-  const char* point = std::find(p, static_cast<const char*>(end), '.');
-  // Integer digits plus two decimals, as one digit string; the third decimal decides rounding.
-  std::string digits(p, point);
+  const char* point = std::find(p, end, '.');
+  // Integer digits and two decimals as one digit string, with room for a carry in front;
+  // the third decimal decides the rounding.
+  char digits[400];
+  char* d = digits + 1;
+  d = std::copy(p, point, d);
   const char* decimals = point == end ? end : point + 1;
-  for (int i = 0; i < 2; ++i) digits += decimals + i < end ? decimals[i] : '0';
+  for (int i = 0; i < 2; ++i) *d++ = decimals + i < end ? decimals[i] : '0';
+  char* first = digits + 1;
   if (decimals + 2 < end && decimals[2] >= '5') {
-    std::size_t i = digits.size();
-    while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
-    if (i == 0)
-      digits.insert(digits.begin(), '1');
+    char* q = d;
+    while (q != first && q[-1] == '9') *--q = '0';
+    if (q == first)
+      *--first = '1';
     else
-      ++digits[i - 1];
+      ++q[-1];
   }
-  const bool zero = digits.find_first_not_of('0') == std::string::npos;
+  const bool zero = std::all_of(first, d, [](char c) { return c == '0'; });
   if (negative && !zero) out += '-';
-  out.append(digits, 0, digits.size() - 2);
+  out.append(first, d - 2);
   out += ',';
-  out.append(digits, digits.size() - 2, 2);
+  out.append(d - 2, d);
 }
 
 void append_date(std::string& out, const TimeStamp& value) {

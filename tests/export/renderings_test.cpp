@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <random>
+
 namespace infofiscal {
 namespace {
 
@@ -19,6 +24,40 @@ TEST(Renderings, AmountRoundsHalfAwayFromZeroOnTheShortestText) {
     std::string out;
     append_amount(out, c.value);
     EXPECT_EQ(out, c.text) << c.value;
+  }
+}
+
+// The rule written the slow, obvious way: round the shortest text at its third decimal.
+std::string amount_by_the_text_rule(double value) {
+  char text[400];
+  const char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr;
+  const char* p = text;
+  const bool negative = *p == '-';
+  if (negative) ++p;
+  const char* point = std::find(p, end, '.');
+  std::string digits(p, point);
+  const char* decimals = point == end ? end : point + 1;
+  for (int i = 0; i < 2; ++i) digits += decimals + i < end ? decimals[i] : '0';
+  long long cents = std::stoll(digits) + (decimals + 2 < end && decimals[2] >= '5' ? 1 : 0);
+  std::string out = negative && cents != 0 ? "-" : "";
+  return out + std::to_string(cents / 100) + "," + (cents % 100 < 10 ? "0" : "") + std::to_string(cents % 100);
+}
+
+// The arithmetic shortcut must agree with the text rule everywhere, half cents above all.
+TEST(Renderings, AmountShortcutAgreesWithTheTextRule) {
+  std::mt19937_64 random(20240301);
+  for (int i = 0; i < 400000; ++i) {
+    const double sign = (random() & 1) ? 1 : -1;
+    double value = 0;
+    switch (i % 4) {
+      case 0: value = static_cast<double>(random() % 100000000) / 1000.0; break;  // many half cents
+      case 1: value = static_cast<double>(random() % 1000000000) / 100.0; break;
+      case 2: value = std::ldexp(static_cast<double>(random() >> 11), -static_cast<int>(random() % 60)); break;
+      default: value = static_cast<double>(random() % 100000) * 0.001 * 3.0 / 7.0; break;
+    }
+    std::string out;
+    append_amount(out, sign * value);
+    ASSERT_EQ(out, amount_by_the_text_rule(sign * value)) << sign * value;
   }
 }
 

@@ -1,7 +1,307 @@
 #include "registers/incoming/dtm_a_compra.h"
 
+#include <algorithm>
+#include <string>
+
+#include "host/texto.h"
+
 namespace infofiscal {
 
-TDTM_A_Compra::TDTM_A_Compra(TDTM_ConexaoDS& conexao) : TDTM_A_Padrao(conexao) {}
+namespace {
+
+// Line 04: C04, then C06 to C23, then C25 and C26 (C03 and C05 are cleaned, C24 is tested).
+constexpr Column kL04_C04[] = {{4, Render::Text, "CDTABCFOP"}};
+constexpr Column kL04_C06_C23[] = {
+    {6, Render::Text, "MODELO"},
+    {7, Render::Text, "SERIE"},
+    {8, Render::Text, "DATAEMISSAONF"},  // timestamp as text: the time only when not midnight
+    {9, Render::Text, "DATARECEBIMENTO"},
+    {10, Render::Amount, "TOTALCOMPRA"},
+    {11, Render::Amount, "DESCONTO"},
+    {12, Render::Amount, "TOTALPRODUTO"},
+    {13, Render::Amount, "FRETE"},
+    {14, Render::Amount, "SEGURO"},
+    {15, Render::Amount, "OUTRASDESPESAS"},
+    {16, Render::Amount, "ICMS_BASECALCULO"},
+    {17, Render::Amount, "ICMS_VALOR"},
+    {18, Render::Amount, "ICMS_ST_BASECALCULO"},
+    {19, Render::Amount, "ICMS_ST_VALOR"},
+    {20, Render::Amount, "IPI_VALOR"},
+    {21, Render::Amount, "PIS_VALOR"},
+    {22, Render::Amount, "COFINS_VALOR"},
+    {23, Render::Constant, "1"},
+};
+constexpr Column kL04_C25_C26[] = {{25, Render::Text, "CDCIDADEORIGEMIBGE"}, {26, Render::Text, "CDCIDADEDESTINOIBGE"}};
+
+// Line 05 after the kind, the row counter and the constant party role.
+constexpr Column kL05_C04_C07[] = {
+    {4, Render::Text, "CDFORNECEDOR"},
+    {5, Render::Text, "CNPJ_CPF"},
+    {6, Render::Text, "IE"},
+    {7, Render::Text, "CDESTADO"},
+};
+
+// Removed from the note number and the access key before they are written.
+constexpr std::string_view kLimpeza = ". ";
+
+std::vector<Column> colunas_itens(const TTipoCompra& tipo) {
+  // In every tax group the base comes before the rate, unlike the dataset's declared order.
+  return {
+      {5, Render::Text, tipo.descricao},
+      {6, Render::Text, "SIGLAUNIDADE"},
+      {7, Render::Amount, "QUANTIDADE"},
+      {8, Render::Amount, "PRECOTOTAL"},
+      {9, Render::Amount, "DESCONTO"},
+      {10, Render::Amount, "FRETE"},
+      {11, Render::Amount, "SEGURO"},
+      {12, Render::Amount, "OUTRASDESPESAS"},
+      {13, Render::Text, "NUMNCM"},
+      {14, Render::Text, "CODBARRA"},
+      {15, Render::Constant, tipo.tipo_item},
+      {16, Render::Text, "ICMS_CST"},
+      {17, Render::Text, "ICMS_CFOP"},
+      {18, Render::Amount, "ICMS_BASECALCULO"},
+      {19, Render::Amount, "ICMS_ALIQUOTA"},
+      {20, Render::Amount, "ICMS_VALOR"},
+      {21, Render::Amount, "ICMS_ST_BASECALCULO"},
+      {22, Render::Amount, "ICMS_ST_VALOR"},
+      {23, Render::Text, "IPI_CST"},
+      {24, Render::Text, "IPI_ENQUADRAMENTO"},
+      {25, Render::Amount, "IPI_BASECALCULO"},
+      {26, Render::Amount, "IPI_VALOR"},
+      {27, Render::Text, "PIS_CST"},
+      {28, Render::Amount, "PIS_BASECALCULO"},
+      {29, Render::Amount, "PIS_ALIQUOTA"},
+      {30, Render::Amount, "PIS_QUANTUNIDADE"},
+      {31, Render::Amount, "PIS_VALORUNIDADE"},
+      {32, Render::Amount, "PIS_VALOR"},
+      {33, Render::Text, "COFINS_CST"},
+      {34, Render::Amount, "COFINS_BASECALCULO"},
+      {35, Render::Amount, "COFINS_ALIQUOTA"},
+      {36, Render::Amount, "COFINS_QUANTUNIDADE"},
+      {37, Render::Amount, "COFINS_VALORUNIDADE"},
+      {38, Render::Amount, "COFINS_VALOR"},
+  };
+}
+
+// Opens `dataset` on one purchase; a failure becomes `prefix` followed by its message.
+void abre_compra(ClientDataSet& dataset, int ACodCompra, std::string_view prefix) {
+  const auto abre = [&] {
+    dataset.Close();
+    dataset.SetParam(0, std::int64_t{ACodCompra});
+    dataset.Open();
+  };
+  if (prefix.empty())
+    abre();
+  else
+    UnderErrorRule(prefix, abre);
+}
+
+}  // namespace
+
+TDTM_A_Compra::TDTM_A_Compra(TDTM_ConexaoDS& conexao)
+    : TDTM_A_Padrao(conexao),
+      TabListaCompra("TabListaCompra", "DspListaCompra",
+                     {
+                         {"CDCOMPRA", FieldClass::Integer, 0},
+                         {"MODELO", FieldClass::String, 2},
+                         {"NUMNF", FieldClass::String, 30},
+                     }),
+      TabCompra("TabCompra", "DspCompra",
+                {
+                    {"CDCOMPRA", FieldClass::Integer, 0},
+                    {"CDFORNECEDOR", FieldClass::Integer, 0},
+                    {"MODELO", FieldClass::String, 2},
+                    {"SERIE", FieldClass::String, 3},
+                    {"PDE", FieldClass::Smallint, 0},
+                    {"CHAVENFEFORNECEDOR", FieldClass::String, 60},
+                    {"TOTALCOMPRA", FieldClass::Float, 0},
+                    {"DESCONTO", FieldClass::Float, 0},
+                    {"TOTALPRODUTO", FieldClass::Float, 0},
+                    {"FRETE", FieldClass::Float, 0},
+                    {"SEGURO", FieldClass::Float, 0},
+                    {"OUTRASDESPESAS", FieldClass::Float, 0},
+                    {"ICMS_BASECALCULO", FieldClass::Float, 0},
+                    {"ICMS_VALOR", FieldClass::Float, 0},
+                    {"ICMS_ST_BASECALCULO", FieldClass::Float, 0},
+                    {"ICMS_ST_VALOR", FieldClass::Float, 0},
+                    {"IPI_VALOR", FieldClass::Float, 0},
+                    {"PIS_VALOR", FieldClass::Float, 0},
+                    {"COFINS_VALOR", FieldClass::Float, 0},
+                    {"NUMNF", FieldClass::String, 30},
+                    {"DATAEMISSAONF", FieldClass::TimeStamp, 0},
+                    {"DATARECEBIMENTO", FieldClass::TimeStamp, 0},
+                    {"CDTABCFOP", FieldClass::Smallint, 0},
+                    {"CDCIDADEORIGEMIBGE", FieldClass::Integer, 0},
+                    {"CDCIDADEDESTINOIBGE", FieldClass::Integer, 0},
+                },
+                1),
+      TabCompraFornecedor("TabCompraFornecedor", "DspCompraFornecedor",
+                          {
+                              {"CDCOMPRA", FieldClass::Integer, 0},
+                              {"CDFORNECEDOR", FieldClass::Integer, 0},
+                              {"RAZAOSOCIAL", FieldClass::String, 100},
+                              {"TIPOPESSOA", FieldClass::String, 1},
+                              {"CNPJ_CPF", FieldClass::String, 20},
+                              {"IE", FieldClass::String, 20},
+                              {"CDESTADO", FieldClass::String, 2},
+                              {"ENDERECO", FieldClass::String, 100},
+                              {"ENDERECONUMERO", FieldClass::String, 30},
+                              {"BAIRRO", FieldClass::String, 30},
+                          },
+                          1),
+      FNumNF(TabCompra.FieldIndex("NUMNF")),
+      FChaveNFe(TabCompra.FieldIndex("CHAVENFEFORNECEDOR")),
+      FPDE(TabCompra.FieldIndex("PDE")),
+      FColunasC04(TabCompra, kL04_C04),
+      FColunasC06_C23(TabCompra, kL04_C06_C23),
+      FColunasC25_C26(TabCompra, kL04_C25_C26),
+      FColunasL05(TabCompraFornecedor, kL05_C04_C07) {
+  Bind(TabListaCompra);
+  Bind(TabCompra);
+  Bind(TabCompraFornecedor);
+}
+
+void TDTM_A_Compra::ConsListaCompra() {
+  TabListaCompra.DataRequest({std::int64_t{FCodRegistroFiscal}, std::int64_t{FTipoProcesso}});
+}
+
+void TDTM_A_Compra::ConsRegistro_Compra(int ACodCompra) {
+  abre_compra(TabCompra, ACodCompra, "Erro ao Abrir Tabela de Compra : ");
+}
+
+void TDTM_A_Compra::ConsRegistro_InstituicaoFornecedor(int ACodCompra) {
+  abre_compra(TabCompraFornecedor, ACodCompra, "Erro ao Abrir Tabela de InstituicaoFornecedor : ");
+}
+
+void TDTM_A_Compra::L04_InfoCompra(int ANumRegistro, int ACodCompra, TStringList& AArquivo) {
+  ConsRegistro_Compra(ACodCompra);
+  const std::string numero = clean_text(TabCompra.FieldAt(FNumNF).AsString(), kLimpeza);
+  const std::string chave = clean_text(TabCompra.FieldAt(FChaveNFe).AsString(), kLimpeza);
+  UnderErrorRule("Erro ano Gerar Registro Linha 04 : ", [&] {
+    oLinha.Head(4);
+    oLinha.Integer(1, FTipoProcesso);
+    oLinha.Integer(2, ANumRegistro);
+    oLinha.Text(3, numero);
+    FColunasC04.Write(oLinha);
+    oLinha.Text(5, chave);
+    FColunasC06_C23.Write(oLinha);
+    // Only a purchase in state 3 may be written; any other is a fault of the data, not a skip.
+    if (TabCompra.FieldAt(FPDE).AsString() != "3") throw Error("Erro na NFe de Entrada: " + numero);
+    oLinha.Integer(24, 0);
+    FColunasC25_C26.Write(oLinha);
+    oLinha.Trailer(26);
+    oLinha.AddTo(AArquivo);
+  });
+}
+
+void TDTM_A_Compra::L05_Fornecedor(int ANumRegistro, int ACodCompra, TStringList& AArquivo) {
+  ConsRegistro_InstituicaoFornecedor(ACodCompra);
+  UnderErrorRule("Erro ano Gerar Registro Linha 05 : ", [&] {
+    oLinha.Head(5);
+    oLinha.Integer(1, FTipoProcesso);
+    oLinha.Integer(2, ANumRegistro);
+    oLinha.Integer(3, 2);  // party role: supplier
+    FColunasL05.Write(oLinha);
+    oLinha.Trailer(7);
+    oLinha.AddTo(AArquivo);
+  });
+}
+
+TDTM_A_Compra::ColunasItens::ColunasItens(const ClientDataSet& itens, const TTipoCompra& tipo)
+    : codigo(itens.FieldIndex(tipo.codigo)), resto(itens, colunas_itens(tipo)) {}
+
+ClientDataSet TDTM_A_Compra::DataSetItens(const TTipoCompra& tipo) {
+  std::vector<FieldDef> campos = {
+      {"CDCOMPRA", FieldClass::Integer, 0},
+      {tipo.codigo, FieldClass::Integer, 0},
+      {"ITEMCOMPRA", FieldClass::Smallint, 0},
+      {tipo.descricao, FieldClass::String, tipo.tamanho_descricao},
+      {"SIGLAUNIDADE", FieldClass::String, 10},
+      {"QUANTIDADE", FieldClass::Float, 0},
+      {"PRECOTOTAL", FieldClass::Float, 0},
+      {"DESCONTO", FieldClass::Float, 0},
+      {"FRETE", FieldClass::Float, 0},
+      {"SEGURO", FieldClass::Float, 0},
+      {"OUTRASDESPESAS", FieldClass::Float, 0},
+      {"ICMS_CST", FieldClass::String, 5},
+      {"ICMS_CFOP", FieldClass::String, 10},
+      {"ICMS_BASECALCULO", FieldClass::Float, 0},
+      {"ICMS_ALIQUOTA", FieldClass::Float, 0},
+      {"ICMS_VALOR", FieldClass::Float, 0},
+      {"ICMS_ST_BASECALCULO", FieldClass::Float, 0},
+      {"ICMS_ST_VALOR", FieldClass::Float, 0},
+      {"IPI_CST", FieldClass::String, 3},
+      {"IPI_ENQUADRAMENTO", FieldClass::String, 3},
+      {"IPI_BASECALCULO", FieldClass::Float, 0},
+      {"IPI_VALOR", FieldClass::Float, 0},
+      {"PIS_CST", FieldClass::String, 3},
+      {"PIS_ALIQUOTA", FieldClass::Float, 0},
+      {"PIS_BASECALCULO", FieldClass::Float, 0},
+      {"PIS_QUANTUNIDADE", FieldClass::Float, 0},
+      {"PIS_VALORUNIDADE", FieldClass::Float, 0},
+      {"PIS_VALOR", FieldClass::Float, 0},
+      {"COFINS_CST", FieldClass::String, 3},
+      {"COFINS_ALIQUOTA", FieldClass::Float, 0},
+      {"COFINS_BASECALCULO", FieldClass::Float, 0},
+      {"COFINS_QUANTUNIDADE", FieldClass::Float, 0},
+      {"COFINS_VALORUNIDADE", FieldClass::Float, 0},
+      {"COFINS_VALOR", FieldClass::Float, 0},
+      {"NUMNCM", FieldClass::String, 20},
+      {"CODBARRA", FieldClass::String, tipo.tamanho_codbarra},
+  };
+  return ClientDataSet(std::string(tipo.tabela), std::string(tipo.provedor), std::move(campos), 1);
+}
+
+void TDTM_A_Compra::RegistraCompras(TStringList& AArquivo, int ACodFiltro, const TTipoCompra& tipo) {
+  ConsRegistroFiscal();
+  if (!SwitchOn(tipo.chave)) return;
+  ConsListaCompra();
+  const int count = TabListaCompra.RecordCount();
+  // Rows are numbered from 1 over the whole list; only those inside [primeira, ultima] are
+  // considered, and a range of 2 narrows it to the fiscal register's bounds.
+  std::int64_t primeira = 0, ultima = tipo.ultima_sem_faixa != 0 ? tipo.ultima_sem_faixa : count;
+  if (TabRegistroFiscal.FieldByName("TIPOEXPORTACAO").AsInteger() == 2) {
+    primeira = TabRegistroFiscal.FieldByName("TIPOEXPORTACAOINICIO").AsInteger();
+    ultima = TabRegistroFiscal.FieldByName("TIPOEXPORTACAOFINAL").AsInteger();
+  }
+  const std::string filtro = std::to_string(ACodFiltro);
+  const Field modelo = TabListaCompra.FieldByName("MODELO");
+  const Field cod_compra = TabListaCompra.FieldByName("CDCOMPRA");
+  const Field campo_filtro = TabListaCompra.FieldByName(tipo.campo_filtro);
+  int linha = 0;
+  for (; !TabListaCompra.Eof(); TabListaCompra.Next()) {
+    ++linha;
+    if (linha < primeira || linha > ultima) continue;
+    FProcProgresso(linha, count);
+    if (std::ranges::find(tipo.modelos, modelo.AsInteger()) == tipo.modelos.end()) continue;
+    if (ACodFiltro != 0 && campo_filtro.AsString() != filtro) continue;
+    const int codigo = static_cast<int>(cod_compra.AsInteger());
+    L04_InfoCompra(linha, codigo, AArquivo);
+    L05_Fornecedor(linha, codigo, AArquivo);
+    ItensCompra(linha, codigo, AArquivo);
+  }
+}
+
+void TDTM_A_Compra::ConsItensCompra(ClientDataSet& itens, const TTipoCompra& tipo, int ACodCompra) {
+  abre_compra(itens, ACodCompra, tipo.erro_itens);
+}
+
+void TDTM_A_Compra::L06_Itens(ClientDataSet& itens, const ColunasItens& colunas, int ANumRegistro,
+                              TStringList& AArquivo) {
+  UnderErrorRule("Erro ano Gerar Registro Linha 06 : ", [&] {
+    int item = 0;  // the stored ITEMCOMPRA is not written: C04 counts the note's rows
+    for (; !itens.Eof(); itens.Next()) {
+      oLinha.Head(6);
+      oLinha.Integer(1, FTipoProcesso);
+      oLinha.Integer(2, ANumRegistro);
+      oLinha.FieldText(3, itens.FieldAt(colunas.codigo));
+      oLinha.Integer(4, ++item);
+      colunas.resto.Write(oLinha);
+      oLinha.Trailer(38);
+      oLinha.AddTo(AArquivo);
+    }
+  });
+}
 
 }  // namespace infofiscal

@@ -2,10 +2,14 @@
 
 namespace infofiscal {
 
-TDTM_A_NF_DevCompraProduto::TDTM_A_NF_DevCompraProduto(TDTM_ConexaoDS& conexao) : TDTM_A_NF(conexao) {
-  FTipoProcesso = 9;
-}
+namespace {
+constexpr TTipoNFSaida kTipo{9, "REGDEVCOMPRAPRODUTO", /*fornecedor=*/true, /*faixa=*/false};
+}  // namespace
 
-void TDTM_A_NF_DevCompraProduto::L04_L05_L06_RegistroNF_DevCompraProduto(TStringList&) {}
+TDTM_A_NF_DevCompraProduto::TDTM_A_NF_DevCompraProduto(TDTM_ConexaoDS& conexao) : TDTM_A_NF_Itens(conexao, kTipo) {}
+
+void TDTM_A_NF_DevCompraProduto::L04_L05_L06_RegistroNF_DevCompraProduto(TStringList& AArquivo) {
+  RegistroNF(AArquivo);
+}
 
 }  // namespace infofiscal

@@ -2,10 +2,12 @@
 
 namespace infofiscal {
 
-TDTM_A_NF_VendaProduto::TDTM_A_NF_VendaProduto(TDTM_ConexaoDS& conexao) : TDTM_A_NF(conexao) {
-  FTipoProcesso = 10;
-}
+namespace {
+constexpr TTipoNFSaida kTipo{10, "REGVENDAPRODUTO", /*fornecedor=*/false, /*faixa=*/true};
+}  // namespace
 
-void TDTM_A_NF_VendaProduto::L04_L05_L06_RegistroNF_VendaProduto(TStringList&) {}
+TDTM_A_NF_VendaProduto::TDTM_A_NF_VendaProduto(TDTM_ConexaoDS& conexao) : TDTM_A_NF_Itens(conexao, kTipo) {}
+
+void TDTM_A_NF_VendaProduto::L04_L05_L06_RegistroNF_VendaProduto(TStringList& AArquivo) { RegistroNF(AArquivo); }
 
 }  // namespace infofiscal
