@@ -67,9 +67,7 @@ TDTM_A_Padrao::TDTM_A_Padrao(TDTM_ConexaoDS& conexao)
 }
 
 void TDTM_A_Padrao::ConsRegistroFiscal() {
-  TabRegistroFiscal.Close();
-  TabRegistroFiscal.SetParam(0, std::int64_t{FCodRegistroFiscal});
-  TabRegistroFiscal.Open();
+  TabRegistroFiscal.Reopen({FCodRegistroFiscal});
 }
 
 int TDTM_A_Padrao::ContaNumRegistro(ClientDataSet& DataSet) {

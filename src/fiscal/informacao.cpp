@@ -33,6 +33,8 @@ int tag_de_abertura(std::string_view s, std::size_t pos) {
 LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
   LinhaInformacao out;
   out.numero = numero;
+  out.colunas.reserve(40);  // the widest line, 06, has 38 columns: one allocation per line
+  out.presentes.reserve(40);
   std::size_t pos = 0;
   int ultima = -1;
   bool fechada = false;
@@ -42,7 +44,9 @@ LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
     if (n < 0) falha(numero, fmt::format("esperava uma tag [Cnn] na posição {}", pos + 1));
     if (n <= ultima) falha(numero, fmt::format("coluna C{:02} fora de ordem", n));
     if (ultima < 0 && n != 0) falha(numero, "a linha não começa com [C00]");
-    const std::string fecha = fmt::format("[/C{:02}]", n);
+    // The closing tag built in place: no allocation per column on this hot path.
+    const char fecha_buf[6] = {'[', '/', 'C', static_cast<char>('0' + n / 10), static_cast<char>('0' + n % 10), ']'};
+    const std::string_view fecha(fecha_buf, sizeof fecha_buf);
     const std::size_t fim = linha.find(fecha, pos + 5);
     if (fim == std::string_view::npos) falha(numero, fmt::format("coluna C{:02} sem {}", n, fecha));
     const std::string_view valor = linha.substr(pos + 5, fim - pos - 5);
@@ -100,6 +104,35 @@ double LinhaInformacao::valor(int n) const {
   if (s.empty() || ec != std::errc() || end != s.data() + s.size() || s.find('.') != s.rfind('.'))
     falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, texto(n)));
   return v;
+}
+
+std::int64_t LinhaInformacao::centesimos(int n) const {
+  const std::string_view s = texto(n);
+  std::size_t i = s.empty() || s[0] != '-' ? 0 : 1;
+  const bool negativo = i == 1;
+  std::int64_t v = 0;
+  int digitos = 0, decimais = -1;  // decimals read after the separator; -1 before it
+  bool arredonda = false;
+  for (; i < s.size(); ++i) {
+    const char c = s[i];
+    if ((c == ',' || c == '.') && decimais < 0) {
+      decimais = 0;
+    } else if (c >= '0' && c <= '9' && digitos < 17) {
+      ++digitos;
+      if (decimais < 2) {
+        v = v * 10 + (c - '0');
+        if (decimais >= 0) ++decimais;
+      } else if (decimais++ == 2) {
+        arredonda = c >= '5';
+      }
+    } else {
+      falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s));
+    }
+  }
+  if (digitos == 0) falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s));
+  for (int d = decimais < 0 ? 0 : decimais; d < 2; ++d) v *= 10;
+  v += arredonda ? 1 : 0;
+  return negativo ? -v : v;
 }
 
 TimeStamp LinhaInformacao::data(int n) const {

@@ -29,6 +29,10 @@ struct LinhaInformacao {
   std::int64_t inteiro(int n) const;
   // Column `n` as an amount with a decimal comma ("1234,50", "-0,33"); throws Error otherwise.
   double valor(int n) const;
+  // Column `n` as an amount in hundredths, read exactly from its text ("1234,50" gives 123450;
+  // a point is taken as the decimal separator too; digits past the second decimal round half
+  // away from zero); throws Error like valor().
+  std::int64_t centesimos(int n) const;
   // Column `n` as "dd/mm/yyyy" with an optional " hh:nn:ss"; throws Error otherwise.
   TimeStamp data(int n) const;
 };

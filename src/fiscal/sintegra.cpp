@@ -1,15 +1,25 @@
 #include "fiscal/sintegra.h"
 
+#include "fiscal/sintegra_conversor.h"
+#include "fiscal/sintegra_validador.h"
 #include "host/error.h"
 
 namespace infofiscal {
 
-std::string gerar_sintegra(std::string_view, const TProcLinhaInfo&, const TProcProgresso&) {
-  throw Error("Conversor SINTEGRA ainda não disponível nesta versão");
+std::string gerar_sintegra(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso) {
+  std::string arquivo = sintegra::ConversorSintegra(info, progresso).gerar(informacao);
+  if (info) info("Conferindo o arquivo SINTEGRA");
+  const std::vector<std::string> achados = validar_sintegra(arquivo);
+  if (!achados.empty()) {
+    std::string mensagem = "O arquivo SINTEGRA gerado não passou na conferência:";
+    for (const auto& a : achados) mensagem += "\n" + a;
+    throw Error(mensagem);
+  }
+  return arquivo;
 }
 
-std::vector<std::string> validar_sintegra(std::string_view) {
-  throw Error("Validador SINTEGRA ainda não disponível nesta versão");
+std::vector<std::string> validar_sintegra(std::string_view arquivo) {
+  return sintegra::ValidadorSintegra().validar(arquivo);
 }
 
 }  // namespace infofiscal

@@ -51,6 +51,13 @@ void ClientDataSet::SetParam(int index, Value value) {
 
 void ClientDataSet::Open() { Fetch(FetchKind::ParameterOpen, params_); }
 
+void ClientDataSet::Reopen(std::initializer_list<std::int64_t> params) {
+  Close();
+  int index = 0;
+  for (const std::int64_t param : params) SetParam(index++, param);
+  Open();
+}
+
 void ClientDataSet::DataRequest(std::vector<Value> request) { Fetch(FetchKind::DataRequest, std::move(request)); }
 
 void ClientDataSet::Close() {

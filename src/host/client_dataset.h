@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,6 +67,8 @@ class ClientDataSet {
   // parameters. On failure the dataset stays closed and the source's error passes unchanged.
   void Open();
   void Close();
+  // Close, set the parameters in order and open: the usual way to fetch one key's rows.
+  void Reopen(std::initializer_list<std::int64_t> params);
   // Close, send `request` as a data request, load the answer and open.
   void DataRequest(std::vector<Value> request);
   bool Active() const { return active_; }

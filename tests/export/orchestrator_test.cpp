@@ -13,37 +13,8 @@ using ::testing::ElementsAreArray;
 using testing::json;
 using testing::Run;
 using testing::Snapshot;
-
-const std::vector<std::string> kStepTexts = {
-    "2.01-Registro: Informação do Registro Fiscal",
-    "2.02-Registro: Informação da Empresa",
-    "2.03-Registro: Informação do Contador",
-    "2.04-Registro: Informação de Compra de Equipamentos",
-    "2.05-Registro: Informação de Compra de Produtos",
-    "2.06-Registro: Informação de Compra de Produtos de Consumo",
-    "2.07-Registro: Informação de Compra de Insumos",
-    "2.22-Registro: Nota Fiscal Inutilizada",
-    "2.08-Registro: Informação Nota Fiscal de Venda de Equipamentos",
-    "2.09-Registro: Informação Nota Fiscal de Venda de Produtos",
-    "2.10-Registro: Informação Nota Fiscal de Transferência de Produtos",
-    "2.11-Registro: Informação Nota Fiscal de Devolução de Compra de Produtos",
-    "2.12-Registro: Informação Nota Fiscal de Devolução de Venda de Produtos",
-    "2.14-Registro: Lista de Equipamentos",
-    "2.15-Registro: Lista de Produtos",
-    "2.16-Registro: Lista de Insumos",
-    "2.17-Registro: Lista de Produtos de Consumo",
-    "2.18-Registro: Lista de Unidades",
-    "2.19-Registro: Lista de Clientes",
-    "2.20-Registro: Lista de Fornecedores",
-    "2.21-Registro: Natureza da Operação",
-    "2.13-Registro: Informação de Inventário - Final do Mes",
-    "2.13-Registro: Informação de Inventário - Final do Ano",
-};
-
-std::vector<std::string> banner() {
-  return {"=============================", "RECUPERANDO INFORMAÇÕES      ", "=============================",
-          "1-Gerar Arquivo de Informações: Início"};
-}
+using testing::banner;
+using testing::kStepTexts;
 
 struct Export {
   explicit Export(const Snapshot& snapshot) : run(snapshot), orquestrador(run.conexao) {

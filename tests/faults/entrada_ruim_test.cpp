@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "faults/support.h"
-#include "fiscal/sintegra.h"
+#include "fiscal/sintegra_dados.h"
 #include "host/error.h"
 #include "support/cli.h"
 #include "support/fixture.h"
@@ -26,7 +26,7 @@ const std::string kUso = "\nUse --help para ver as opções.\n";
 const std::string kInfo = "{dir}/Arquivos/InfoFiscal/SpedInformacao.txt";
 
 // What a row needs beyond the folder every row starts from.
-enum class Requer { Nada, Root, Conversor };
+enum class Requer { Nada, Root };
 
 struct Caso {
   const char* nome;
@@ -77,15 +77,6 @@ json registro_com(const std::string& campo, const json& valor) {
   if (valor.is_null()) row.erase(campo);
   else row[campo] = valor;
   return doc;
-}
-
-bool conversor_disponivel() {
-  try {
-    gerar_sintegra("", {}, {});
-  } catch (const Error& e) {
-    return std::string(e.what()).find("ainda não disponível") == std::string::npos;
-  }
-  return true;
 }
 
 // The information folder on a tmpfs of its own, holding the earlier file; `cheio`: not a byte
@@ -228,13 +219,13 @@ const std::vector<Caso>& casos() {
        "Não foi possível ler o arquivo '{dir}/Arquivos': é uma pasta\n"},
       {"linha de informação quebrada", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
        "Linha 2 do arquivo de informações: coluna C01 sem [/C01]\n",
-       com_texto("info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n[C00]02[/C00][C01]Empresa[C99]14[/C99]\r\n"),
-       Requer::Conversor},
+       com_texto("info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n[C00]02[/C00][C01]Empresa[C99]14[/C99]\r\n")},
       {"linha de informação sem C00", {"converter", "--tipo", "2", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
        "Linha 1 do arquivo de informações: a linha não começa com [C00]\n",
-       com_texto("info.txt", "[C01]3[/C01][C99]15[/C99]\r\n"), Requer::Conversor},
+       com_texto("info.txt", "[C01]3[/C01][C99]15[/C99]\r\n")},
       {"arquivo fiscal numa pasta que não existe", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/nao/f.txt"}, 1,
-       "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/f.txt' não foi gravado\n", nullptr, Requer::Conversor},
+       "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/f.txt' não foi gravado\n",
+       com_texto("info.txt", infofiscal::testing::informacao_exemplo())},
       {"validar arquivo inexistente", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/sumiu.txt"}, 1,
        "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
       {"validar uma pasta", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}"}, 1,
@@ -248,7 +239,6 @@ class EntradaRuim : public ::testing::TestWithParam<Caso> {};
 TEST_P(EntradaRuim, SaysWhatIsWrongAndChangesNoFile) {
   const Caso& c = GetParam();
   if (c.requer == Requer::Root && geteuid() != 0) GTEST_SKIP() << "precisa montar um tmpfs (root)";
-  if (c.requer == Requer::Conversor && !conversor_disponivel()) GTEST_SKIP() << "conversor ainda não disponível";
   const std::string dir = fresh_dir(std::string("entrada-ruim/") + ::testing::UnitTest::GetInstance()->current_test_info()->name(), true);
   write_file(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt", "anterior\r\n");
   write_file(dir + "/fiscal.txt", "fiscal anterior\r\n");

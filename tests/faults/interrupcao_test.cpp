@@ -65,15 +65,6 @@ int temporarios(const std::string& dir) {
   return n;
 }
 
-bool conversor_disponivel() {
-  try {
-    gerar_sintegra("", {}, {});
-  } catch (const Error& e) {
-    return std::string(e.what()).find("ainda não disponível") == std::string::npos;
-  }
-  return true;
-}
-
 TEST(Interrupcao, AKilledRunLeavesThePreviousOrTheNewFileWhole) {
   const std::string base = fresh_dir("interrupcao", true);
   const std::string pasta = base + "/Arquivos/InfoFiscal", info = pasta + "/SpedInformacao.txt";
@@ -88,7 +79,7 @@ TEST(Interrupcao, AKilledRunLeavesThePreviousOrTheNewFileWhole) {
 
   // The complete files of each run, and how long a whole run takes. The fiscal file is checked
   // too once a converter accepts this information file.
-  std::string tipo = conversor_disponivel() ? "1" : "3";
+  std::string tipo = "1";
   if (esperar(iniciar(args('b', tipo))) != 0) tipo = "3";
   const bool com_fiscal = tipo == "1";
   std::map<char, std::string> infos, fiscais;

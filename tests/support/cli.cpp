@@ -15,6 +15,10 @@ namespace infofiscal::testing {
 namespace fs = std::filesystem;
 
 CliResult run_cli(const std::vector<std::string>& args, const std::string& cwd) {
+  return run_program(INFOFISCAL_CLI, args, cwd);
+}
+
+CliResult run_program(const std::string& program, const std::vector<std::string>& args, const std::string& cwd) {
   const std::string dir = fresh_dir("cli-saida");
   const std::string out = dir + "/out", err = dir + "/err";
   const pid_t pid = fork();
@@ -26,10 +30,10 @@ CliResult run_cli(const std::vector<std::string>& args, const std::string& cwd) 
     dup2(in, 0);
     dup2(o, 1);
     dup2(e, 2);
-    std::vector<char*> argv{const_cast<char*>(INFOFISCAL_CLI)};
+    std::vector<char*> argv{const_cast<char*>(program.c_str())};
     for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
-    execv(INFOFISCAL_CLI, argv.data());
+    execv(program.c_str(), argv.data());
     _exit(127);
   }
   int status = 0;

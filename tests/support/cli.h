@@ -13,6 +13,8 @@ struct CliResult {
 
 // Runs the built command with `args` (no shell), in `cwd` when given, with no standard input.
 CliResult run_cli(const std::vector<std::string>& args, const std::string& cwd = "");
+// The same for another built program.
+CliResult run_program(const std::string& program, const std::vector<std::string>& args, const std::string& cwd = "");
 
 // A fresh folder under the test temporary folder; with `info_folder`, it holds
 // Arquivos/InfoFiscal as a base folder does.

@@ -57,6 +57,11 @@ struct Run {
   std::vector<std::pair<int, int>> progress;
 };
 
+// The info lines of a run: the banner up to "1-Gerar Arquivo de Informações: Início", and the 23
+// step texts in the order the steps run.
+std::vector<std::string> banner();
+extern const std::vector<std::string> kStepTexts;
+
 // The lines of a string list, for comparing with EXPECT_THAT / EXPECT_EQ.
 std::vector<std::string> lines_of(const TStringList& list);
 

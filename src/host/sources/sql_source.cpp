@@ -1,11 +1,506 @@
 #include "host/sources/sql_source.h"
 
+#include <unistd.h>
+
+#include <cctype>
+#include <charconv>
+#include <ctime>
+#include <deque>
+#include <fstream>
+#include <sstream>
+#include <unordered_map>
+
+#include <soci/firebird/soci-firebird.h>
+#include <soci/postgresql/soci-postgresql.h>
+#include <soci/soci.h>
+#include <soci/sqlite3/soci-sqlite3.h>  // brings sqlite3.h, in namespace sqlite_api
+
 #include "host/error.h"
 
 namespace infofiscal {
 
+namespace {
+
+std::string upper(std::string_view text) {
+  std::string out(text);
+  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return out;
+}
+
+std::string trim(const std::string& text) {
+  const auto first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string::npos) return "";
+  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+// Rewrites the `?` and `?N` of one SELECT as :p1, :p2, ... and drops comments (a colon in a
+// comment would read as a placeholder); quoted text is copied as it is.
+ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& where) {
+  ProviderQuery query;
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < sql.size();) {
+    const char c = sql[i];
+    if (c == '\'' || c == '"') {
+      const auto end = sql.find(c, i + 1);
+      const auto stop = end == std::string::npos ? sql.size() : end + 1;
+      query.sql.append(sql, i, stop - i);
+      i = stop;
+    } else if (c == '-' && i + 1 < sql.size() && sql[i + 1] == '-') {
+      i = std::min(sql.find('\n', i), sql.size());
+    } else if (c == '/' && i + 1 < sql.size() && sql[i + 1] == '*') {
+      const auto end = sql.find("*/", i + 2);
+      i = end == std::string::npos ? sql.size() : end + 2;
+      query.sql += ' ';
+    } else if (c == '?') {
+      std::size_t digits = i + 1;
+      while (digits < sql.size() && std::isdigit(static_cast<unsigned char>(sql[digits]))) ++digits;
+      // As SQLite numbers them: `?` is one more than the largest number used so far.
+      std::size_t arg = next;
+      if (digits > i + 1) {
+        std::from_chars(sql.data() + i + 1, sql.data() + digits, arg);
+        if (arg == 0) throw Error(where + ": parâmetro ?0 inválido (os parâmetros contam de 1)");
+        --arg;
+      }
+      next = std::max(next, arg + 1);
+      query.args.push_back(arg);
+      query.sql += ":p" + std::to_string(query.args.size());
+      i = digits;
+    } else {
+      query.sql += c;
+      ++i;
+    }
+  }
+  query.sql = trim(query.sql);
+  while (!query.sql.empty() && query.sql.back() == ';') query.sql = trim(query.sql.substr(0, query.sql.size() - 1));
+  return query;
+}
+
+std::string read_text_file(const std::string& path, const std::string& what) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw Error("Não foi possível ler " + what + " '" + path + "'");
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// SOCI connect-string value, quoted when it holds blanks.
+std::string connect_value(const std::string& value) {
+  return value.find_first_of(" \t'\"") == std::string::npos ? value : "\"" + value + "\"";
+}
+
+// The database's own message; a missing table, the fault an adapted catalog meets most, is
+// also said in Portuguese.
+std::string explain(const std::string& message) {
+  // SQLite, PostgreSQL and Firebird, in this order.
+  for (const char* marker : {"no such table: ", "relation \"", "Table unknown\n"}) {
+    const auto at = message.find(marker);
+    if (at == std::string::npos) continue;
+    const auto start = at + std::char_traits<char>::length(marker);
+    const auto end = message.find_first_of("\" \n", start);
+    const auto table = message.substr(start, end == std::string::npos ? std::string::npos : end - start);
+    return "a tabela '" + table + "' não existe no banco (" + trim(message) + ")";
+  }
+  return trim(message);
+}
+
+int hex_digit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
+// A libpq connection-string value: %XX decoded, quoted and escaped.
+std::string conninfo_value(std::string_view text) {
+  std::string value;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '%' && i + 2 < text.size() && hex_digit(text[i + 1]) >= 0 && hex_digit(text[i + 2]) >= 0) {
+      value += static_cast<char>(hex_digit(text[i + 1]) * 16 + hex_digit(text[i + 2]));
+      i += 2;
+    } else {
+      value += text[i];
+    }
+  }
+  std::string quoted = "'";
+  for (const char c : value) {
+    if (c == '\\' || c == '\'') quoted += '\\';
+    quoted += c;
+  }
+  return quoted + "'";
+}
+
+// "postgresql://[user[:password]@][host][:port][/dbname][?key=value&...]" as key=value pairs:
+// SOCI reads its connection string as key=value pairs and would mangle a URI.
+std::string uri_to_conninfo(std::string_view uri) {
+  std::string out;
+  const auto add = [&](const char* key, std::string_view value) {
+    if (!value.empty()) out += std::string(out.empty() ? "" : " ") + key + "=" + conninfo_value(value);
+  };
+  std::string_view rest = uri.substr(uri.find("//") + 2);
+  std::string_view query;
+  if (const auto q = rest.find('?'); q != std::string_view::npos) query = rest.substr(q + 1), rest = rest.substr(0, q);
+  std::string_view path;
+  if (const auto slash = rest.find('/'); slash != std::string_view::npos) path = rest.substr(slash + 1), rest = rest.substr(0, slash);
+  if (const auto at = rest.rfind('@'); at != std::string_view::npos) {
+    std::string_view credentials = rest.substr(0, at);
+    rest = rest.substr(at + 1);
+    const auto colon = credentials.find(':');
+    add("user", credentials.substr(0, colon));
+    if (colon != std::string_view::npos) add("password", credentials.substr(colon + 1));
+  }
+  const auto colon = rest.rfind(':');
+  const bool has_port = colon != std::string_view::npos && rest.find(']', colon) == std::string_view::npos;
+  std::string_view host = has_port ? rest.substr(0, colon) : rest;
+  if (host.size() >= 2 && host.front() == '[') host = host.substr(1, host.size() - 2);
+  add("host", host);
+  if (has_port) add("port", rest.substr(colon + 1));
+  add("dbname", path);
+  while (!query.empty()) {
+    const auto amp = query.find('&');
+    const std::string_view pair = query.substr(0, amp);
+    if (const auto eq = pair.find('='); eq != std::string_view::npos)
+      add(std::string(pair.substr(0, eq)).c_str(), pair.substr(eq + 1));
+    query = amp == std::string_view::npos ? std::string_view() : query.substr(amp + 1);
+  }
+  return out;
+}
+
+bool whole_int(const std::string& text, std::int64_t& out) {
+  const auto* end = text.data() + text.size();
+  const auto [ptr, ec] = std::from_chars(text.data(), end, out);
+  return !text.empty() && ec == std::errc() && ptr == end;
+}
+
+bool whole_double(const std::string& text, double& out) {
+  const auto* end = text.data() + text.size();
+  const auto [ptr, ec] = std::from_chars(text.data(), end, out);
+  return !text.empty() && ec == std::errc() && ptr == end;
+}
+
+// A value in the class its field declares where the database gave it another type: SQLite
+// gives expressions and undeclared types as text, and stores whole NUMERIC values as integers.
+Value to_field_class(Value value, FieldClass cls) {
+  if (auto* text = std::get_if<std::string>(&value)) {
+    std::int64_t i;
+    double d;
+    TimeStamp t;
+    switch (cls) {
+      case FieldClass::Integer:
+      case FieldClass::Smallint:
+        if (whole_int(*text, i)) return i;
+        break;
+      case FieldClass::Float:
+      case FieldClass::Single:
+        if (whole_double(*text, d)) return d;
+        break;
+      case FieldClass::TimeStamp:
+        if (parse_timestamp(*text, t)) return t;
+        break;
+      default:
+        break;
+    }
+  } else if (const auto* i = std::get_if<std::int64_t>(&value)) {
+    if (cls == FieldClass::Float || cls == FieldClass::Single) return static_cast<double>(*i);
+  }
+  return value;
+}
+
+TimeStamp from_tm(const std::tm& t) {
+  return {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour, t.tm_min, t.tm_sec};
+}
+
+Value cell(const soci::row& row, std::size_t column) {
+  if (row.get_indicator(column) == soci::i_null) return std::monostate{};
+  switch (row.get_properties(column).get_data_type()) {
+    case soci::dt_integer:
+      return std::int64_t{row.get<int>(column)};
+    case soci::dt_long_long:
+      return std::int64_t{row.get<long long>(column)};
+    case soci::dt_unsigned_long_long:
+      return static_cast<std::int64_t>(row.get<unsigned long long>(column));
+    case soci::dt_double:
+      return row.get<double>(column);
+    case soci::dt_date:
+      return from_tm(row.get<std::tm>(column));
+    case soci::dt_string:
+    case soci::dt_xml:
+      return row.get<std::string>(column);
+    default:
+      throw Error("a coluna '" + row.get_properties(column).get_name() + "' tem um tipo que a fonte não lê");
+  }
+}
+
+// A cell of SQLite in the type it is stored in. SOCI types SQLite columns by their declared
+// type: it reads INTEGER columns as 32-bit numbers and expressions as text, which would cut
+// large integers and round floats to 15 digits. REQUIRES: `statement` stands on the row SOCI
+// has just fetched.
+Value sqlite_cell(sqlite_api::sqlite3_stmt* statement, int column) {
+  using namespace sqlite_api;
+  switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_INTEGER:
+      return std::int64_t{sqlite3_column_int64(statement, column)};
+    case SQLITE_FLOAT:
+      return sqlite3_column_double(statement, column);
+    case SQLITE_NULL:
+      return std::monostate{};
+    default: {  // text, or a blob read as its bytes
+      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+      return std::string(bytes ? bytes : "", static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+    }
+  }
+}
+
+}  // namespace
+
+ProviderCatalog parse_provider_catalog(const std::string& text, const std::string& dialect,
+                                       const std::string& origin) {
+  struct Entry {
+    std::string name, dialect, sql;
+    int line = 0;
+  };
+  std::vector<Entry> entries;
+  std::istringstream in(text);
+  std::string line;
+  static const std::string marker = "-- provider:";
+  for (int number = 1; std::getline(in, line); ++number) {
+    if (line.rfind(marker, 0) == 0) {
+      std::istringstream words(line.substr(marker.size()));
+      Entry entry;
+      entry.line = number;
+      words >> entry.name >> entry.dialect;
+      if (entry.name.empty()) throw Error("Catálogo '" + origin + "', linha " + std::to_string(number) + ": provedor sem nome");
+      if (!entry.dialect.empty()) {
+        if (entry.dialect.size() < 3 || entry.dialect.front() != '[' || entry.dialect.back() != ']')
+          throw Error("Catálogo '" + origin + "', linha " + std::to_string(number) + ": use [banco] depois do nome");
+        entry.dialect = entry.dialect.substr(1, entry.dialect.size() - 2);
+      }
+      entries.push_back(entry);
+    } else if (!entries.empty()) {
+      entries.back().sql += line + "\n";
+    }
+  }
+  ProviderCatalog catalog;
+  std::map<std::string, std::string> seen;  // name + dialect -> where
+  for (const Entry& entry : entries) {
+    const std::string where = "Catálogo '" + origin + "', provedor " + entry.name + " (linha " + std::to_string(entry.line) + ")";
+    if (!seen.emplace(entry.name + "[" + entry.dialect + "]", where).second)
+      throw Error(where + ": provedor repetido");
+    ProviderQuery query = rewrite_placeholders(entry.sql, where);
+    if (query.sql.empty()) throw Error(where + ": falta o SELECT");
+    if (entry.dialect.empty())
+      catalog.emplace(entry.name, std::move(query));  // a variant seen earlier stays
+    else if (entry.dialect == dialect)
+      catalog.insert_or_assign(entry.name, std::move(query));
+  }
+  return catalog;
+}
+
+std::string default_catalog_path() { return INFOFISCAL_SOURCE_DIR "/db/providers.sql"; }
+
+// A prepared statement with the storage its placeholders are bound to. Fixed in memory: SOCI
+// keeps pointers to the bound variables and to the row.
+struct SqlSource::Statement {
+  struct Param {
+    long long integer = 0;
+    double number = 0;
+    std::string text;
+    std::tm time{};
+    soci::indicator indicator = soci::i_ok;
+  };
+
+  explicit Statement(soci::session& session) : statement(session) {}
+
+  soci::statement statement;
+  soci::row row;
+  std::deque<Param> params;                             // one per fetch value
+  std::unordered_map<std::string, std::size_t> column;  // upper-case name -> column
+  bool described = false;
+};
+
+namespace {
+
+// The kind of each value, which decides the C++ type it is bound as.
+char kind_of(const Value& v) {
+  static constexpr char kinds[] = {'n', 'i', 'd', 's', 't'};
+  return kinds[v.index()];
+}
+
+std::string statement_key(const FetchRequest& request) {
+  std::string key(request.provider);
+  key += '/';
+  for (const Value& v : request.args) key += kind_of(v);
+  return key;
+}
+
+}  // namespace
+
+namespace {
+
+struct Address {
+  std::string scheme, rest;
+};
+
+Address split_address(const std::string& address) {
+  const auto colon = address.find(':');
+  if (colon == std::string::npos) return {"", ""};
+  return {address.substr(0, colon), address.substr(colon + 1)};
+}
+
+// A session on `address`. Read-only sessions need an existing SQLite file; a writable one
+// creates it.
+std::unique_ptr<soci::session> open_session(const std::string& address, bool writable) {
+  const auto [scheme, rest] = split_address(address);
+  if (trim(rest).empty())
+    throw Error("Endereço de fonte de dados incompleto: '" + address + "' (falta o banco depois de '" + scheme + ":')");
+  try {
+    std::unique_ptr<soci::session> session;
+    if (scheme == "sqlite") {
+      if (!writable && access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
+      session = std::make_unique<soci::session>(*soci::factory_sqlite3(),
+                                                "db=" + connect_value(rest) + (writable ? "" : " readonly=true"));
+      // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
+      int tables = 0;
+      *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
+    } else if (scheme == "postgresql") {
+      // "postgresql://..." is a URI; any other text a libpq connection string.
+      const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
+      session = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
+    } else if (scheme == "firebird") {
+      // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
+      const std::string parameters = rest.find('=') != std::string::npos
+                                         ? rest
+                                         : "service=" + connect_value(rest) + " user=SYSDBA charset=UTF8";
+      session = std::make_unique<soci::session>(*soci::factory_firebird(), parameters);
+    } else {
+      throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
+    }
+    return session;
+  } catch (const soci::soci_error& e) {
+    throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
+  }
+}
+
+}  // namespace
+
+void run_sql_script(const std::string& address, const std::string& script) {
+  const auto session = open_session(address, /*writable=*/true);
+  std::istringstream in(script);
+  std::string line, statement;
+  while (std::getline(in, line)) {
+    if (trim(line).rfind("--", 0) == 0) continue;
+    statement += line + "\n";
+    if (trim(line).empty() || trim(line).back() != ';') continue;
+    try {
+      *session << trim(statement);
+      // Firebird runs everything in a transaction: a table is there for the next statement
+      // only once its creation is committed.
+      if (split_address(address).scheme == "firebird") session->commit();
+    } catch (const soci::soci_error& e) {
+      throw Error("Erro no script SQL em '" + address + "': " + explain(e.what()) + "\n" + trim(statement));
+    }
+    statement.clear();
+  }
+}
+
+SqlSource::SqlSource(const std::string& address, const std::string& catalog_path)
+    : address_(address), dialect_(split_address(address).scheme) {
+  catalog_ = parse_provider_catalog(read_text_file(catalog_path, "o catálogo de provedores"), dialect_, catalog_path);
+  session_ = open_session(address, /*writable=*/false);
+}
+
+SqlSource::~SqlSource() {
+  statements_.clear();  // before the session they run on
+}
+
+SqlSource::Statement& SqlSource::StatementFor(const FetchRequest& request, const ProviderQuery& query) {
+  auto& slot = statements_[statement_key(request)];
+  if (slot) return *slot;
+  auto statement = std::make_unique<Statement>(*session_);
+  for (std::size_t i = 0; i < request.args.size(); ++i) statement->params.emplace_back();
+  statement->statement.exchange(soci::into(statement->row));
+  for (const std::size_t arg : query.args) {
+    auto& p = statement->params[arg];
+    switch (request.args[arg].index()) {
+      case 2:
+        statement->statement.exchange(soci::use(p.number, p.indicator));
+        break;
+      case 3:
+        statement->statement.exchange(soci::use(p.text, p.indicator));
+        break;
+      case 4:
+        statement->statement.exchange(soci::use(p.time, p.indicator));
+        break;
+      default:  // integers, and nulls (bound as a null integer)
+        statement->statement.exchange(soci::use(p.integer, p.indicator));
+        break;
+    }
+  }
+  statement->statement.alloc();
+  statement->statement.prepare(query.sql);
+  statement->statement.define_and_bind();
+  slot = std::move(statement);
+  return *slot;
+}
+
+Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
+  for (std::size_t i = 0; i < request.args.size(); ++i) {
+    auto& p = st.params[i];
+    const Value& v = request.args[i];
+    p.indicator = is_null(v) ? soci::i_null : soci::i_ok;
+    if (const auto* n = std::get_if<std::int64_t>(&v)) p.integer = *n;
+    if (const auto* d = std::get_if<double>(&v)) p.number = *d;
+    if (const auto* s = std::get_if<std::string>(&v)) p.text = *s;
+    if (const auto* t = std::get_if<TimeStamp>(&v))
+      p.time = std::tm{t->second, t->minute, t->hour, t->day, t->month - 1, t->year - 1900, 0, 0, -1, 0, nullptr};
+  }
+  st.statement.execute(false);
+  if (!st.described) {
+    for (std::size_t c = 0; c < st.row.size(); ++c) st.column.emplace(upper(st.row.get_properties(c).get_name()), c);
+    st.described = true;
+  }
+  std::vector<std::size_t> columns;
+  columns.reserve(request.fields.size());
+  for (const FieldDef& field : request.fields) {
+    const auto found = st.column.find(upper(field.name));
+    if (found == st.column.end()) throw Error(missing_field_message(field.name, request.dataset));
+    columns.push_back(found->second);
+  }
+  sqlite_api::sqlite3_stmt* native = nullptr;
+  if (dialect_ == "sqlite") native = static_cast<soci::sqlite3_statement_backend*>(st.statement.get_backend())->stmt_;
+  Packet packet;
+  packet.width = request.fields.size();
+  while (st.statement.fetch())
+    for (std::size_t f = 0; f < columns.size(); ++f) {
+      Value value = native ? sqlite_cell(native, static_cast<int>(columns[f])) : cell(st.row, columns[f]);
+      packet.cells.push_back(to_field_class(std::move(value), request.fields[f].cls));
+    }
+  return packet;
+}
+
+Packet SqlSource::fetch(const FetchRequest& request) {
+  const auto found = catalog_.find(std::string(request.provider));
+  if (found == catalog_.end())
+    throw Error("O provedor " + std::string(request.provider) + " (" + std::string(request.dataset) +
+                ") não está no catálogo de provedores");
+  const ProviderQuery& query = found->second;
+  for (const std::size_t arg : query.args)
+    if (arg >= request.args.size())
+      throw Error("O provedor " + std::string(request.provider) + " usa o parâmetro " + std::to_string(arg + 1) +
+                  ", mas " + std::string(request.dataset) + " enviou " + std::to_string(request.args.size()));
+  // A statement that failed is dropped: the next fetch prepares it afresh.
+  try {
+    return Read(StatementFor(request, query), request);
+  } catch (const Error&) {
+    statements_.erase(statement_key(request));
+    throw;
+  } catch (const soci::soci_error& e) {
+    statements_.erase(statement_key(request));
+    throw Error("Erro ao consultar " + std::string(request.provider) + " (" + std::string(request.dataset) +
+                ") em '" + address_ + "': " + explain(e.what()));
+  }
+}
+
 std::unique_ptr<RecordSource> open_sql_source(const std::string&, const std::string&, const std::string& address) {
-  throw Error("Fonte de dados SQL ainda não disponível nesta versão: '" + address + "'");
+  return std::make_unique<SqlSource>(address, default_catalog_path());
 }
 
 }  // namespace infofiscal

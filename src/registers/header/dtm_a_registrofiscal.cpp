@@ -56,9 +56,7 @@ TDTM_A_RegistroFiscal::TDTM_A_RegistroFiscal(TDTM_ConexaoDS& conexao)
 }
 
 void TDTM_A_RegistroFiscal::ConsultarRegistro() {
-  TabRegistroInfoFiscal.Close();
-  TabRegistroInfoFiscal.SetParam(0, std::int64_t{FCodRegistroFiscal});
-  TabRegistroInfoFiscal.Open();
+  TabRegistroInfoFiscal.Reopen({FCodRegistroFiscal});
 }
 
 void TDTM_A_RegistroFiscal::L01_RegistroFiscal(TStringList& AArquivo) {

@@ -31,9 +31,7 @@ TDTM_A_TabEmpresa::TDTM_A_TabEmpresa(TDTM_ConexaoDS& conexao)
 }
 
 void TDTM_A_TabEmpresa::ConsultarRegistro() {
-  TabEmpresa.Close();
-  TabEmpresa.SetParam(0, std::int64_t{InfoSistema().CodEmpresa()});
-  TabEmpresa.Open();
+  TabEmpresa.Reopen({InfoSistema().CodEmpresa()});
 }
 
 void TDTM_A_TabEmpresa::L02_InformacaoEmpresa(TStringList& AArquivo) {

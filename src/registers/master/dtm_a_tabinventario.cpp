@@ -17,9 +17,7 @@ TDTM_A_TabInventario::TDTM_A_TabInventario(TDTM_ConexaoDS& conexao, const Tabela
 }
 
 void TDTM_A_TabInventario::Consulta(ClientDataSet& tab, std::int32_t registro) {
-  tab.Close();
-  tab.SetParam(0, std::int64_t{registro});
-  tab.Open();
+  tab.Reopen({registro});
 }
 
 void TDTM_A_TabInventario::ConsRegistroInventario() { Consulta(TabInventario, FCodRegistroFiscal); }

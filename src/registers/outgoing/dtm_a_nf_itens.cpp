@@ -1,5 +1,6 @@
 #include "registers/outgoing/dtm_a_nf_itens.h"
 
+#include "registers/linha_item.h"
 #include "registers/outgoing/nf_saida.h"
 
 namespace infofiscal {
@@ -51,45 +52,6 @@ std::vector<FieldDef> produto_campos() {
 
 constexpr Column kProduto[] = {{3, Render::Text, "CDPRODUTO"}};
 
-// Bases come before rates, for ICMS as for PIS and COFINS; the item type (C15) is 2 for every
-// outgoing kind, equipment sales included.
-constexpr Column kColunas06[] = {
-    {5, Render::Text, "DESCPRODUTO"},
-    {6, Render::Text, "UNIDADE"},
-    {7, Render::Amount, "QUANTIDADE"},
-    {8, Render::Amount, "PRECOTOTAL"},
-    {9, Render::Amount, "DESCONTO"},
-    {10, Render::Amount, "FRETE"},
-    {11, Render::Amount, "SEGURO"},
-    {12, Render::Amount, "OUTRASDESP"},
-    {13, Render::Text, "NUMNCM"},
-    {14, Render::Text, "CODBARRA"},
-    {15, Render::Constant, "2"},
-    {16, Render::Text, "ICMS_CST"},
-    {17, Render::Text, "ICMS_CFOP"},
-    {18, Render::Amount, "ICMS_BASECALCULO"},
-    {19, Render::Amount, "ICMS_ALIQUOTA"},
-    {20, Render::Amount, "ICMS_VALOR"},
-    {21, Render::Amount, "ICMS_ST_BASECALCULO"},
-    {22, Render::Amount, "ICMS_ST_VALOR"},
-    {23, Render::Text, "IPI_CST"},
-    {24, Render::Text, "IPI_ENQUADRAMENTO"},
-    {25, Render::Amount, "IPI_BASECALCULO"},
-    {26, Render::Amount, "IPI_VALOR"},
-    {27, Render::Text, "PIS_CST"},
-    {28, Render::Amount, "PIS_BASECALCULO"},
-    {29, Render::Amount, "PIS_ALIQUOTA"},
-    {30, Render::Amount, "PIS_QUANTUNIDADE"},
-    {31, Render::Amount, "PIS_VALORUNIDADE"},
-    {32, Render::Amount, "PIS_VALOR"},
-    {33, Render::Text, "COFINS_CST"},
-    {34, Render::Amount, "COFINS_BASECALCULO"},
-    {35, Render::Amount, "COFINS_ALIQUOTA"},
-    {36, Render::Amount, "COFINS_QUANTUNIDADE"},
-    {37, Render::Amount, "COFINS_VALORUNIDADE"},
-    {38, Render::Amount, "COFINS_VALOR"},
-};
-
 }  // namespace
 
 TDTM_A_NF_Itens::TDTM_A_NF_Itens(TDTM_ConexaoDS& conexao, const TTipoNFSaida& tipo)
@@ -97,7 +59,8 @@ TDTM_A_NF_Itens::TDTM_A_NF_Itens(TDTM_ConexaoDS& conexao, const TTipoNFSaida& ti
       TabNF_Produto("TabNF_Produto", "DspNF_Produto", produto_campos(), 2),
       FTipo(tipo),
       FProduto(TabNF_Produto, kProduto),
-      FColunas06(TabNF_Produto, kColunas06) {
+      // The item type (C15) is 2 for every outgoing kind, equipment sales included.
+      FColunas06(TabNF_Produto, colunas_item_06({"DESCPRODUTO", "UNIDADE", "OUTRASDESP", "2"})) {
   Bind(TabNF_Produto);
   FTipoProcesso = tipo.tipo_processo;
 }

@@ -67,10 +67,7 @@ std::string_view prefixo(int tipo_linha) {
 }
 
 void consulta_nota(ClientDataSet& dataset, int tipo, int nota) {
-  dataset.Close();
-  dataset.SetParam(0, std::int64_t{tipo});
-  dataset.SetParam(1, std::int64_t{nota});
-  dataset.Open();
+  dataset.Reopen({tipo, nota});
 }
 
 void carrega_lista(ClientDataSet& lista, std::uint8_t tipo_registro, std::int32_t registro,

@@ -1,0 +1,48 @@
+// What the two fronts (the command `infofiscal exportar` and the launcher `infofiscal-dialogo`)
+// share of their command lines: the options that name one fiscal register's run, the
+// Portuguese usage messages, and the fields of the fiscal register read for the defaults.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "host/framework.h"
+
+namespace infofiscal {
+
+// The options of one run, as the host sets the dialog's properties.
+struct OpcoesRegistro {
+  std::string fonte, base;
+  int registro = 0, tipo = 0, compra = 0, venda = 0;
+  std::optional<int> mes, ano, empresa;
+};
+
+// Declares --fonte, --registro, --tipo, --base (required) and --mes, --ano, --empresa,
+// --compra, --venda on `app`, stored into `o`.
+void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o);
+
+// Checks that speak Portuguese and name the value (CLI11's own speak English): an integer in
+// [minimo, maximo]; one of the texts `aceitos`.
+CLI::Validator inteiro_entre(std::int64_t minimo, std::int64_t maximo);
+CLI::Validator um_de(const std::vector<std::string>& aceitos);
+
+// A parse error of `app` as a Portuguese message that says what is wrong.
+std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app);
+
+// One integer field of the fiscal register `registro`, read only when a default needs it.
+std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view campo);
+
+// The system information of a run: --empresa, or else CDEMPRESA of the fiscal register, read
+// when a line first asks for it.
+TOBJ_InfoSistema_v11c info_sistema(RecordSource& fonte, const OpcoesRegistro& o);
+
+// --mes / --ano, or else CDMES / ANO of the fiscal register.
+int mes_registro(RecordSource& fonte, const OpcoesRegistro& o);
+int ano_registro(RecordSource& fonte, const OpcoesRegistro& o);
+
+}  // namespace infofiscal

@@ -1,0 +1,186 @@
+#include "fiscal/efd_escrita.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "export/arquivo_texto.h"
+#include "host/dates.h"
+#include "host/error.h"
+
+namespace infofiscal::efd {
+
+namespace {
+
+void anexa_inteiro(std::string& out, std::int64_t v, int largura = 0) {
+  char buf[24];
+  const auto [fim, ec] = std::to_chars(buf, buf + sizeof buf, v);
+  for (int n = static_cast<int>(fim - buf); n < largura; ++n) out.push_back('0');
+  out.append(buf, fim);
+}
+
+std::int64_t potencia10(int n) {
+  std::int64_t p = 1;
+  while (n-- > 0) p *= 10;
+  return p;
+}
+
+// v in units of 10^-escala, written with exactly `decimais` decimals (rounded half away from
+// zero when the field has fewer decimals than the value).
+void anexa_numero(std::string& out, std::int64_t v, int escala, int decimais) {
+  if (escala > decimais) {
+    const std::int64_t p = potencia10(escala - decimais);
+    v = (v >= 0 ? v + p / 2 : v - p / 2) / p;
+  } else {
+    v *= potencia10(decimais - escala);
+  }
+  if (v < 0) {
+    out.push_back('-');
+    v = -v;
+  }
+  const std::int64_t p = potencia10(decimais);
+  anexa_inteiro(out, v / p);
+  if (decimais > 0) {
+    out.push_back(',');
+    anexa_inteiro(out, v % p, decimais);
+  }
+}
+
+// Free text: no pipe, no control character, no blank at either end, at most `tamanho`
+// characters (UTF-8 here; the file is converted to its code page at the end).
+void anexa_texto(std::string& out, std::string_view s, int tamanho) {
+  const std::size_t inicio = out.size();
+  int caracteres = 0;
+  for (const char ch : s) {
+    const auto c = static_cast<unsigned char>(ch);
+    const bool continuacao = (c & 0xC0) == 0x80;
+    if (!continuacao && caracteres == tamanho) break;
+    if (!continuacao) ++caracteres;
+    out.push_back(c < 32 || c == '|' ? ' ' : ch);
+  }
+  const auto primeiro = out.find_first_not_of(' ', inicio);
+  out.erase(inicio, (primeiro == std::string::npos ? out.size() : primeiro) - inicio);
+  while (out.size() > inicio && out.back() == ' ') out.pop_back();
+}
+
+}  // namespace
+
+bool ler_numero(std::string_view s, int escala, std::int64_t& out) {
+  const auto virgula = s.find(',');
+  const std::string_view inteira = s.substr(0, virgula);
+  const std::string_view fracao = virgula == std::string_view::npos ? std::string_view() : s.substr(virgula + 1);
+  const auto so_digitos = [](std::string_view t) { return t.find_first_not_of("0123456789") == std::string_view::npos; };
+  if (inteira.empty() || inteira.size() > 15 || !so_digitos(inteira) || !so_digitos(fracao) ||
+      static_cast<int>(fracao.size()) > escala || (virgula != std::string_view::npos && fracao.empty()))
+    return false;
+  std::int64_t v = 0;
+  for (const char c : inteira) v = v * 10 + (c - '0');
+  for (int i = 0; i < escala; ++i) v = v * 10 + (i < static_cast<int>(fracao.size()) ? fracao[i] - '0' : 0);
+  out = v;
+  return true;
+}
+
+Dia ler_data(std::string_view s) {
+  if (s.size() != 8 || s.find_first_not_of("0123456789") != std::string_view::npos) return 0;
+  const int d = (s[0] - '0') * 10 + (s[1] - '0');
+  const int m = (s[2] - '0') * 10 + (s[3] - '0');
+  int a = 0;
+  for (int i = 4; i < 8; ++i) a = a * 10 + (s[i] - '0');
+  if (m < 1 || m > 12 || d < 1 || a < 1900 || d > days_in_month(m, a)) return 0;
+  return a * 10000 + m * 100 + d;
+}
+
+std::string data_texto(Dia d) {
+  std::string out;
+  anexa_inteiro(out, d % 100, 2);
+  anexa_inteiro(out, d / 100 % 100, 2);
+  anexa_inteiro(out, d / 10000, 4);
+  return out;
+}
+
+EscritorEfd::EscritorEfd() : contagem_(registros().size()) {}
+
+std::string& EscritorEfd::Bloco(char bloco) { return blocos_[kBlocos.find(bloco)]; }
+
+void EscritorEfd::Campo(std::string& out, const efd::Campo& c, const Valor& v) {
+  switch (v.tipo) {
+    case Valor::Tipo::Vazio:
+      break;
+    case Valor::Tipo::Texto:
+      if (c.tipo == 'C') {
+        anexa_texto(out, v.texto, c.tamanho ? c.tamanho : 255);
+      } else {  // identification numbers and codes: digits only, without masks
+        for (const char ch : v.texto)
+          if (ch >= '0' && ch <= '9') out.push_back(ch);
+      }
+      break;
+    case Valor::Tipo::Numero:
+      anexa_numero(out, v.numero, v.escala, c.exato ? 0 : c.decimais);
+      break;
+    case Valor::Tipo::Data:
+      out += data_texto(static_cast<Dia>(v.numero));
+      break;
+    case Valor::Tipo::MesAno:
+      anexa_inteiro(out, v.numero % 100, 2);
+      anexa_inteiro(out, v.numero / 100, 4);
+      break;
+  }
+}
+
+void EscritorEfd::Registro(const efd::Registro& r, std::initializer_list<Valor> valores) {
+  if (valores.size() + 1 != r.campos.size())
+    throw Error("Registro " + std::string(r.reg) + " com " + std::to_string(valores.size() + 1) + " campos; o leiaute tem " +
+                std::to_string(r.campos.size()));
+  const char bloco = r.reg == "0000" ? '0' : r.reg == "9999" ? '9' : r.bloco();
+  std::string& out = Bloco(bloco);
+  out.push_back('|');
+  out.append(r.reg);
+  out.push_back('|');
+  const efd::Campo* campo = r.campos.data() + 1;
+  for (const Valor& v : valores) {
+    Campo(out, *campo++, v);
+    out.push_back('|');
+  }
+  out.append("\r\n");
+  ++linhas_[kBlocos.find(bloco)];
+  ++contagem_[r.indice()];
+}
+
+void EscritorEfd::Fecha(char bloco) {
+  Registro(std::string(1, bloco) + "990", {inteiro(Linhas(bloco) + 1)});
+}
+
+void EscritorEfd::Encerra(char bloco) {
+  std::string registros;
+  registros.swap(Bloco(bloco));
+  Registro(std::string(1, bloco) + "001", {texto(registros.empty() ? "1" : "0")});
+  Bloco(bloco) += registros;
+  Fecha(bloco);
+}
+
+std::string EscritorEfd::Conclui() {
+  // 9900 counts every type of the file, block 9's own records included.
+  const auto regs = registros();
+  for (const std::string_view reg : {"9001", "9990", "9999"}) contagem_[R(reg).indice()] = 1;
+  int tipos = 1;  // 9900 itself
+  for (std::size_t i = 0; i < regs.size(); ++i)
+    if (contagem_[i] > 0 && regs[i].reg != "9900") ++tipos;
+  contagem_[R("9900").indice()] = tipos;
+  const std::vector<int> contagem = contagem_;
+  Registro("9001", {texto("0")});
+  for (std::size_t i = 0; i < regs.size(); ++i)
+    if (contagem[i] > 0) Registro("9900", {texto(regs[i].reg), inteiro(contagem[i])});
+  Registro("9990", {inteiro(Linhas('9') + 2)});
+  int total = 1;
+  for (const int n : linhas_) total += n;
+  Registro("9999", {inteiro(total)});
+
+  std::string arquivo;
+  std::size_t tamanho = 0;
+  for (const auto& b : blocos_) tamanho += b.size();
+  arquivo.reserve(tamanho);
+  for (const auto& b : blocos_) arquivo += b;
+  const bool ascii = std::all_of(arquivo.begin(), arquivo.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  return ascii ? arquivo : utf8_to_windows1252(arquivo);
+}
+
+}  // namespace infofiscal::efd

@@ -1,0 +1,155 @@
+#include "gui/dlg_dexportainformacaofiscal.h"
+
+#include <QApplication>
+#include <QFrame>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "export/renderings.h"
+
+namespace infofiscal {
+
+namespace {
+
+const char* const kFiltro = "Todos (*.* )|*.*|Texto (*.txt)|*.txt";
+
+// The log's font: "Arial Narrow", or where it is missing the condensed face of a sans font.
+QFont fonte_estreita() {
+  QFont fonte("Arial Narrow");
+  fonte.setStyleHint(QFont::SansSerif);
+  fonte.setStretch(QFont::Condensed);
+  fonte.setPixelSize(16);
+  return fonte;
+}
+
+QString legenda_do_tipo(TRegistroFiscal tipo) {
+  switch (tipo) {
+    case 1: return "Gerar Arquivo do SINTEGRA-v1";
+    case 2: return "Gerar Arquivo do SPED-EFD-v1";
+    case 3: return "Gerar Arquivo do SPED-Contribuição-v1";
+    default: return "Indefinido";
+  }
+}
+
+template <class W>
+W* componente(QWidget* parent, const char* nome) {
+  auto* w = new W(parent);
+  w->setObjectName(nome);
+  return w;
+}
+
+}  // namespace
+
+TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& conexao, QWidget* parent)
+    : TDLG_DPadraoFicha_TB(parent),
+      PnGerarArquivo(componente<QFrame>(PnPrincipal, "PnGerarArquivo")),
+      BtGerarArquivo(componente<QPushButton>(PnGerarArquivo, "BtGerarArquivo")),
+      oArquivoSalvar(this),
+      BrProgresso(componente<QProgressBar>(PnGerarArquivo, "BrProgresso")),
+      LbRegistro(componente<QLabel>(PnGerarArquivo, "LbRegistro")),
+      MmInformacao(componente<QPlainTextEdit>(PnPrincipal, "MmInformacao")),
+      oControle(conexao) {
+  setWindowTitle("Exporta Informação Fiscal");
+
+  PnGerarArquivo->setFixedHeight(80);
+  BtGerarArquivo->setGeometry(5, 39, 253, 35);
+  BtGerarArquivo->setText("Gerar Arquivo");
+  BtGerarArquivo->setIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
+  BtGerarArquivo->setAutoDefault(false);
+  connect(BtGerarArquivo, &QPushButton::clicked, this, [this] { Evento([this] { BtGerarArquivoClick(); }); });
+
+  BrProgresso->setGeometry(264, 39, 393, 35);
+  BrProgresso->setTextVisible(false);
+  QPalette verde = BrProgresso->palette();
+  verde.setColor(QPalette::Highlight, QColor(0, 170, 0));
+  BrProgresso->setPalette(verde);
+
+  LbRegistro->setGeometry(480, 15, 159, 17);
+  LbRegistro->setFixedSize(159, 17);
+  LbRegistro->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  LbRegistro->setText("................................");
+
+  MmInformacao->setReadOnly(true);
+  MmInformacao->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  MmInformacao->setFont(fonte_estreita());
+
+  auto* principal = new QVBoxLayout(PnPrincipal);
+  principal->setContentsMargins(0, 0, 0, 0);
+  principal->setSpacing(0);
+  principal->addWidget(MmInformacao, 1);
+  principal->addWidget(PnGerarArquivo);
+
+  oArquivoSalvar.Filter = kFiltro;
+  FormCreate();
+}
+
+void TDLG_DExportaInformacaoFiscal::FormCreate() {
+  TamanhoJanela(390, 780);
+  AjustarTamJanela();
+  oControle.LinhaInfo = [this](const std::string& AInfo) { LinhaInfo(AInfo); };
+  oControle.Progresso = [this](int APosicao, int AMaximo) { Progresso_B(APosicao, AMaximo); };
+  LbRegistro->setText("");
+  BrProgresso->hide();
+  SetCodTipoRegistroFiscal(0);
+  SetCodRegistroFiscal(0);
+}
+
+void TDLG_DExportaInformacaoFiscal::FormShow() { BtGerarArquivo->setText(legenda_do_tipo(FCodTipoRegistroFiscal)); }
+
+void TDLG_DExportaInformacaoFiscal::SetCodTipoRegistroFiscal(TRegistroFiscal Value) {
+  FCodTipoRegistroFiscal = Value;
+  oControle.oExportaInfoFiscal.CodTipoRegistroFiscal(Value);
+}
+
+void TDLG_DExportaInformacaoFiscal::SetCodRegistroFiscal(std::int32_t Value) {
+  FCodRegistroFiscal = Value;
+  oControle.oExportaInfoFiscal.CodRegistroFiscal(Value);
+}
+
+void TDLG_DExportaInformacaoFiscal::LinhaInfo(const std::string& AInfo) {
+  Progresso_B(0, 0);
+  MmInformacao->appendPlainText(QString::fromStdString(AInfo));
+}
+
+void TDLG_DExportaInformacaoFiscal::Progresso_B(int APosicao, int AMaximo) {
+  LbRegistro->setText(QString::fromStdString(format_count(APosicao) + " de " + format_count(AMaximo)));
+  LbRegistro->setVisible(AMaximo > 0);
+  BrProgresso->setVisible(AMaximo > 0);
+  // Position first, as the module does: a position beyond the old maximum waits for the next report.
+  BrProgresso->setValue(APosicao);
+  BrProgresso->setMaximum(AMaximo);
+  QApplication::processEvents();
+  repaint();
+}
+
+std::string TDLG_DExportaInformacaoFiscal::RecuperarNomeArquivo_v1() {
+  oArquivoSalvar.Filter = kFiltro;
+  const std::string sugerido = ControleExportacao::NomeSugerido(FCodTipoRegistroFiscal, FMesRegistro, FAnoRegistro);
+  if (!sugerido.empty()) oArquivoSalvar.FileName = sugerido;
+  return oArquivoSalvar.Execute() ? oArquivoSalvar.FileName : std::string();
+}
+
+void TDLG_DExportaInformacaoFiscal::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) {
+  oControle.SalvarArquivoFiscal_A(NomeArquivo, Texto);
+}
+
+void TDLG_DExportaInformacaoFiscal::BtGerarArquivoClick() {
+  MmInformacao->clear();
+  BtGerarArquivo->setEnabled(false);
+  BtFechar->setEnabled(false);
+  const auto reabilitar = qScopeGuard([this] {
+    BtGerarArquivo->setEnabled(true);
+    BtFechar->setEnabled(true);
+  });
+  const std::string NomeArquivo = RecuperarNomeArquivo_v1();
+  if (NomeArquivo.empty()) return;
+  oInfo = oControle.GerarInformacao(FPastaBase, FTesteCodCompra, FTesteCodVenda);
+  SalvarArquivoFiscal_A(NomeArquivo, oInfo);
+}
+
+}  // namespace infofiscal

@@ -1,0 +1,84 @@
+// The dialog "Exporta Informação Fiscal": asks for the fiscal file's name, has the run
+// controller build and save the information file and hand it to the converter, and shows the
+// run's info lines in a log and the current step's progress in a bar and a counter.
+//
+// The host creates it over its shared connection, sets the properties below and shows it.
+// Everything runs on the user-interface thread; each progress report lets the application
+// handle pending events, so the window stays responsive while the generate and close buttons
+// are disabled.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "export/controle_exportacao.h"
+#include "gui/dialogo_salvar.h"
+#include "gui/dlg_dpadraoficha_tb.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QProgressBar;
+
+namespace infofiscal {
+
+class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
+  Q_OBJECT
+
+ public:
+  // REQUIRES: `conexao` outlives the dialog.
+  explicit TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& conexao, QWidget* parent = nullptr);
+
+  // The properties the host sets before showing the dialog. The kind and the key are copied
+  // into the orchestrator as they are set.
+  void SetCodTipoRegistroFiscal(TRegistroFiscal Value);
+  void SetCodRegistroFiscal(std::int32_t Value);
+  std::int32_t CodRegistroFiscal() const { return FCodRegistroFiscal; }
+  void MesRegistro(int Value) { FMesRegistro = Value; }
+  int MesRegistro() const { return FMesRegistro; }
+  void AnoRegistro(int Value) { FAnoRegistro = Value; }
+  int AnoRegistro() const { return FAnoRegistro; }
+  void TesteCodCompra(int Value) { FTesteCodCompra = Value; }
+  void TesteCodVenda(int Value) { FTesteCodVenda = Value; }
+  // The application's base folder, which holds Arquivos/InfoFiscal.
+  void PastaBase(std::string Value) { FPastaBase = std::move(Value); }
+
+  // The info-line callback: resets the counter, then appends the line to the log.
+  void LinhaInfo(const std::string& AInfo);
+  // The progress callback: "07 de 1.234", label and bar shown only while AMaximo > 0, then
+  // pending events are handled and the dialog repainted.
+  void Progresso_B(int APosicao, int AMaximo);
+  // Asks for the fiscal file's name with the suggestion of the kind; empty when cancelled.
+  std::string RecuperarNomeArquivo_v1();
+  // Hands the saved text to the converter of the kind (none for kinds 0 and 3).
+  void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
+  // One whole run, both buttons disabled until it ends, whatever happens. Errors pass on.
+  void BtGerarArquivoClick();
+
+  const ControleExportacao& Controle() const { return oControle; }
+
+  QFrame* PnGerarArquivo;
+  QPushButton* BtGerarArquivo;
+  TDialogoSalvar oArquivoSalvar;
+  QProgressBar* BrProgresso;
+  QLabel* LbRegistro;
+  QPlainTextEdit* MmInformacao;
+
+ protected:
+  // Captions the generate button by the kind set at that moment.
+  void FormShow() override;
+
+ private:
+  void FormCreate();
+
+  TRegistroFiscal FCodTipoRegistroFiscal = 0;
+  std::int32_t FCodRegistroFiscal = 0;
+  std::string oInfo;  // the text saved as the information file
+  int FMesRegistro = 0;
+  int FAnoRegistro = 0;
+  ControleExportacao oControle;  // holds the orchestrator oExportaInfoFiscal
+  int FTesteCodCompra = 0;
+  int FTesteCodVenda = 0;
+  std::string FPastaBase;
+};
+
+}  // namespace infofiscal

@@ -1,0 +1,391 @@
+#include "fiscal/efd.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fiscal/efd_informacao.h"
+#include "host/error.h"
+#include "support/cli.h"
+
+namespace infofiscal::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::HasSubstr;
+
+std::vector<std::string> linhas(const std::string& arquivo) {
+  std::vector<std::string> out;
+  for (std::size_t pos = 0; pos < arquivo.size();) {
+    const auto fim = arquivo.find("\r\n", pos);
+    out.push_back(arquivo.substr(pos, fim - pos));
+    pos = fim + 2;
+  }
+  return out;
+}
+
+// The lines of the file whose register begins with one of `blocos`.
+std::vector<std::string> blocos(const std::string& arquivo, std::string_view blocos) {
+  std::vector<std::string> out;
+  for (auto& l : linhas(arquivo))
+    if (blocos.find(l[1]) != std::string_view::npos) out.push_back(l);
+  return out;
+}
+
+std::string gera(const std::string& informacao) { return gerar_efd(informacao, nullptr, nullptr); }
+
+const std::string kChaveCompra = "35240311444777000161550010000001231000001235";
+const std::string kChaveVenda = "35240311222333000181550010000004561000004568";
+const std::string kChaveCancelada = "35240311222333000181550010000004571000004573";
+
+std::string compra(std::string_view item1 = "15", std::string_view unid1 = "UN") {
+  return l04("2", "1", "123", kChaveCompra, "55", "05/03/2024", "06/03/2024", "1100,00", "0") + l05("2", "1", "2", "15") +
+         l06("2", "1", item1, "1", unid1, "10,00", "1000,00", "2", "000", "1102", "1000,00", "18,00", "180,00") +
+         l06("2", "1", "16", "2", "CX", "2,00", "100,00", "2", "060", "1403", "0,00", "0,00", "0,00");
+}
+
+std::string venda(std::string_view cliente = "15") {
+  return l04("10", "1", "456", kChaveVenda, "55", "10/03/2024 14:30:00", "10/03/2024", "500,00", "0") +
+         l05("10", "1", "1", cliente) +
+         l06("10", "1", "15", "1", "UN", "5,00", "500,00", "2", "00", "5.102", "500,00", "18,00", "90,00");
+}
+
+std::string inutilizado() {
+  return linha_info(4, {"21", "1", "101", "", "", "55", "", "", "", "0,00", "0,00", "0,00", "0,00", "0,00", "0,00",
+                        "0,00", "0,00", "0,00", "0,00", "0,00", "0,00", "0,00", "0", "5", "", ""});
+}
+
+// March 2024: a purchase of two products (two C190 groups), a voided number (not booked from
+// 2023 on), a sale, a cancelled sale, the catalogues and a month-end inventory.
+std::string marco_2024() {
+  return l01("01/03/2024", "31/03/2024") + l02_l03() + compra() + inutilizado() + venda() +
+         l04("10", "2", "457", kChaveCancelada, "55", "11/03/2024", "11/03/2024", "10,00", "2") +
+         l05("10", "2", "1", "16") +
+         l06("10", "2", "16", "1", "CX", "1,00", "10,00", "2", "000", "5102", "10,00", "18,00", "1,80") + cadastros() +
+         "[C00]16[/C00][C02]7[/C02][C03]29/02/2024[/C03][C04]150,00[/C04][C99]04[/C99]\r\n" +
+         linha_info(17, {"1", "7", "15", "10,00", "10,00", "100,00", "UN", "2"}) +
+         linha_info(17, {"1", "7", "16", "1,00", "50,00", "50,00", "CX", "2"});
+}
+
+const std::vector<std::string> kMarco2024 = {
+    "|0000|018|0|01032024|31032024|EMPRESA EXEMPLO LTDA|11222333000181||SP|123456789012|3550308|||A|1|",
+    "|0001|0|",
+    "|0005|EXEMPLO|01001000|RUA A|10|SALA 1|CENTRO|1133334444||contato@exemplo.com|",
+    "|0100|FULANO DE TAL|12345678909|1SP123456||01002000|RUA B|20||CENTRO|1133334444||fulano@exemplo.com|3550308|",
+    "|0150|2-15|FORNECEDOR SA|1058|11444777000161||123456789110|3550308||RUA D|40||BRAS|",
+    "|0150|1-15|JOSE DA SILVA|1058||52998224725||3550308||RUA C|30||VILA|",
+    "|0190|UN|UNIDADE|",
+    "|0190|CX|CAIXA|",
+    "|0200|2-15|PARAFUSO|||UN|00|73181500||||||",
+    "|0200|2-16|PORCA|||CX|00|73181600||||||",
+    "|0990|11|",
+    "|B001|1|",
+    "|B990|2|",
+    "|C001|0|",
+    "|C100|0|1|2-15|55|00|1|123|" + kChaveCompra +
+        "|05032024|06032024|1100,00|2|0,00|0,00|1100,00|9|0,00|0,00|0,00|1000,00|180,00|0,00|0,00|0,00|0,00|0,00|||",
+    "|C170|1|2-15||10,00000|UN|1000,00|0,00|0|000|1102||1000,00|18,00|180,00|0,00||0,00||||0,00||0,00||0,00|0,0000|||"
+    "0,00||0,00|0,0000|||0,00|||",
+    "|C170|2|2-16||2,00000|CX|100,00|0,00|0|060|1403||0,00|0,00|0,00|0,00||0,00||||0,00||0,00||0,00|0,0000|||"
+    "0,00||0,00|0,0000|||0,00|||",
+    "|C190|000|1102|18,00|1000,00|1000,00|180,00|0,00|0,00|0,00|0,00||",
+    "|C190|060|1403|0,00|100,00|0,00|0,00|0,00|0,00|0,00|0,00||",
+    "|C100|1|0|1-15|55|00|1|456|" + kChaveVenda +
+        "|10032024|10032024|500,00|2|0,00|0,00|500,00|9|0,00|0,00|0,00|500,00|90,00|0,00|0,00|0,00|0,00|0,00|||",
+    "|C190|000|5102|18,00|500,00|500,00|90,00|0,00|0,00|0,00|0,00||",
+    "|C100|1|0||55|02|1|457|" + kChaveCancelada + "|||||||||||||||||||||",
+    "|C990|10|",
+    "|D001|1|",
+    "|D990|2|",
+    "|E001|0|",
+    "|E100|01032024|31032024|",
+    "|E110|90,00|0,00|0,00|0,00|180,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|90,00|0,00|",
+    "|E990|4|",
+    "|G001|1|",
+    "|G990|2|",
+    "|H001|0|",
+    "|H005|29022024|150,00|01|",
+    "|H010|2-15|UN|10,000|10,000000|100,00|0|||||",
+    "|H010|2-16|CX|1,000|50,000000|50,00|0|||||",
+    "|H990|5|",
+    "|K001|1|",
+    "|K990|2|",
+    "|1001|0|",
+    "|1010|N|N|N|N|N|N|N|N|N|N|N|N|N|",
+    "|1990|3|",
+    "|9001|0|",
+    "|9900|0000|1|", "|9900|0001|1|", "|9900|0005|1|", "|9900|0100|1|", "|9900|0150|2|", "|9900|0190|2|",
+    "|9900|0200|2|", "|9900|0990|1|", "|9900|B001|1|", "|9900|B990|1|", "|9900|C001|1|", "|9900|C100|3|",
+    "|9900|C170|2|", "|9900|C190|3|", "|9900|C990|1|", "|9900|D001|1|", "|9900|D990|1|", "|9900|E001|1|",
+    "|9900|E100|1|", "|9900|E110|1|", "|9900|E990|1|", "|9900|G001|1|", "|9900|G990|1|", "|9900|H001|1|",
+    "|9900|H005|1|", "|9900|H010|2|", "|9900|H990|1|", "|9900|K001|1|", "|9900|K990|1|", "|9900|1001|1|",
+    "|9900|1010|1|", "|9900|1990|1|", "|9900|9001|1|", "|9900|9900|36|", "|9900|9990|1|", "|9900|9999|1|",
+    "|9990|39|",
+    "|9999|80|",
+};
+
+TEST(EfdGerar, EveryRegisterOfAMonth) {
+  std::vector<std::string> info;
+  std::vector<std::pair<int, int>> progresso;
+  const std::string arquivo = gerar_efd(
+      marco_2024(), [&](const std::string& s) { info.push_back(s); },
+      [&](int p, int m) { progresso.emplace_back(p, m); });
+  EXPECT_THAT(linhas(arquivo), ElementsAreArray(kMarco2024));
+  EXPECT_THAT(info, ElementsAre("SPED EFD ICMS/IPI: período de 01/03/2024 a 31/03/2024",
+                                "Números inutilizados não escriturados (a partir de 2023 não se escrituram): 1",
+                                "SPED EFD ICMS/IPI: 3 documentos escriturados"));
+  EXPECT_THAT(progresso, ElementsAre(std::pair{1, 4}, std::pair{2, 4}, std::pair{3, 4}, std::pair{4, 4}));
+  EXPECT_TRUE(validar_efd(arquivo).empty());
+}
+
+// December 2022: voided numbers are still booked (reduced C100 of COD_SIT 05), a debit
+// balance gives E116, no inventory leaves block H empty, and the layout code is 016.
+TEST(EfdGerar, VoidedNumbersUpTo2022AndIcmsToPay) {
+  const std::string info = l01("01/12/2022", "31/12/2022") + l02_l03() + inutilizado() +
+                           l04("10", "1", "458", "35221211222333000181550010000004581000004584", "55", "20/12/2022",
+                               "", "500,00", "0") +
+                           l05("10", "1", "1", "15") +
+                           l06("10", "1", "15", "1", "UN", "5,00", "500,00", "2", "020", "5102", "400,00", "18,00",
+                               "72,00") +
+                           cadastros();
+  const std::string arquivo = gera(info);
+  EXPECT_EQ(linhas(arquivo)[0], "|0000|016|0|01122022|31122022|EMPRESA EXEMPLO LTDA|11222333000181||SP|123456789012|3550308|||A|1|");
+  EXPECT_THAT(blocos(arquivo, "CEH"),
+              ElementsAre("|C001|0|", "|C100|1|0||55|05||101||||||||||||||||||||||",
+                          "|C100|1|0|1-15|55|00|1|458|35221211222333000181550010000004581000004584|20122022||500,00|2|"
+                          "0,00|0,00|500,00|9|0,00|0,00|0,00|400,00|72,00|0,00|0,00|0,00|0,00|0,00|||",
+                          "|C190|020|5102|18,00|500,00|400,00|72,00|0,00|0,00|100,00|0,00||", "|C990|5|", "|E001|0|",
+                          "|E100|01122022|31122022|",
+                          "|E110|72,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|72,00|0,00|72,00|0,00|0,00|",
+                          "|E116|000|72,00|10012023|000|||||122022|", "|E990|5|", "|H001|1|", "|H990|2|"));
+}
+
+// February 2024 with the month-end and the year-end inventory: one H005 each; an item listed
+// twice in one inventory is merged; items and units of the inventory alone reach block 0.
+TEST(EfdGerar, MonthEndAndYearEndInventories) {
+  const std::string info =
+      l01("01/02/2024", "29/02/2024") + l02_l03() + cadastros() +
+      "[C00]16[/C00][C02]7[/C02][C03]31/01/2024[/C03][C04]30,00[/C04][C99]04[/C99]\r\n" +
+      linha_info(17, {"1", "7", "16", "3,00", "10,00", "30,00", "CX", "2"}) +
+      "[C00]18[/C00][C02]8[/C02][C03]31/12/2023[/C03][C04]25,50[/C04][C99]04[/C99]\r\n" +
+      linha_info(19, {"2", "8", "15", "2,00", "5,25", "10,50", "UN", "2"}) +
+      linha_info(19, {"2", "8", "15", "3,00", "5,00", "15,00", "UN", "2"});
+  const std::string arquivo = gera(info);
+  EXPECT_THAT(blocos(arquivo, "H"),
+              ElementsAre("|H001|0|", "|H005|31012024|30,00|01|", "|H010|2-16|CX|3,000|10,000000|30,00|0|||||",
+                          "|H005|31122023|25,50|01|", "|H010|2-15|UN|5,000|5,250000|25,50|0|||||", "|H990|6|"));
+  EXPECT_THAT(blocos(arquivo, "0"),
+              ElementsAre(::testing::StartsWith("|0000|018|0|01022024|29022024|"), "|0001|0|",
+                          ::testing::StartsWith("|0005|"), ::testing::StartsWith("|0100|"), "|0190|CX|CAIXA|",
+                          "|0190|UN|UNIDADE|", "|0200|2-16|PORCA|||CX|00|73181600||||||",
+                          "|0200|2-15|PARAFUSO|||UN|00|73181500||||||", "|0990|9|"));
+}
+
+TEST(EfdGerar, NotesOutsideC100AreReportedNotBooked) {
+  std::vector<std::string> info;
+  const std::string modelo57 = l04("4", "1", "77", "", "57", "05/03/2024", "05/03/2024", "10,00", "0") +
+                               l05("4", "1", "2", "15") +
+                               l06("4", "1", "15", "1", "UN", "1,00", "10,00", "3", "000", "1353", "0,00", "0,00", "0,00");
+  const std::string arquivo = gerar_efd(l01("01/03/2024", "31/03/2024") + l02_l03() + modelo57 + cadastros(),
+                                        [&](const std::string& s) { info.push_back(s); }, nullptr);
+  EXPECT_THAT(info, ::testing::Contains("Nota 77 de compra de produtos de consumo (linha 4 do arquivo de informações): "
+                                        "modelo 57 não se escritura no registro C100; não escriturada"));
+  EXPECT_THAT(blocos(arquivo, "C"), ElementsAre("|C001|1|", "|C990|2|"));
+  EXPECT_THAT(blocos(arquivo, "0"), ::testing::Not(::testing::Contains(HasSubstr("|0150|"))));
+}
+
+struct CasoErro {
+  std::string nome, informacao, mensagem;
+};
+
+class EfdGerarErro : public ::testing::TestWithParam<CasoErro> {};
+
+TEST_P(EfdGerarErro, NamesTheCulprit) {
+  try {
+    gera(GetParam().informacao);
+    FAIL() << "sem erro";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.what(), GetParam().mensagem);
+  }
+}
+
+const std::string kCabecalho = l01("01/03/2024", "31/03/2024") + l02_l03();
+
+// A note of one item of 1,00: a sale (kind 10, client 15) or a purchase (kind 2, supplier 15).
+std::string nota(std::string_view especie, std::string_view chave, std::string_view emissao, std::string_view cst,
+                 std::string_view cfop) {
+  const bool venda = especie == "10";
+  return l04(especie, "1", venda ? "456" : "123", chave, "55", emissao, "", "1,00", "0") +
+         l05(especie, "1", venda ? "1" : "2", "15") +
+         l06(especie, "1", "15", "1", "UN", "1,00", "1,00", "2", cst, cfop, "0,00", "0,00", "0,00");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Efd, EfdGerarErro,
+    ::testing::Values(
+        CasoErro{"ParticipanteAusente", kCabecalho + venda("99") + cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): participante 1-99 não consta das "
+                 "linhas 14"},
+        CasoErro{"ItemAusente", kCabecalho + compra("99") + cadastros(),
+                 "Nota 123 de compra de produtos (linha 4 do arquivo de informações), item 1: item 2-99 não consta das "
+                 "linhas 12"},
+        CasoErro{"UnidadeAusente", kCabecalho + compra("15", "PC") + cadastros(),
+                 "Nota 123 de compra de produtos (linha 4 do arquivo de informações), item 1: unidade 'PC' não consta "
+                 "das linhas 13"},
+        CasoErro{"NotaSemItens", kCabecalho + l04("10", "1", "456", kChaveVenda, "55", "10/03/2024", "", "1,00", "0") +
+                                     l05("10", "1", "1", "15") + cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): sem itens (linhas 06)"},
+        CasoErro{"CstInvalido",
+                 kCabecalho + nota("10", kChaveVenda, "10/03/2024", "0999", "5102") + cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): item 1 com CST do ICMS '0999' "
+                 "inválido"},
+        CasoErro{"CfopDeSaidaNaCompra",
+                 kCabecalho + nota("2", kChaveCompra, "05/03/2024", "000", "5102") + cadastros(),
+                 "Nota 123 de compra de produtos (linha 4 do arquivo de informações): item 1 com CFOP 5102 de saída "
+                 "numa nota de entrada"},
+        CasoErro{"EmitidaDepoisDoPeriodo",
+                 kCabecalho + nota("10", kChaveVenda, "01/04/2024", "000", "5102") + cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): emitida em 01/04/2024, depois do "
+                 "período"},
+        CasoErro{"ChaveInvalida",
+                 kCabecalho + nota("10", "35240311222333000181550010000004561000004560", "10/03/2024", "000", "5102") +
+                     cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): chave de acesso "
+                 "'35240311222333000181550010000004561000004560' inválida"},
+        CasoErro{"EspecieDesconhecida",
+                 kCabecalho + l04("7", "1", "456", kChaveVenda, "55", "10/03/2024", "", "1,00", "0") + cadastros(),
+                 "Linha 4 do arquivo de informações: espécie de nota 7 desconhecida"},
+        CasoErro{"SemLinha03", l01("01/03/2024", "31/03/2024") + linha_info(2, {"1", "X"}),
+                 "Arquivo de informações sem a linha 03"},
+        CasoErro{"AnoSemVersao", l01("01/03/2016", "31/03/2016") + l02_l03(),
+                 "Linha 1 do arquivo de informações: o leiaute do SPED EFD não tem versão para o ano 2016"},
+        CasoErro{"ArquivoInvalido",
+                 kCabecalho + venda() + cadastros() +
+                     "[C00]16[/C00][C02]1[/C02][C03]30/04/2024[/C03][C04]1,00[/C04][C99]04[/C99]\r\n" +
+                     linha_info(17, {"1", "1", "15", "1,00", "1,00", "1,00", "UN", "2"}),
+                 "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:\n"
+                 "Linha 25: H005 DT_INV 30042024 depois do fim do período em |H005|30042024|1,00|01|"}),
+    [](const auto& info) { return info.param.nome; });
+
+// ---- the validator on broken files
+
+std::string troca(std::string arquivo, const std::string& de, const std::string& para) {
+  const auto pos = arquivo.find(de);
+  EXPECT_NE(pos, std::string::npos) << de;
+  return arquivo.replace(pos, de.size(), para);
+}
+
+std::string valido() {
+  static const std::string arquivo = gera(marco_2024());
+  return arquivo;
+}
+
+struct CasoValidacao {
+  std::string nome, de, para;
+  std::vector<std::string> achados;
+};
+
+class EfdValidar : public ::testing::TestWithParam<CasoValidacao> {};
+
+TEST_P(EfdValidar, GivesExactlyTheseFindings) {
+  EXPECT_THAT(validar_efd(troca(valido(), GetParam().de, GetParam().para)), ElementsAreArray(GetParam().achados));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Efd, EfdValidar,
+    ::testing::Values(
+        CasoValidacao{"Sem0150", "|0150|1-15|JOSE DA SILVA|1058||52998224725||3550308||RUA C|30||VILA|\r\n", "",
+                      {"Linha 10: 0990 QTD_LIN 11 difere das 10 linhas do bloco",
+                       "Linha 19: C100 COD_PART '1-15' não consta do registro 0150",
+                       "Linha 46: 9900 de 0150 conta 2; o arquivo tem 1",
+                       "Linha 79: 9999 QTD_LIN 80 difere das 79 linhas do arquivo"}},
+        CasoValidacao{"Contagem9900Errada", "|9900|C100|3|", "|9900|C100|4|",
+                      {"Linha 54: 9900 de C100 conta 4; o arquivo tem 3"}},
+        CasoValidacao{"E110QueNaoFecha",
+                      "|E110|90,00|0,00|0,00|0,00|180,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|90,00|0,00|",
+                      "|E110|100,00|0,00|0,00|0,00|180,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|90,00|0,00|",
+                      {"Linha 28: E110 VL_TOT_DEBITOS 100,00 difere do ICMS dos C190 de saída (90,00)",
+                       "Linha 28: E110 VL_SLD_CREDOR_TRANSPORTAR 90,00 não fecha com a apuração (80,00)"}},
+        CasoValidacao{"CanceladaComValores", "|C100|1|0||55|02|1|457|" + kChaveCancelada + "||||",
+                      "|C100|1|0||55|02|1|457|" + kChaveCancelada + "|11032024||10,00|",
+                      {"Linha 22: C100 de COD_SIT 02 com o campo DT_DOC preenchido",
+                       "Linha 22: C100 de COD_SIT 02 com o campo VL_DOC preenchido"}},
+        CasoValidacao{"FilhoDeCancelada", "|C990|10|",
+                      "|C190|000|5102|18,00|10,00|10,00|1,80|0,00|0,00|0,00|0,00||\r\n|C990|10|",
+                      {"Linha 23: C190 sob C100 de COD_SIT 02, que não tem registros filhos",
+                       "Linha 24: C990 QTD_LIN 10 difere das 11 linhas do bloco",
+                       "Linha 57: 9900 de C190 conta 3; o arquivo tem 4",
+                       "Linha 81: 9999 QTD_LIN 80 difere das 81 linhas do arquivo"}},
+        CasoValidacao{"NumItemRepetido", "|C170|2|2-16||2,00000|CX|", "|C170|1|2-16||2,00000|CX|",
+                      {"Linha 17: C170 NUM_ITEM 1 repetido no documento"}},
+        CasoValidacao{"TerceirosSemC170", kMarco2024[15] + "\r\n" + kMarco2024[16] + "\r\n", "",
+                      {"Linha 15: C100 de terceiros sem os itens (C170)",
+                       "Linha 21: C990 QTD_LIN 10 difere das 8 linhas do bloco",
+                       "Linha 53: 9900 de C170, registro ausente do arquivo",
+                       "Linha 78: 9999 QTD_LIN 80 difere das 78 linhas do arquivo"}},
+        CasoValidacao{"C190ContraC170", "|C190|000|1102|18,00|1000,00|1000,00|180,00|",
+                      "|C190|000|1102|18,00|1000,00|1000,00|170,00|",
+                      {"Linha 15: C100 VL_ICMS 180,00 difere da soma dos C190 (170,00)",
+                       "Linha 18: C190 VL_ICMS 170,00 difere da soma dos C170 do grupo (180,00)",
+                       "Linha 28: E110 VL_TOT_CREDITOS 180,00 difere do ICMS dos C190 de entrada (170,00)"}},
+        CasoValidacao{"H005QueNaoSoma", "|H005|29022024|150,00|01|", "|H005|29022024|160,00|01|",
+                      {"Linha 33: H005 VL_INV 160,00 difere da soma dos H010 (150,00)"}},
+        CasoValidacao{"Formatos", "|0005|EXEMPLO|01001000|RUA A|10|SALA 1|CENTRO|",
+                      "|0005|EXEMPLO |0100100|RUA A|10|SALA 1|CENTRO|",
+                      {"Linha 3: 0005 campo FANTASIA com brancos nas pontas",
+                       "Linha 3: 0005 campo CEP '0100100' deve ter exatamente 8 caracteres"}},
+        CasoValidacao{"NumerosEDatas", "|H010|2-15|UN|10,000|10,000000|100,00|0|",
+                      "|H010|2-15|UN|010,0000|10,000000|100,00|3|",
+                      {"Linha 34: H010 campo QTD '010,0000' não é um número com até 3 decimais",
+                       "Linha 34: H010 campo IND_PROP '3' fora dos valores permitidos (0|1|2)"}},
+        CasoValidacao{"ChaveDeOutroDocumento", "|456|" + kChaveVenda + "|", "|457|" + kChaveVenda + "|",
+                      {"Linha 20: C100 CHV_NFE não confere com o NUM_DOC"}},
+        CasoValidacao{"ChaveDeOutroEmitente", "|0150|2-15|FORNECEDOR SA|1058|11444777000161|",
+                      "|0150|2-15|FORNECEDOR SA|1058|11222333000181|",
+                      {"Linha 15: C100 CHV_NFE não confere com o CNPJ do emitente"}},
+        CasoValidacao{"DataForaDoPeriodo", "|06032024|1100,00|", "|06042024|1100,00|",
+                      {"Linha 15: C100 DT_E_S 06042024 fora de DT_DOC a fim do período"}},
+        CasoValidacao{"CamposAMais", "|1001|0|", "|1001|0||",
+                      {"Linha 39: 1001 com 3 campos; o leiaute tem 2"}},
+        CasoValidacao{"ForaDeOrdem", "|0190|UN|UNIDADE|\r\n|0190|CX|CAIXA|\r\n",
+                      "|0190|UN|UNIDADE|\r\n|0190|CX|CAIXA|\r\n|0150|1-16|X|1058||52998224725||3550308||R||||\r\n",
+                      {"Linha 9: 0150 fora de ordem", "Linha 9: '1-16' não é usado por nenhum registro do arquivo",
+                       "Linha 12: 0990 QTD_LIN 11 difere das 12 linhas do bloco",
+                       "Linha 48: 9900 de 0150 conta 2; o arquivo tem 3",
+                       "Linha 81: 9999 QTD_LIN 80 difere das 81 linhas do arquivo"}},
+        CasoValidacao{"VersaoDeOutroAno", "|0000|018|", "|0000|017|",
+                      {"Linha 1: 0000 COD_VER '017' não é o do período 03/2024 ('018')"}},
+        CasoValidacao{"BlocoVazioComMovimento", "|D001|1|", "|D001|0|",
+                      {"Linha 25: bloco D com IND_MOV 0 e nenhum registro de dados"}},
+        CasoValidacao{"E100QueNaoCobreOPeriodo", "|E100|01032024|31032024|", "|E100|01032024|30032024|",
+                      {"Linha 80: os E100 não cobrem o período do 0000 até o fim"}},
+        CasoValidacao{"TipoSem9900", "|9900|K990|1|\r\n", "",
+                      {"Linha 75: 9900 de 9900 conta 36; o arquivo tem 35",
+                       "Linha 78: 9990 QTD_LIN 39 difere das 38 linhas do bloco",
+                       "Linha 79: 9999 QTD_LIN 80 difere das 79 linhas do arquivo", "Linha 79: registro K990 sem 9900"}},
+        CasoValidacao{"SemCrLf", "|9999|80|\r\n", "|9999|80|\n", {"Linha 80: linha sem CR LF no fim"}}),
+    [](const auto& info) { return info.param.nome; });
+
+TEST(EfdCli, ValidarExitsOneWithOneFindingPerLine) {
+  const std::string dir = fresh_dir("efd_cli");
+  write_file(dir + "/bom.txt", valido());
+  write_file(dir + "/ruim.txt", troca(valido(), "|9900|C100|3|", "|9900|C100|4|"));
+  EXPECT_EQ(run_cli({"validar", "--tipo", "2", "--arquivo-fiscal", dir + "/bom.txt"}).status, 0);
+  const CliResult ruim = run_cli({"validar", "--tipo", "2", "--arquivo-fiscal", dir + "/ruim.txt"});
+  EXPECT_EQ(ruim.status, 1);
+  EXPECT_EQ(ruim.out, "Linha 54: 9900 de C100 conta 4; o arquivo tem 3\n");
+}
+
+TEST(EfdCli, ConverterWritesTheFileInItsCodePage) {
+  const std::string dir = fresh_dir("efd_cli_converter");
+  std::string info = marco_2024();
+  info = troca(info, "FORNECEDOR SA", "FORNECEDOR AÇÃO SA");
+  write_file(dir + "/SpedInformacao.txt", troca(info, "AÇÃO", "A\xC7\xC3O"));  // the saved file is Windows-1252
+  const CliResult r = run_cli({"converter", "--tipo", "2", "--informacao", dir + "/SpedInformacao.txt",
+                               "--arquivo-fiscal", dir + "/efd.txt"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_THAT(read_file(dir + "/efd.txt"), HasSubstr("|0150|2-15|FORNECEDOR A\xC7\xC3O SA|1058|"));
+}
+
+}  // namespace
+}  // namespace infofiscal::testing

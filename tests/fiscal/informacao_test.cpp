@@ -1,0 +1,77 @@
+// The information-file reader: register lines back into typed columns.
+#include <gtest/gtest.h>
+
+#include "fiscal/informacao.h"
+#include "host/error.h"
+
+namespace infofiscal {
+namespace {
+
+std::string erro(const std::function<void()>& f) {
+  try {
+    f();
+  } catch (const Error& e) {
+    return e.what();
+  }
+  return "(sem erro)";
+}
+
+TEST(Informacao, ReadsColumnsVerbatim) {
+  const auto linhas = ler_informacao(
+      "[C00]05[/C00][C01]a[b][/C01][C03][/C03][C04][/C0x][/C04][C99]07[/C99]\r\n\r\n[C00]13[/C00][C99]03[/C99]\n");
+  ASSERT_EQ(linhas.size(), 2u);
+  EXPECT_EQ(linhas[0].tipo, 5);
+  EXPECT_EQ(linhas[0].trailer, 7);
+  EXPECT_EQ(linhas[0].texto(1), "a[b]");
+  EXPECT_FALSE(linhas[0].tem(2));
+  EXPECT_TRUE(linhas[0].tem(3));
+  EXPECT_EQ(linhas[0].texto(4), "[/C0x]");
+  EXPECT_EQ(linhas[0].texto(30), "");
+  EXPECT_EQ(linhas[1].numero, 3);
+}
+
+TEST(Informacao, BadLinesNameTheirNumber) {
+  const struct {
+    const char* texto;
+    const char* erro;
+  } casos[] = {
+      {"[C00]05[/C00][C01]x", "Linha 1 do arquivo de informações: coluna C01 sem [/C01]"},
+      {"[C00]05[/C00][C02]x[/C02][C01]y[/C01][C99]07[/C99]", "Linha 1 do arquivo de informações: coluna C01 fora de ordem"},
+      {"[C01]x[/C01]", "Linha 1 do arquivo de informações: a linha não começa com [C00]"},
+      {"[C00]05[/C00]", "Linha 1 do arquivo de informações: linha sem [C99]"},
+      {"[C00]5[/C00][C99]07[/C99]", "Linha 1 do arquivo de informações: tipo de linha inválido em [C00]"},
+      {"[C00]05[/C00][C99]07[/C99]x", "Linha 1 do arquivo de informações: texto depois de [C99]"},
+  };
+  for (const auto& c : casos) EXPECT_EQ(erro([&] { ler_informacao(c.texto); }), c.erro) << c.texto;
+}
+
+TEST(Informacao, AmountsInHundredthsAreExact) {
+  const struct {
+    const char* texto;
+    std::int64_t centesimos;
+  } casos[] = {
+      {"1234,50", 123450}, {"0,00", 0}, {"-1,5", -150}, {"7", 700},
+      {"2,675", 268},      {"1.005", 101}, {"-0,004", 0}, {"99999999999,99", 9999999999999},
+  };
+  for (const auto& c : casos) {
+    const std::string texto = std::string("[C00]04[/C00][C10]") + c.texto + "[/C10][C99]26[/C99]";
+    const auto l = ler_linha_informacao(texto, 1);
+    EXPECT_EQ(l.centesimos(10), c.centesimos) << c.texto;
+  }
+  for (const char* ruim : {"", "1,2,3", "abc", "1,5x", "-"}) {
+    const std::string texto = std::string("[C00]04[/C00][C10]") + ruim + "[/C10][C99]26[/C99]";  // the line's views point here
+    const auto l = ler_linha_informacao(texto, 9);
+    EXPECT_EQ(erro([&] { l.centesimos(10); }),
+              std::string("Linha 9 do arquivo de informações: C10 da linha 04 não é um valor: '") + ruim + "'");
+  }
+}
+
+TEST(Informacao, DatesWithOrWithoutTime) {
+  const auto l = ler_linha_informacao("[C00]04[/C00][C08]05/03/2024 14:30:00[/C08][C09]29/02/2024[/C09][C10]30/02/2024[/C10][C99]26[/C99]", 2);
+  EXPECT_EQ(l.data(8), (TimeStamp{2024, 3, 5, 14, 30, 0}));
+  EXPECT_EQ(l.data(9), (TimeStamp{2024, 2, 29}));
+  EXPECT_EQ(erro([&] { l.data(10); }), "Linha 2 do arquivo de informações: C10 da linha 04 não é uma data: '30/02/2024'");
+}
+
+}  // namespace
+}  // namespace infofiscal

@@ -1,0 +1,223 @@
+// The SINTEGRA converter on hand-built information files: exact records, the info lines and
+// progress it reports, and the errors of bad input.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "export/arquivo_texto.h"
+#include "fiscal/sintegra.h"
+#include "fiscal/sintegra_dados.h"
+#include "host/error.h"
+#include "support/cli.h"
+
+namespace infofiscal {
+namespace {
+
+using namespace testing;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::StartsWith;
+
+struct Conversao {
+  std::vector<std::string> registros, info;
+  std::vector<std::pair<int, int>> progresso;
+};
+
+Conversao converter(const std::string& informacao) {
+  Conversao c;
+  const std::string arquivo = gerar_sintegra(
+      informacao, [&](const std::string& l) { c.info.push_back(l); },
+      [&](int p, int m) { c.progresso.emplace_back(p, m); });
+  for (std::size_t p = 0, e; (e = arquivo.find("\r\n", p)) != std::string::npos; p = e + 2)
+    c.registros.push_back(arquivo.substr(p, e - p));
+  EXPECT_EQ(arquivo, arquivo_de(c.registros)) << "every record ends with CR LF";
+  return c;
+}
+
+std::string erro_de(const std::string& informacao) {
+  try {
+    gerar_sintegra(informacao, [](const std::string&) {}, [](int, int) {});
+  } catch (const Error& e) {
+    return e.what();
+  }
+  return "(sem erro)";
+}
+
+// Lines 01, 02 and 03 of a month of March 2024 with finalidade `finalidade`, then `resto`.
+std::string mes(const std::vector<std::string>& resto, const std::string& finalidade = "1") {
+  std::string t =
+      linha_informacao(1, {"1", "01/03/2024", "31/03/2024", "N", "N", finalidade, "", "", "", "", "", "", "", "", ""}, 15) +
+      "\r\n" +
+      linha_informacao(2, {"1", "Empresa Ltda", "", "11222333000181", "SP", "ISENTO", "", "", "Campinas", "Rua A", "",
+                           "", "S/N", "", "1933334444", "", "", "", ""},
+                       19) +
+      "\r\n" + linha_informacao(3, {"1", "", "", "", "", "", "", "", "", "", "", "", "", ""}, 14) + "\r\n";
+  for (const auto& l : resto) t += l + "\r\n";
+  return t;
+}
+
+// A purchase header (kind 2, counter 1) with the columns that vary.
+std::string compra(const std::string& numero, const std::string& cfop, const std::string& total,
+                   const std::string& base = "0,00", const std::string& icms = "0,00") {
+  return linha_informacao(4, {"2", "1", numero, cfop, "", "55", "1", "04/03/2024", "05/03/2024", total, "0,00", total,
+                              "0,00", "0,00", "0,00", base, icms, "0,00", "0,00", "0,00", "0,00", "0,00", "1", "0", "", ""},
+                          26);
+}
+
+std::string fornecedor(const std::string& cnpj, const std::string& ie, const std::string& uf) {
+  return linha_informacao(5, {"2", "1", "2", "9", cnpj, ie, uf}, 7);
+}
+
+std::string item(const std::string& n, const std::string& preco, const std::string& cst, const std::string& cfop,
+                 const std::string& base, const std::string& aliquota, const std::string& icms) {
+  std::vector<std::string> c(38, "0,00");
+  c[0] = "2", c[1] = "1", c[2] = "8", c[3] = n, c[4] = "Porca", c[5] = "UN", c[6] = "1,00", c[7] = preco;
+  c[12] = c[13] = c[22] = c[23] = c[26] = c[32] = "";
+  c[14] = "2", c[15] = cst, c[16] = cfop, c[17] = base, c[18] = aliquota, c[19] = icms;
+  return linha_informacao(6, c, 38);
+}
+
+const std::string kPorca = linha_informacao(12, {"2", "8", "Porca", "UN", "7318.16.00", ""}, 6);
+
+TEST(SintegraConversor, TheExampleMonthGivesTheseRecords) {
+  const auto c = converter(informacao_exemplo());
+  EXPECT_THAT(c.registros, ElementsAreArray(registros_exemplo()));
+}
+
+TEST(SintegraConversor, ReportsItsStepsAndTheLinesReadOfAll) {
+  const auto c = converter(informacao_exemplo());
+  EXPECT_THAT(c.info, ElementsAre("Lendo o arquivo de informações", "Gerando registros 10 e 11",
+                                  "Gerando registros 50 e 54",
+                                  "Nota 789 (modelo 57) fica fora do arquivo: seu registro não é gerado",
+                                  "Gerando registro 74", "Gerando registro 75", "Gerando registro 90",
+                                  "Conferindo o arquivo SINTEGRA"));
+  constexpr int kLinhas = 32, kNotas = 7, kInventario = 2;
+  ASSERT_EQ(c.progresso.size(), static_cast<std::size_t>(kLinhas + kNotas + kInventario));
+  for (int k = 0; k < kLinhas; ++k) EXPECT_EQ(c.progresso[k], std::pair(k + 1, kLinhas));
+  EXPECT_EQ(c.progresso[kLinhas], std::pair(1, kNotas));
+  EXPECT_EQ(c.progresso.back(), std::pair(kInventario, kInventario));
+}
+
+// Small months, each with the records that differ from the plain case written out.
+TEST(SintegraConversor, EdgeCasesGiveTheseRecords) {
+  const std::string k10 = "10" "11222333000181" "ISENTO        " "EMPRESA LTDA                       "
+                          "CAMPINAS                      " "SP" "0000000000" "20240301" "20240331" "3" "3";
+  const std::string k11 = "11" "RUA A                             " "00000" + std::string(22 + 15, ' ') + "00000000" +
+                          "EMPRESA LTDA                " "001933334444";
+  const std::string k75 = "75" "20240301" "20240331" "8             " "73181600" "PORCA" + std::string(48, ' ') +
+                          "UN    " "00000" "0000" "00000" "0000000000000";
+  const auto total90 = [](const std::string& pares, int largura) {
+    return "90" "11222333000181" "ISENTO        " + pares + std::string(95 - largura, ' ') + "1";
+  };
+  const struct {
+    const char* caso;
+    std::string informacao;
+    std::vector<std::string> registros;
+  } casos[] = {
+      {"a month without movement: 10, 11 and 90; no contact but the company's own; finalidade blank is normal",
+       mes({}, ""),
+       {k10 + "1", k11, total90("99" "00000003", 10)}},
+      {"finalidade 0 is normal too", mes({}, "0"), {k10 + "1", k11, total90("99" "00000003", 10)}},
+      {"finalidade 5 is kept", mes({}, "5"), {k10 + "5", k11, total90("99" "00000003", 10)}},
+      {"a foreign supplier: EX, CNPJ zeros, ISENTO; a 9-digit NF-e number keeps its last 6 digits",
+       mes({compra("123456789", "3102", "100,00"), fornecedor("", "", ""), item("1", "100,00", "041", "3102", "0,00", "0,00", "0,00"),
+            kPorca}),
+       {k10 + "1", k11,
+        "50" "00000000000000" "ISENTO        " "20240305" "EX" "55" "1  " "456789" "3102" "T" "0000000010000"
+        "0000000000000" "0000000000000" "0000000010000" "0000000000000" "0000" "N",
+        "54" "00000000000000" "55" "1  " "456789" "3102" "041" "001" "8             " "00000001000" "000000010000"
+        "000000000000" "000000000000" "000000000000" "000000000000" "0000",
+        k75, total90("50" "00000001" "54" "00000001" "75" "00000001" "99" "00000006", 40)}},
+      {"items adding to less than the total: the rest goes to Outras of the largest part; CST 40 is exempt",
+       mes({compra("77", "1102", "130,00", "80,00", "9,60"), fornecedor("44555666000181", "ISENTO", "SP"),
+            item("1", "20,00", "040", "1102", "0,00", "0,00", "0,00"),
+            item("2", "80,00", "000", "1102", "80,00", "12,00", "9,60"), kPorca}),
+       {k10 + "1", k11,
+        "50" "44555666000181" "ISENTO        " "20240305" "SP" "55" "1  " "000077" "1102" "T" "0000000002000"
+        "0000000000000" "0000000000000" "0000000002000" "0000000000000" "0000" "N",
+        "50" "44555666000181" "ISENTO        " "20240305" "SP" "55" "1  " "000077" "1102" "T" "0000000011000"
+        "0000000008000" "0000000000960" "0000000000000" "0000000003000" "1200" "N",
+        "54" "44555666000181" "55" "1  " "000077" "1102" "040" "001" "8             " "00000001000" "000000002000"
+        "000000000000" "000000000000" "000000000000" "000000000000" "0000",
+        "54" "44555666000181" "55" "1  " "000077" "1102" "000" "002" "8             " "00000001000" "000000008000"
+        "000000000000" "000000008000" "000000000000" "000000000000" "1200",
+        k75, total90("50" "00000002" "54" "00000002" "75" "00000001" "99" "00000008", 40)}},
+  };
+  for (const auto& c : casos) EXPECT_THAT(converter(c.informacao).registros, ElementsAreArray(c.registros)) << c.caso;
+}
+
+TEST(SintegraConversor, BadInformationIsAClearError) {
+  const std::string inventario = linha_informacao(18, {"", "1", "31/12/2023", "10,00"}, 4) + "\r\n" +
+                                 linha_informacao(19, {"1", "1", "99", "1,00", "10,00", "10,00", "UN", "2"}, 8);
+  const struct {
+    std::string informacao, erro;
+  } casos[] = {
+      {"", "O arquivo de informações não tem a linha 01 (registro fiscal)"},
+      {linha_informacao(1, {"1", "01/03/2024", "31/03/2024"}, 15), "O arquivo de informações não tem a linha 02 (empresa)"},
+      {"lixo\r\n", "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 1"},
+      {mes({item("1", "1,00", "000", "1102", "0,00", "0,00", "0,00")}),
+       "Linha 4 do arquivo de informações: linha 06 sem a linha 04 da sua nota"},
+      {mes({linha_informacao(20, {}, 0)}), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
+      {mes({}, "4"), "Finalidade do arquivo (C06 da linha 01) '4' não tem código no SINTEGRA"},
+      {mes({linha_informacao(4, {"3", "1", "5"}, 26)}),
+       "Linha 4 do arquivo de informações: tipo de nota '3' desconhecido"},
+      {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "", "SP"),
+            item("1", "-5,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
+       "Nota 5 (linha 4 do arquivo de informações): campo 'Valor do produto' (12 posições): valor negativo (-5,00)"},
+      {mes({linha_informacao(4, {"2", "1", "5", "1102", "", ""}, 26)}),
+       "Linha 4 do arquivo de informações: nota 5 sem modelo (C06)"},
+      {mes({compra("5", "1102", "10,00")}), "Nota 5 (linha 4 do arquivo de informações): nota sem a linha 05 da sua parte"},
+      {mes({inventario}), "Linha 5 do arquivo de informações: o produto 99 não está no cadastro (linhas 12)"},
+      // A supplier's CNPJ with wrong check digits: the file is checked before it is handed over.
+      {mes({compra("5", "1102", "10,00"), fornecedor("44555666000182", "", "SP"),
+            item("1", "10,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
+       "O arquivo SINTEGRA gerado não passou na conferência:\n"
+       "Registro 3: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '44555666000182'\n"
+       "Registro 4: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '44555666000182'"},
+  };
+  for (const auto& c : casos) EXPECT_EQ(erro_de(c.informacao), c.erro);
+}
+
+// The command line: the converter reads the saved (Windows-1252) file and writes the file;
+// the validator prints the findings and exits 1 when there are any.
+TEST(SintegraCli, ConvertsAndValidates) {
+  const std::string dir = fresh_dir("sintegra-cli");
+  write_file(dir + "/SpedInformacao.txt", utf8_to_windows1252(informacao_exemplo()));
+  auto r = run_cli({"converter", "--tipo", "1", "--informacao", dir + "/SpedInformacao.txt", "--arquivo-fiscal",
+                    dir + "/SINTEGRA.txt", "--progresso", "nada"});
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_THAT(r.out, StartsWith("Lendo o arquivo de informações\n"));
+  EXPECT_EQ(read_file(dir + "/SINTEGRA.txt"), arquivo_de(registros_exemplo()));
+
+  r = run_cli({"validar", "--tipo", "1", "--arquivo-fiscal", dir + "/SINTEGRA.txt"});
+  EXPECT_EQ(r.status, 0) << r.out;
+  EXPECT_EQ(r.out, "");
+
+  auto registros = registros_exemplo();
+  registros[1].pop_back();
+  write_file(dir + "/quebrado.txt", arquivo_de(registros));
+  r = run_cli({"validar", "--tipo", "1", "--arquivo-fiscal", dir + "/quebrado.txt"});
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.out, "Registro 2: tem 125 caracteres; todo registro tem 126\n");
+}
+
+TEST(SintegraCli, AMissingOrUnreadableInformationFileIsAClearError) {
+  const std::string dir = fresh_dir("sintegra-cli-erro");
+  write_file(dir + "/SINTEGRA.txt", "anterior\r\n");
+  write_file(dir + "/binario.txt", std::string("\x01\x02\xff", 3));
+  const struct {
+    std::string informacao, erro;
+  } casos[] = {
+      {dir + "/sumiu.txt", "Não foi possível ler o arquivo '" + dir + "/sumiu.txt': arquivo ou pasta inexistente\n"},
+      {dir + "/binario.txt", "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 1\n"},
+  };
+  for (const auto& c : casos) {
+    const auto r = run_cli({"converter", "--tipo", "1", "--informacao", c.informacao, "--arquivo-fiscal",
+                            dir + "/SINTEGRA.txt", "--progresso", "nada"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, c.erro);
+    EXPECT_EQ(read_file(dir + "/SINTEGRA.txt"), "anterior\r\n") << "the earlier file stays";
+  }
+}
+
+}  // namespace
+}  // namespace infofiscal

@@ -1,0 +1,294 @@
+// The dialog "Exporta Informação Fiscal" with real widgets under the offscreen platform: the
+// save question and the general error handler are the only parts replaced.
+#include "gui/dlg_dexportainformacaofiscal.h"
+
+#include <filesystem>
+#include <optional>
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/cli.h"
+#include "support/fixture.h"
+
+namespace infofiscal {
+namespace {
+
+using namespace testing;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+
+const std::string kInfo = "/Arquivos/InfoFiscal/SpedInformacao.txt";
+const std::string kFiltro = "Todos (*.* )|*.*|Texto (*.txt)|*.txt";
+
+// The info lines of a run that ends without error, before any converter line.
+std::vector<std::string> log_completo() {
+  auto linhas = banner();
+  linhas.insert(linhas.end(), kStepTexts.begin(), kStepTexts.end());
+  linhas.push_back("3-Gerar Arquivo de Informações: Final");
+  return linhas;
+}
+
+Snapshot marco_2024() { return Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}, {"CDEMPRESA", 1}}); }
+
+// A dialog as the host shows it, over a snapshot. The save question records what it was
+// asked and answers `resposta` (empty: cancel); the error handler records the messages.
+struct Dialogo {
+  explicit Dialogo(const Snapshot& snapshot, TRegistroFiscal tipo, const std::string& base)
+      : run(snapshot), dlg(run.conexao) {
+    dlg.ErroGeral = [this](const std::string& m) { erros.push_back(m); };
+    dlg.oArquivoSalvar.Pergunta = [this](TDialogoSalvar& d) {
+      perguntas.push_back({d.Filter, d.FileName});
+      if (ao_perguntar) ao_perguntar();
+      if (resposta.empty()) return false;
+      d.FileName = resposta;
+      return true;
+    };
+    dlg.SetCodTipoRegistroFiscal(tipo);
+    dlg.SetCodRegistroFiscal(7);
+    dlg.MesRegistro(3);
+    dlg.AnoRegistro(2024);
+    dlg.PastaBase(base);
+    dlg.show();
+  }
+
+  void gerar() { dlg.BtGerarArquivo->click(); }
+  std::vector<std::string> log() const {
+    std::vector<std::string> linhas;
+    const QString texto = dlg.MmInformacao->toPlainText();
+    if (!texto.isEmpty())
+      for (const QString& l : texto.split('\n')) linhas.push_back(l.toStdString());
+    return linhas;
+  }
+  bool botoes_habilitados() const { return dlg.BtGerarArquivo->isEnabled() && dlg.BtFechar->isEnabled(); }
+
+  Run run;
+  TDLG_DExportaInformacaoFiscal dlg;
+  std::string resposta;
+  std::function<void()> ao_perguntar;
+  std::vector<std::pair<std::string, std::string>> perguntas;  // (filter, suggested name)
+  std::vector<std::string> erros;
+};
+
+bool existe(const std::string& path) { return std::filesystem::exists(path); }
+
+TEST(DialogoExporta, FormShowCaptionsTheButtonByKindOnlyOnce) {
+  const struct {
+    TRegistroFiscal tipo;
+    const char* legenda;
+  } casos[] = {{0, "Indefinido"},
+               {1, "Gerar Arquivo do SINTEGRA-v1"},
+               {2, "Gerar Arquivo do SPED-EFD-v1"},
+               {3, "Gerar Arquivo do SPED-Contribuição-v1"},
+               {4, "Indefinido"}};
+  const std::string base = fresh_dir("dialogo-legenda", true);
+  for (const auto& c : casos) {
+    Dialogo d(marco_2024(), c.tipo, base);
+    EXPECT_EQ(d.dlg.BtGerarArquivo->text().toStdString(), c.legenda);
+    d.dlg.SetCodTipoRegistroFiscal(1);  // a later kind does not recaption the button
+    EXPECT_EQ(d.dlg.BtGerarArquivo->text().toStdString(), c.legenda);
+    EXPECT_EQ(d.dlg.Controle().oExportaInfoFiscal.CodTipoRegistroFiscal(), 1);
+    EXPECT_EQ(d.dlg.Controle().oExportaInfoFiscal.CodRegistroFiscal(), 7);
+  }
+}
+
+TEST(DialogoExporta, OpensWithItsLayoutAndAnEmptyCounter) {
+  Dialogo d(marco_2024(), 1, fresh_dir("dialogo-layout", true));
+  EXPECT_EQ(d.dlg.windowTitle().toStdString(), "Exporta Informação Fiscal");
+  EXPECT_EQ(d.dlg.size(), QSize(764, 351));
+  EXPECT_EQ(d.dlg.PnPrincipal->width(), 660);
+  EXPECT_EQ(d.dlg.PnGerarArquivo->geometry(), QRect(0, 271, 660, 80));
+  EXPECT_EQ(d.dlg.BtGerarArquivo->geometry(), QRect(5, 39, 253, 35));
+  EXPECT_EQ(d.dlg.BrProgresso->geometry(), QRect(264, 39, 393, 35));
+  EXPECT_EQ(d.dlg.LbRegistro->geometry(), QRect(480, 15, 159, 17));
+  EXPECT_FALSE(d.dlg.BtGerarArquivo->icon().isNull());
+  EXPECT_EQ(d.dlg.BrProgresso->palette().color(QPalette::Highlight), QColor(0, 170, 0));
+  EXPECT_TRUE(d.dlg.MmInformacao->isReadOnly());
+  EXPECT_EQ(d.dlg.MmInformacao->font().pixelSize(), 16);
+  EXPECT_EQ(d.dlg.LbRegistro->text(), "");
+  EXPECT_FALSE(d.dlg.BrProgresso->isVisible());
+}
+
+TEST(DialogoExporta, TheCounterFollowsProgressAndEveryInfoLineResetsIt) {
+  Dialogo d(marco_2024(), 1, fresh_dir("dialogo-contador", true));
+  const struct {
+    std::function<void(TDLG_DExportaInformacaoFiscal&)> chamada;
+    const char* legenda;
+    bool visiveis;
+  } passos[] = {
+      {[](auto& g) { g.Progresso_B(7, 1234); }, "07 de 1.234", true},
+      {[](auto& g) { g.Progresso_B(1234, 1234); }, "1.234 de 1.234", true},
+      {[](auto& g) { g.LinhaInfo("2.15-Registro: Lista de Produtos"); }, "00 de 00", false},
+      {[](auto& g) { g.Progresso_B(0, 5); }, "00 de 05", true},
+      {[](auto& g) { g.Progresso_B(3, 0); }, "03 de 00", false},
+      {[](auto& g) { g.Progresso_B(1000000, 2500000); }, "1.000.000 de 2.500.000", true},
+  };
+  for (const auto& p : passos) {
+    p.chamada(d.dlg);
+    EXPECT_EQ(d.dlg.LbRegistro->text().toStdString(), p.legenda);
+    EXPECT_EQ(d.dlg.LbRegistro->isVisible(), p.visiveis) << p.legenda;
+    EXPECT_EQ(d.dlg.BrProgresso->isVisible(), p.visiveis) << p.legenda;
+  }
+  d.dlg.Progresso_B(1, 2500000);
+  EXPECT_EQ(d.dlg.BrProgresso->maximum(), 2500000);
+  EXPECT_EQ(d.dlg.BrProgresso->value(), 1);
+  EXPECT_THAT(d.log(), ElementsAre("2.15-Registro: Lista de Produtos"));
+}
+
+TEST(DialogoExporta, CancellingGeneratesNothingAndReenablesTheButtons) {
+  const std::string base = fresh_dir("dialogo-cancelar", true);
+  write_file(base + kInfo, "anterior\r\n");
+  Dialogo d(marco_2024(), 1, base);
+  d.dlg.MmInformacao->setPlainText("log da execução anterior");
+  d.gerar();
+  EXPECT_THAT(d.perguntas, ElementsAre(std::pair{kFiltro, std::string("SINTEGRA_03_2024.v1.txt")}));
+  EXPECT_THAT(d.log(), ElementsAre());
+  EXPECT_EQ(read_file(base + kInfo), "anterior\r\n");
+  EXPECT_THAT(d.erros, ElementsAre());
+  EXPECT_TRUE(d.botoes_habilitados());
+}
+
+TEST(DialogoExporta, SuggestsANameByKindAndKeepsThePreviousOneForOtherKinds) {
+  const std::string base = fresh_dir("dialogo-nomes", true);
+  const struct {
+    TRegistroFiscal tipo;
+    const char* sugerido;
+  } casos[] = {{1, "SINTEGRA_03_2024.v1.txt"},
+               {2, "SPED_FISCAL_EFD_03_2024.v1.txt"},
+               {3, "SPED_FISCAL_EFD_CTB_03_2024.v1.txt"},
+               {0, ""}};
+  for (const auto& c : casos) {
+    Dialogo d(marco_2024(), c.tipo, base);
+    EXPECT_EQ(d.dlg.RecuperarNomeArquivo_v1(), "");
+    EXPECT_THAT(d.perguntas, ElementsAre(std::pair{kFiltro, std::string(c.sugerido)}));
+  }
+  // Kind 0 suggests the name the user chose last.
+  Dialogo d(marco_2024(), 0, base);
+  d.resposta = base + "/meu arquivo.txt";
+  EXPECT_EQ(d.dlg.RecuperarNomeArquivo_v1(), base + "/meu arquivo.txt");
+  d.resposta.clear();
+  EXPECT_EQ(d.dlg.RecuperarNomeArquivo_v1(), "");
+  EXPECT_EQ(d.perguntas.back().second, base + "/meu arquivo.txt");
+}
+
+TEST(DialogoExporta, KindsWithoutConverterWriteOnlyTheInformationFile) {
+  for (const TRegistroFiscal tipo : {0, 3}) {
+    const std::string base = fresh_dir("dialogo-sem-conversor-" + std::to_string(tipo), true);
+    Dialogo d(marco_2024(), tipo, base);
+    d.resposta = base + "/fiscal.txt";
+    d.gerar();
+    EXPECT_THAT(d.erros, ElementsAre());
+    EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));
+    EXPECT_EQ(read_file(base + kInfo).substr(0, 13), "[C00]01[/C00]");
+    EXPECT_FALSE(existe(base + "/fiscal.txt"));
+    EXPECT_TRUE(d.botoes_habilitados());
+  }
+}
+
+TEST(DialogoExporta, AMissingInformationFolderFailsAfterTheExportWasBuilt) {
+  const std::string base = fresh_dir("dialogo-sem-pasta");
+  Dialogo d(marco_2024(), 1, base);
+  d.resposta = base + "/SINTEGRA.txt";
+  d.gerar();
+  EXPECT_THAT(d.erros, ElementsAre("A pasta '" + base + "/Arquivos/InfoFiscal' não existe: o arquivo '" + base + kInfo +
+                                   "' não foi gravado"));
+  EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));  // no converter line after the last step
+  EXPECT_FALSE(existe(base + "/SINTEGRA.txt"));
+  EXPECT_TRUE(d.botoes_habilitados());
+  EXPECT_TRUE(d.dlg.isVisible());
+}
+
+TEST(DialogoExporta, TheLogKeepsTheInfoLinesUpToAFailure) {
+  const auto completo = log_completo();
+  const std::vector<std::string> ate_2_01(completo.begin(), completo.begin() + 5);
+  const struct {
+    Snapshot snapshot;
+    const char* mensagem;
+  } casos[] = {
+      {Snapshot().registro(7, {{"CDMES", 13}}), "Erro ano Gerar Registro Linha 01: Mês inválido: 13"},
+      {Snapshot().error("DspRegistroInfoFiscal", {7}, "conexão recusada"), "conexão recusada"},
+  };
+  for (const auto& c : casos) {
+    const std::string base = fresh_dir("dialogo-falha", true);
+    write_file(base + kInfo, "anterior\r\n");
+    Dialogo d(c.snapshot, 2, base);
+    d.resposta = base + "/efd.txt";
+    d.gerar();
+    EXPECT_THAT(d.erros, ElementsAre(c.mensagem));
+    EXPECT_THAT(d.log(), ElementsAreArray(ate_2_01));
+    EXPECT_EQ(read_file(base + kInfo), "anterior\r\n");
+    EXPECT_FALSE(existe(base + "/efd.txt"));
+    EXPECT_TRUE(d.botoes_habilitados());
+  }
+}
+
+// What a user could do while a run handles pending events in a progress report.
+struct NoMeioDaExecucao {
+  bool gerar_habilitado = true, fechar_habilitado = true, fechou = true;
+  std::size_t linhas_no_log = 0;
+};
+
+TEST(DialogoExporta, ButtonsStayDisabledAndTheWindowOpenDuringARun) {
+  const std::string base = fresh_dir("dialogo-durante", true);
+  Dialogo d(marco_2024(), 3, base);
+  d.resposta = base + "/fiscal.txt";
+  std::optional<NoMeioDaExecucao> visto;
+  // Posted before the run starts, handled by the first progress report's event processing.
+  d.ao_perguntar = [&] {
+    QTimer::singleShot(0, &d.dlg, [&] {
+      if (visto) return;
+      visto = NoMeioDaExecucao{d.dlg.BtGerarArquivo->isEnabled(), d.dlg.BtFechar->isEnabled(), d.dlg.close(),
+                               d.log().size()};
+      d.dlg.BtGerarArquivo->click();  // a second run must not start
+      d.dlg.BtFechar->click();
+      d.dlg.reject();
+    });
+  };
+  d.gerar();
+  ASSERT_TRUE(visto.has_value()) << "no progress report handled pending events";
+  EXPECT_FALSE(visto->gerar_habilitado);
+  EXPECT_FALSE(visto->fechar_habilitado);
+  EXPECT_FALSE(visto->fechou);
+  EXPECT_EQ(visto->linhas_no_log, 0u);  // the first info line resets the counter before it is logged
+  EXPECT_EQ(d.perguntas.size(), 1u);
+  EXPECT_TRUE(d.dlg.isVisible());
+  EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));
+  EXPECT_TRUE(d.botoes_habilitados());
+  EXPECT_TRUE(d.dlg.close());  // and closes again once the run is over
+}
+
+// The dialog and `infofiscal exportar` on the same snapshot leave the same files, the same
+// log and the same error, whatever the converter of the kind does.
+TEST(DialogoExporta, AWholeRunMatchesTheCommandLine) {
+  const Snapshot snapshot = Snapshot().registro(
+      7, {{"CDMES", 3}, {"ANO", 2024}, {"CDEMPRESA", 1}, {"REGCOMPRAPRODUTO", "S"}, {"REGVENDAPRODUTO", "S"}});
+  for (const TRegistroFiscal tipo : {1, 2, 3}) {
+    const std::string cli = fresh_dir("dialogo-cli-" + std::to_string(tipo), true);
+    const std::string dlg = fresh_dir("dialogo-igual-" + std::to_string(tipo), true);
+    write_file(cli + "/snapshot.json", snapshot.document().dump());
+    const auto r = run_cli({"exportar", "--fonte", "snapshot:" + cli + "/snapshot.json", "--registro", "7", "--tipo",
+                            std::to_string(tipo), "--base", cli, "--arquivo-fiscal", cli + "/fiscal.txt"});
+    Dialogo d(snapshot, tipo, dlg);
+    d.resposta = dlg + "/fiscal.txt";
+    d.gerar();
+
+    std::string log;
+    for (const auto& l : d.log()) log += l + "\n";
+    EXPECT_EQ(log, r.out) << "kind " << int(tipo);
+    EXPECT_EQ(d.erros.empty() ? "" : d.erros.front() + "\n", r.err);
+    EXPECT_EQ(d.erros.empty(), r.status == 0);
+    ASSERT_TRUE(existe(cli + kInfo));
+    EXPECT_EQ(read_file(dlg + kInfo), read_file(cli + kInfo));
+    EXPECT_EQ(existe(dlg + "/fiscal.txt"), existe(cli + "/fiscal.txt"));
+    EXPECT_EQ(read_file(dlg + "/fiscal.txt"), read_file(cli + "/fiscal.txt"));
+  }
+}
+
+}  // namespace
+}  // namespace infofiscal

@@ -1,0 +1,99 @@
+// Whole runs of the command over the demo month: SQLite and PostgreSQL give the same files,
+// and a recorded snapshot replays a run byte for byte.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "host/sql_support.h"
+#include "support/cli.h"
+
+namespace infofiscal {
+namespace {
+
+using namespace testing;
+
+// What a scheduler sees of one run: status, stdout, stderr and both files (empty when absent).
+struct Outcome {
+  int status = -1;
+  std::string out, err, info, fiscal;
+};
+
+struct Register {
+  const char* registro;
+  const char* tipo;
+};
+const Register kRegisters[] = {{"1", "1"}, {"2", "2"}};  // SINTEGRA and EFD, every switch "S"
+
+Outcome exportar(const std::string& fonte, const Register& r, const std::string& name,
+                 std::vector<std::string> extra = {}) {
+  const std::string base = fresh_dir(name, true);
+  std::vector<std::string> args = {"exportar", "--fonte", fonte, "--registro", r.registro, "--tipo", r.tipo,
+                                   "--base", base, "--arquivo-fiscal", base + "/fiscal.txt", "--progresso", "nada"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  const auto run = run_cli(args);
+  return {run.status, run.out, run.err, read_file(base + "/Arquivos/InfoFiscal/SpedInformacao.txt"),
+          read_file(base + "/fiscal.txt")};
+}
+
+void expect_same(const Outcome& a, const Outcome& b, bool same_err) {
+  EXPECT_EQ(a.status, b.status) << a.err << "\n---\n" << b.err;
+  EXPECT_EQ(a.out, b.out);
+  if (same_err) {
+    EXPECT_EQ(a.err, b.err);
+  }
+  EXPECT_EQ(a.info.size(), b.info.size());
+  EXPECT_TRUE(a.info == b.info) << "the information files differ";
+  EXPECT_TRUE(a.fiscal == b.fiscal) << "the fiscal files differ";
+}
+
+TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
+  TestDatabase db("sqlite", "demo-gravacao", demo_script());
+  for (const auto& r : kRegisters) {
+    const std::string snapshot = fresh_dir(std::string("demo-snapshot-") + r.registro) + "/gravado.json";
+    const Outcome live = exportar(db.address(), r, "demo-ao-vivo", {"--gravar-snapshot", snapshot});
+    // The demo month converts: valid access keys, party codes and totals in both fiscal files.
+    EXPECT_EQ(live.status, 0) << live.err;
+    EXPECT_FALSE(live.fiscal.empty());
+    EXPECT_EQ(live.info.rfind("[C00]01[/C00][C01]" + std::string(r.tipo) + "[/C01][C02]01/03/2024[/C02]", 0), 0u)
+        << live.err;
+    // Every switch is on: every kind of line is there.
+    for (const char* line : {"02", "03", "04", "05", "06", "12", "13", "14", "15", "16", "17", "18", "19"})
+      EXPECT_NE(live.info.find(std::string("\r\n[C00]") + line + "[/C00]"), std::string::npos) << line;
+    const Outcome replay = exportar("snapshot:" + snapshot, r, "demo-replay");
+    expect_same(live, replay, /*same_err=*/true);
+  }
+}
+
+TEST(SqlDemo, SqliteAndPostgresqlGiveTheSameFiles) {
+  if (pg_server().empty()) GTEST_SKIP() << kSemPostgres;
+  TestDatabase lite("sqlite", "demo-igual", demo_script());
+  TestDatabase pg("postgresql", "demo_igual", demo_script());
+  for (const auto& r : kRegisters) {
+    const Outcome a = exportar(lite.address(), r, "demo-sqlite");
+    EXPECT_FALSE(a.info.empty()) << a.err;
+    expect_same(a, exportar(pg.address(), r, "demo-postgresql"), /*same_err=*/false);
+  }
+}
+
+TEST(SqlDemo, AnUnusableDatabaseEndsTheRunWithStatusOneAndWritesNothing) {
+  const std::string dir = fresh_dir("demo-ruim");
+  // A schema without the fiscal registers: the first fetch fails, naming the table.
+  TestDatabase partial("sqlite", "demo-parcial", "CREATE TABLE empresa (cdempresa INTEGER);\n");
+  const struct {
+    std::string fonte, message;
+  } cases[] = {
+      {"sqlite:" + dir + "/nao-existe.sqlite", "Banco de dados SQLite '" + dir + "/nao-existe.sqlite' não encontrado\n"},
+      {partial.address(), "Erro ao consultar DspRegistroInfoFiscal (TabRegistroInfoFiscal) em '" + partial.address() +
+                              "': a tabela 'registrofiscal' não existe no banco"},
+  };
+  for (const auto& c : cases) {
+    const Outcome o = exportar(c.fonte, kRegisters[1], "demo-falha");
+    EXPECT_EQ(o.status, 1);
+    EXPECT_EQ(o.err.rfind(c.message, 0), 0u) << o.err;
+    EXPECT_EQ(o.info, "");
+    EXPECT_EQ(o.fiscal, "");
+  }
+}
+
+}  // namespace
+}  // namespace infofiscal
