@@ -71,6 +71,7 @@ int exportar(const OpcoesExportar& o) {
   // The snapshot holds every answer of the run, also of a run that failed anywhere (the
   // converter included), so that the failure replays.
   try {
+    exigir_registro(*fonte, o.registro);
     const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
     if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
       std::string nome = o.arquivo_fiscal;

@@ -8,6 +8,7 @@
 #include <fmt/ranges.h>
 
 #include "host/client_dataset.h"
+#include "host/error.h"
 
 namespace infofiscal {
 
@@ -107,6 +108,15 @@ std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view 
   tab.SetParam(0, std::int64_t{registro});
   tab.Open();
   return tab.FieldByName(campo).AsInteger();
+}
+
+void exigir_registro(RecordSource& fonte, int registro) {
+  // Declared as text: a month of the wrong type is line 01's to report.
+  ClientDataSet tab("TabRegistroFiscal", "DspRegistroInfoFiscal", {{"CDMES", FieldClass::String}}, 1);
+  tab.SetRemoteServer(&fonte);
+  tab.SetParam(0, std::int64_t{registro});
+  tab.Open();
+  if (tab.RecordCount() == 0) throw Error(fmt::format("O registro fiscal {} não existe na fonte de dados", registro));
 }
 
 TOBJ_InfoSistema_v11c info_sistema(RecordSource& fonte, const OpcoesRegistro& o) {

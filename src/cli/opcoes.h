@@ -34,6 +34,10 @@ CLI::Validator um_de(const std::vector<std::string>& aceitos);
 // A parse error of `app` as a Portuguese message that says what is wrong.
 std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app);
 
+// Fails, naming it, when the fiscal register `registro` has no record: a run over it would
+// write nothing true.
+void exigir_registro(RecordSource& fonte, int registro);
+
 // One integer field of the fiscal register `registro`, read only when a default needs it.
 std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view campo);
 

@@ -13,6 +13,8 @@
 #include "faults/support.h"
 #include "fiscal/sintegra_dados.h"
 #include "host/error.h"
+#include "host/sources/sql_source.h"
+#include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/fixture.h"
 
@@ -24,6 +26,7 @@ using nlohmann::json;
 
 const std::string kUso = "\nUse --help para ver as opções.\n";
 const std::string kInfo = "{dir}/Arquivos/InfoFiscal/SpedInformacao.txt";
+const std::string kCheio = "{dir}/Arquivos/InfoFiscal/fiscal.txt";  // on the full tmpfs
 
 // What a row needs beyond the folder every row starts from.
 enum class Requer { Nada, Root };
@@ -36,6 +39,8 @@ struct Caso {
   // Changes the row's folder before the run; returns false when the row cannot run here.
   std::function<bool(const std::string& dir)> preparar = nullptr;
   Requer requer = Requer::Nada;
+  std::string saida = "";               // the first line of stdout, when the row names one
+  std::vector<std::string> mudam = {};  // files the run rightly replaces (whole, checked apart)
 };
 
 // gtest prints a row by its name, not its bytes.
@@ -70,6 +75,78 @@ std::function<bool(const std::string&)> com_texto(const std::string& arquivo, co
   };
 }
 
+// `exportar` of fiscal register 1 of the demo company from the SQLite file {dir}/erp.db.
+std::vector<std::string> exportar_sql(std::vector<std::string> extra = {}) {
+  std::vector<std::string> args{"exportar", "--fonte", "sqlite:{dir}/erp.db", "--tipo", "3", "--base", "{dir}"};
+  if (extra.empty()) extra = {"--registro", "1"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  return args;
+}
+
+// {dir}/erp.db holding the demo month, then `mudanca` (SQL) applied to it.
+std::function<bool(const std::string&)> demo_com(const std::string& mudanca) {
+  return [mudanca](const std::string& dir) {
+    run_sql_script("sqlite:" + dir + "/erp.db", demo_script() + mudanca);
+    return true;
+  };
+}
+
+// The information file of the demo's register 1 (SINTEGRA) or 2 (SPED EFD), made once.
+const std::string& informacao_demo(int registro) {
+  static std::map<int, std::string> feitas;
+  auto& texto = feitas[registro];
+  if (texto.empty()) {
+    const std::string dir = fresh_dir("entrada-ruim-demo-" + std::to_string(registro), true);
+    run_sql_script("sqlite:" + dir + "/erp.db", demo_script());
+    const auto r = run_cli({"exportar", "--fonte", "sqlite:" + dir + "/erp.db", "--registro", std::to_string(registro),
+                            "--tipo", std::to_string(registro), "--base", dir, "--somente-informacao"});
+    if (r.status == 0) texto = read_file(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt");
+  }
+  return texto;
+}
+
+// {dir}/info.txt holding the demo's information file of `registro`.
+std::function<bool(const std::string&)> com_informacao_demo(int registro) {
+  return [registro](const std::string& dir) {
+    write_file(dir + "/info.txt", informacao_demo(registro));
+    return true;
+  };
+}
+
+// The fiscal file of the demo's register, converted from its information file.
+std::string fiscal_demo(int registro) {
+  const std::string dir = fresh_dir("entrada-ruim-fiscal-" + std::to_string(registro));
+  write_file(dir + "/info.txt", informacao_demo(registro));
+  run_cli({"converter", "--tipo", std::to_string(registro), "--informacao", dir + "/info.txt", "--arquivo-fiscal",
+           dir + "/f.txt"});
+  return read_file(dir + "/f.txt");
+}
+
+// {dir}/ruim.txt: the demo's fiscal file with its last line cut off.
+std::function<bool(const std::string&)> fiscal_demo_sem_a_ultima_linha(int registro) {
+  return [registro](const std::string& dir) {
+    std::string f = fiscal_demo(registro);
+    f.erase(f.rfind("\r\n", f.size() - 3) + 2);
+    write_file(dir + "/ruim.txt", f);
+    return true;
+  };
+}
+
+// What the EFD validator says of the file of a register that has no company nor accountant:
+// the text is refused and nothing is written.
+std::string efd_recusado() {
+  std::string s = "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:\n";
+  const std::string l0000 = "|0000|018|0|01032024|31032024|||||||||||\n";
+  for (const char* c : {"NOME", "UF", "IE", "COD_MUN", "IND_PERFIL", "IND_ATIV"})
+    s += "Linha 1: 0000 campo " + std::string(c) + " obrigatório vazio em " + l0000;
+  s += "Linha 1: 0000 deve ter CNPJ ou CPF, e só um deles em " + l0000;
+  for (const char* c : {"FANTASIA", "CEP", "END", "BAIRRO"})
+    s += "Linha 3: 0005 campo " + std::string(c) + " obrigatório vazio em |0005||||||||||\n";
+  for (const char* c : {"NOME", "CPF", "CRC", "EMAIL"})
+    s += "Linha 4: 0100 campo " + std::string(c) + " obrigatório vazio em |0100||||||||||||||\n";
+  return s;
+}
+
 // The fiscal register with one field replaced (or, with a null `valor`, removed).
 json registro_com(const std::string& campo, const json& valor) {
   json doc = registro_bom();
@@ -80,9 +157,10 @@ json registro_com(const std::string& campo, const json& valor) {
 }
 
 // The information folder on a tmpfs of its own, holding the earlier file; `cheio`: not a byte
-// left; else mounted read-only.
-std::function<bool(const std::string&)> pasta_em_tmpfs(bool cheio) {
-  return [cheio](const std::string& dir) {
+// left; else mounted read-only. `antes` runs first (the fiscal file goes to the same folder).
+std::function<bool(const std::string&)> pasta_em_tmpfs(bool cheio, std::function<bool(const std::string&)> antes = nullptr) {
+  return [cheio, antes](const std::string& dir) {
+    if (antes && !antes(dir)) return false;
     const std::string pasta = dir + "/Arquivos/InfoFiscal";
     if (!montar_tmpfs(pasta, 64)) return false;
     write_file(pasta + "/SpedInformacao.txt", "anterior\r\n");
@@ -91,6 +169,11 @@ std::function<bool(const std::string&)> pasta_em_tmpfs(bool cheio) {
     if (!montar_tmpfs(pasta, 64, true)) return false;
     return true;
   };
+}
+
+// `converter` of {dir}/info.txt of `tipo` into `arquivo`.
+std::vector<std::string> converter(const std::string& tipo, const std::string& arquivo = "{dir}/fiscal.txt") {
+  return {"converter", "--tipo", tipo, "--informacao", "{dir}/info.txt", "--arquivo-fiscal", arquivo, "--progresso", "nada"};
 }
 
 const std::vector<Caso>& casos() {
@@ -154,7 +237,7 @@ const std::vector<Caso>& casos() {
        com_snapshot(registro_com("CDMES", 13))},
       {"registro fiscal inexistente", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "8", "--tipo", "3",
                                        "--base", "{dir}", "--empresa", "1"},
-       1, "Erro ano Gerar Registro Linha 01: Mês inválido: 0\n"},
+       1, "O registro fiscal 8 não existe na fonte de dados\n"},
       {"erro da fonte", exportar(), 1, "conexão recusada pelo servidor\n",
        com_snapshot(Snapshot().error("DspRegistroInfoFiscal", {7}, "conexão recusada pelo servidor").document())},
       // Where the files go.
@@ -185,6 +268,31 @@ const std::vector<Caso>& casos() {
        pasta_em_tmpfs(true), Requer::Root},
       {"snapshot gravado numa pasta que não existe", exportar({"--gravar-snapshot", "{dir}/nao/existe.json"}), 1,
        "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/existe.json' não foi gravado\n"},
+      // An SQL database.
+      {"SQLite inexistente", exportar_sql(), 1, "Banco de dados SQLite '{dir}/erp.db' não encontrado\n"},
+      {"SQLite que não é um banco", exportar_sql(), 1,
+       "Não foi possível abrir a fonte de dados 'sqlite:{dir}/erp.db': o arquivo não é um banco de dados SQLite "
+       "(sqlite3_statement_backend::prepare: file is not a database while preparing \"SELECT count(*) FROM "
+       "sqlite_master\".)\n",
+       com_texto("erp.db", "isto não é um banco de dados\n")},
+      {"PostgreSQL recusa a conexão", exportar({}, "postgresql:host=127.0.0.1 port=1 dbname=erp connect_timeout=5"), 1,
+       "Não foi possível abrir a fonte de dados 'postgresql:host=127.0.0.1 port=1 dbname=erp connect_timeout=5': o "
+       "servidor recusou a conexão (Cannot establish connection to the database.\nconnection to server at "
+       "\"127.0.0.1\", port 1 failed: Connection refused\n\tIs the server running on that host and accepting TCP/IP "
+       "connections?)\n"},
+      {"tabela ausente", exportar_sql(), 1,
+       "Erro ao consultar DspRegistroInfoFiscal (TabRegistroFiscal) em 'sqlite:{dir}/erp.db': a tabela "
+       "'registrofiscal' não existe no banco (sqlite3_statement_backend::prepare: no such table: registrofiscal while "
+       "preparing \"SELECT *\n  FROM registrofiscal\n WHERE cdregistrofiscal = :p1\" with :1=1.)\n",
+       demo_com("DROP TABLE registrofiscal;\n")},
+      {"coluna declarada ausente no banco", exportar_sql(), 1,
+       "Campo 'FINALIDADEARQUIVO' não encontrado em TabRegistroInfoFiscal\n",
+       demo_com("ALTER TABLE registrofiscal DROP COLUMN finalidadearquivo;\n")},
+      {"texto em campo numérico do banco", exportar_sql(), 1,
+       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido\n",
+       demo_com("UPDATE registrofiscal SET cdmes = 'três';\n")},
+      {"registro fiscal inexistente no banco", exportar_sql({"--registro", "99"}), 1,
+       "O registro fiscal 99 não existe na fonte de dados\n", demo_com("")},
       // Options out of range.
       {"tipo 5", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "5", "--base", "{dir}"}, 2,
        "infofiscal: valor inválido em --tipo: '5' não é um dos valores aceitos (0, 1, 2, 3)" + kUso},
@@ -226,6 +334,25 @@ const std::vector<Caso>& casos() {
       {"arquivo fiscal numa pasta que não existe", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/nao/f.txt"}, 1,
        "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/f.txt' não foi gravado\n",
        com_texto("info.txt", infofiscal::testing::informacao_exemplo())},
+      {"converter SINTEGRA para um disco cheio", converter("1", kCheio), 1,
+       "Não foi possível gravar o arquivo '" + kCheio + "': disco cheio\n",
+       pasta_em_tmpfs(true, com_texto("info.txt", infofiscal::testing::informacao_exemplo())), Requer::Root},
+      {"converter SPED EFD para um disco cheio", converter("2", kCheio), 1,
+       "Não foi possível gravar o arquivo '" + kCheio + "': disco cheio\n",
+       pasta_em_tmpfs(true, com_informacao_demo(2)), Requer::Root},
+      {"converter SPED EFD sem a linha da empresa", converter("2"), 1, "Arquivo de informações sem a linha 02\n",
+       com_texto("info.txt", "[C00]01[/C00][C01]2[/C01][C02]01/03/2024[/C02][C03]31/03/2024[/C03][C04]N[/C04][C05]N[/C05][C06][/C06][C07][/C07][C08]A[/C08][C09]1[/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C99]15[/C99]\r\n")},
+      {"converter SPED EFD de informação SINTEGRA", converter("2"), 1,
+       "Nota 123 de compra de produtos (linha 4 do arquivo de informações): participante 2-55 não consta das linhas 14\n",
+       com_texto("info.txt", infofiscal::testing::informacao_exemplo())},
+      {"exportar SPED EFD que o validador recusa",
+       {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "2", "--base", "{dir}", "--empresa",
+        "1", "--arquivo-fiscal", "{dir}/fiscal.txt", "--progresso", "nada"}, 1, efd_recusado(), nullptr,
+       Requer::Nada, "", {kInfo}},
+      {"validar SINTEGRA sem o último registro", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
+       fiscal_demo_sem_a_ultima_linha(1), Requer::Nada, "Arquivo: falta o registro tipo 90\n"},
+      {"validar SPED EFD sem o último registro", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
+       fiscal_demo_sem_a_ultima_linha(2), Requer::Nada, "Linha 1309: 9900 de 9999, registro ausente do arquivo\n"},
       {"validar arquivo inexistente", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/sumiu.txt"}, 1,
        "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
       {"validar uma pasta", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}"}, 1,
@@ -262,7 +389,16 @@ TEST_P(EntradaRuim, SaysWhatIsWrongAndChangesNoFile) {
   if (c.status == 2) {
     EXPECT_EQ(r.out, "");
   }
-  EXPECT_EQ(depois, antes) << "a falha criou, mudou ou deixou arquivos";
+  if (!c.saida.empty()) {
+    EXPECT_EQ(r.out.substr(0, r.out.find('\n') + 1), expandir(c.saida, dir));
+  }
+  auto esperado = antes;
+  for (const auto& m : c.mudam) {
+    const std::string rel = std::filesystem::relative(expandir(m, dir), dir).string();
+    EXPECT_NE(depois.at(rel), antes.at(rel)) << rel << " devia ter sido substituído";
+    esperado[rel] = depois.at(rel);
+  }
+  EXPECT_EQ(depois, esperado) << "a falha criou, mudou ou deixou arquivos";
 }
 
 std::string nome_do_caso(const ::testing::TestParamInfo<Caso>& info) {
