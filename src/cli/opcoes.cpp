@@ -112,7 +112,7 @@ std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view 
 
 void exigir_registro(RecordSource& fonte, int registro) {
   // Declared as text: a month of the wrong type is line 01's to report.
-  ClientDataSet tab("TabRegistroFiscal", "DspRegistroInfoFiscal", {{"CDMES", FieldClass::String}}, 1);
+  ClientDataSet tab("TabRegistroInfoFiscal", "DspRegistroInfoFiscal", {{"CDMES", FieldClass::String}}, 1);
   tab.SetRemoteServer(&fonte);
   tab.SetParam(0, std::int64_t{registro});
   tab.Open();

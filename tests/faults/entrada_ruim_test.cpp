@@ -281,7 +281,7 @@ const std::vector<Caso>& casos() {
        "\"127.0.0.1\", port 1 failed: Connection refused\n\tIs the server running on that host and accepting TCP/IP "
        "connections?)\n"},
       {"tabela ausente", exportar_sql(), 1,
-       "Erro ao consultar DspRegistroInfoFiscal (TabRegistroFiscal) em 'sqlite:{dir}/erp.db': a tabela "
+       "Erro ao consultar DspRegistroInfoFiscal (TabRegistroInfoFiscal) em 'sqlite:{dir}/erp.db': a tabela "
        "'registrofiscal' não existe no banco (sqlite3_statement_backend::prepare: no such table: registrofiscal while "
        "preparing \"SELECT *\n  FROM registrofiscal\n WHERE cdregistrofiscal = :p1\" with :1=1.)\n",
        demo_com("DROP TABLE registrofiscal;\n")},
