@@ -78,8 +78,20 @@ inline void abrir_cada_resposta(const nlohmann::json& doc, RecordSource& source)
   }
 }
 
+// The fiscal register a snapshot was recorded for: the parameter of its first answer of the
+// register's provider (7 when there is none to read).
+inline int registro_do(const nlohmann::json& doc) {
+  for (const auto& entry : doc["responses"]) {
+    const auto provider = entry.find("provider"), params = entry.find("params");
+    if (provider != entry.end() && *provider == "DspRegistroInfoFiscal" && params != entry.end() &&
+        params->is_array() && params->size() == 1 && (*params)[0].is_number_integer())
+      return static_cast<int>((*params)[0].get<std::int64_t>());
+  }
+  return 7;
+}
+
 // A snapshot file: read from a file as `--fonte snapshot:` reads it, then a whole export run
-// of fiscal register 7 over it (every generator that its switches turn on), then each entry
+// of its fiscal register over it (every generator that its switches turn on), then each entry
 // opened on its own.
 inline void snapshot(const std::uint8_t* data, std::size_t size) {
   const int fd = memfd_create("snapshot", 0);
@@ -89,17 +101,19 @@ inline void snapshot(const std::uint8_t* data, std::size_t size) {
   try {
     if (written) {
       SnapshotSource source(path);
+      // The source read it: the bytes are a well-formed snapshot.
+      const nlohmann::json doc = nlohmann::json::parse(como_texto(data, size));
       TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c([] { return 1; })};
       for (const TRegistroFiscal tipo : {TRegistroFiscal{1}, TRegistroFiscal{2}}) {
         TOBJ_ExportaInfoFiscal run(conexao);
         run.CodTipoRegistroFiscal(tipo);
-        run.CodRegistroFiscal(7);
+        run.CodRegistroFiscal(registro_do(doc));
         try {
           run.RecInformacao(0, 0);
         } catch (const Error&) {
         }
       }
-      abrir_cada_resposta(nlohmann::json::parse(como_texto(data, size)), source);
+      abrir_cada_resposta(doc, source);
     }
   } catch (const Error&) {
   }
