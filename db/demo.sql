@@ -1,6 +1,7 @@
 -- Demo data: March 2024 of a small hardware wholesaler in Campinas (SP), loaded over
--- schema.sql. Portable between SQLite and PostgreSQL (Firebird 3 lacks the multi-row VALUES
--- and UPDATE ... FROM used here). Bulk rows (notes and their items) come from a counter table
+-- schema.sql. Portable between SQLite and PostgreSQL; Firebird 3 lacks the multi-row VALUES
+-- and UPDATE ... FROM used here, so a Firebird database gets these rows copied from SQLite
+-- (copy_tables in the SQL source). Bulk rows (notes and their items) come from a counter table
 -- and modular arithmetic, so every run of this file gives the same data.
 -- Amounts are computed in whole cents and divided by 100.0 only when stored, so that both
 -- databases hold the same values.
@@ -417,7 +418,7 @@ SELECT k.origem, k.nota,
        '352403' || k.cnpj || k.modelo || '00' || k.serie || k.numero9 || '1' || CAST(k.codigo AS VARCHAR(8))
        || CAST(CASE WHEN s.soma - s.soma / 11 * 11 < 2 THEN 0 ELSE 11 - (s.soma - s.soma / 11 * 11) END AS VARCHAR(2))
   FROM demo_chave_parte k
-  JOIN (SELECT d.origem, d.nota, SUM((d.valor / d.pot - d.valor / d.pot / 10 * 10) * d.peso) AS soma
+  JOIN (SELECT d.origem, d.nota, CAST(SUM((d.valor / d.pot - d.valor / d.pot / 10 * 10) * d.peso) AS BIGINT) AS soma
           FROM (SELECT c.origem, c.nota, p.pot, p.peso,
                        CASE p.parte WHEN 1 THEN 352403
                                     WHEN 2 THEN CAST(c.cnpj AS BIGINT)

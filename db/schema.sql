@@ -402,24 +402,23 @@ CREATE VIEW itemsaida AS
   SELECT 'E', cdequipamento, descequipamento, cdunidade, numncm, codbarra
     FROM equipamento;
 
--- Items of a purchase under one code space: the catalogue of each purchase kind.
-CREATE VIEW itementrada AS
-  SELECT 1 AS tipocompra, cdequipamento AS cditem, descequipamento AS descricao, cdunidade, numncm, codbarra
-    FROM equipamento
-  UNION ALL
-  SELECT 2, cdproduto, descproduto, cdunidade, numncm, codbarra FROM produto
-  UNION ALL
-  SELECT 3, cdinsumo, descinsumo, cdunidade, numncm, NULL FROM insumo
-  UNION ALL
-  SELECT 4, cdprodconsumo, descproduto, cdunidade, numncm, codbarra FROM prodconsumo;
-
--- Purchase items with their purchase kind, catalogue entry and unit symbol.
+-- Purchase items with their purchase kind, catalogue entry (the catalogue of the purchase
+-- kind) and unit symbol. One key lookup per catalogue, so that a purchase's items are found
+-- without reading the catalogues; items missing from their catalogue are left out.
 CREATE VIEW compraitemfiscal AS
-  SELECT c.tipocompra, i.*, q.descricao, q.numncm, q.codbarra, u.siglaunidade
+  SELECT c.tipocompra, i.*,
+         COALESCE(e.descequipamento, p.descproduto, s.descinsumo, k.descproduto) AS descricao,
+         COALESCE(e.numncm, p.numncm, s.numncm, k.numncm) AS numncm,
+         COALESCE(e.codbarra, p.codbarra, k.codbarra) AS codbarra,
+         u.siglaunidade
     FROM compraitem i
     JOIN compra c ON c.cdcompra = i.cdcompra
-    JOIN itementrada q ON q.tipocompra = c.tipocompra AND q.cditem = i.cditem
-    LEFT JOIN unidade u ON u.cdunidade = q.cdunidade;
+    LEFT JOIN equipamento e ON c.tipocompra = 1 AND e.cdequipamento = i.cditem
+    LEFT JOIN produto p ON c.tipocompra = 2 AND p.cdproduto = i.cditem
+    LEFT JOIN insumo s ON c.tipocompra = 3 AND s.cdinsumo = i.cditem
+    LEFT JOIN prodconsumo k ON c.tipocompra = 4 AND k.cdprodconsumo = i.cditem
+    LEFT JOIN unidade u ON u.cdunidade = COALESCE(e.cdunidade, p.cdunidade, s.cdunidade, k.cdunidade)
+   WHERE COALESCE(e.cdequipamento, p.cdproduto, s.cdinsumo, k.cdprodconsumo) IS NOT NULL;
 
 -- The inventories a fiscal register names: fechamento 'M' month end, 'A' year end.
 CREATE VIEW inventarioregistro AS

@@ -132,7 +132,7 @@ class SqlCatalogDemo : public ::testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
     SKIP_WITHOUT(GetParam());
-    db_ = std::make_unique<TestDatabase>(GetParam(), "catalogo", demo_script());
+    db_ = demo_database(GetParam(), "catalogo");
     source_ = std::make_unique<SqlSource>(db_->address(), default_catalog_path());
   }
 
@@ -214,7 +214,7 @@ TEST_P(SqlCatalogSchema, EveryProviderRunsOnTheEmptySchema) {
 
 INSTANTIATE_TEST_SUITE_P(Bancos, SqlCatalogSchema, ::testing::Values("sqlite", "postgresql", "firebird"));
 
-INSTANTIATE_TEST_SUITE_P(Bancos, SqlCatalogDemo, ::testing::Values("sqlite", "postgresql"));
+INSTANTIATE_TEST_SUITE_P(Bancos, SqlCatalogDemo, ::testing::Values("sqlite", "postgresql", "firebird"));
 
 }  // namespace
 }  // namespace infofiscal

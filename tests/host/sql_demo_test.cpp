@@ -64,16 +64,21 @@ TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
   }
 }
 
-TEST(SqlDemo, SqliteAndPostgresqlGiveTheSameFiles) {
-  if (pg_server().empty()) GTEST_SKIP() << kSemPostgres;
+class SqlDemoBancos : public ::testing::TestWithParam<std::string> {};
+
+// The same month in another database gives the bytes of SQLite.
+TEST_P(SqlDemoBancos, GiveTheFilesOfSqlite) {
+  SKIP_WITHOUT(GetParam());
   TestDatabase lite("sqlite", "demo-igual", demo_script());
-  TestDatabase pg("postgresql", "demo_igual", demo_script());
+  const auto other = demo_database(GetParam(), "demo_igual");
   for (const auto& r : kRegisters) {
     const Outcome a = exportar(lite.address(), r, "demo-sqlite");
     EXPECT_FALSE(a.info.empty()) << a.err;
-    expect_same(a, exportar(pg.address(), r, "demo-postgresql"), /*same_err=*/false);
+    expect_same(a, exportar(other->address(), r, "demo-" + GetParam()), /*same_err=*/false);
   }
 }
+
+INSTANTIATE_TEST_SUITE_P(Bancos, SqlDemoBancos, ::testing::Values("postgresql", "firebird"));
 
 TEST(SqlDemo, AnUnusableDatabaseEndsTheRunWithStatusOneAndWritesNothing) {
   const std::string dir = fresh_dir("demo-ruim");

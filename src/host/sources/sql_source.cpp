@@ -10,6 +10,7 @@
 #include <sstream>
 #include <unordered_map>
 
+#include <fmt/format.h>
 #include <soci/firebird/soci-firebird.h>
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/soci.h>
@@ -405,6 +406,62 @@ void run_sql_script(const std::string& address, const std::string& script) {
       throw Error("Erro no script SQL em '" + address + "': " + explain(e.what()) + "\n" + trim(statement));
     }
     statement.clear();
+  }
+}
+
+namespace {
+
+// A cell as an SQL literal that every database here reads back as the same value: doubles in
+// their shortest exact form, dates as 'YYYY-MM-DD HH:MM:SS'.
+std::string sql_literal(const soci::row& row, std::size_t column) {
+  if (row.get_indicator(column) == soci::i_null) return "NULL";
+  switch (row.get_properties(column).get_data_type()) {
+    case soci::dt_integer:
+      return std::to_string(row.get<int>(column));
+    case soci::dt_long_long:
+      return std::to_string(row.get<long long>(column));
+    case soci::dt_unsigned_long_long:
+      return std::to_string(row.get<unsigned long long>(column));
+    case soci::dt_double:
+      return fmt::format("{}", row.get<double>(column));
+    case soci::dt_date: {
+      // Midnight as a bare date, which a DATE column takes too.
+      const std::tm t = row.get<std::tm>(column);
+      const std::string date = fmt::format("{:04}-{:02}-{:02}", t.tm_year + 1900, t.tm_mon + 1, t.tm_mday);
+      if (t.tm_hour == 0 && t.tm_min == 0 && t.tm_sec == 0) return "'" + date + "'";
+      return fmt::format("'{} {:02}:{:02}:{:02}'", date, t.tm_hour, t.tm_min, t.tm_sec);
+    }
+    default: {
+      std::string text = "'";
+      for (const char c : row.get<std::string>(column)) text += c == '\'' ? std::string("''") : std::string(1, c);
+      return text + "'";
+    }
+  }
+}
+
+}  // namespace
+
+void copy_tables(const std::string& from, const std::string& to, const std::vector<std::string>& tables) {
+  const auto source = open_session(from, /*writable=*/false);
+  const auto target = open_session(to, /*writable=*/true);
+  std::string statement;
+  try {
+    soci::transaction transaction(*target);
+    for (const std::string& table : tables) {
+      const soci::rowset<soci::row> rows = (source->prepare << "SELECT * FROM " + table);
+      for (const soci::row& row : rows) {
+        std::string columns, values;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+          columns += (i ? ", " : "") + row.get_properties(i).get_name();
+          values += (i ? ", " : "") + sql_literal(row, i);
+        }
+        statement = "INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ")";
+        *target << statement;
+      }
+    }
+    transaction.commit();
+  } catch (const soci::soci_error& e) {
+    throw Error("Erro ao copiar de '" + from + "' para '" + to + "': " + explain(e.what()) + "\n" + statement);
   }
 }
 
