@@ -1,9 +1,12 @@
 // Bad input through the command line, one row per fault: the exact message the user reads,
 // the exit status, and proof that no file was created, changed or left behind (the earlier
 // SpedInformacao.txt and fiscal file stay byte for byte, no temporary remains).
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
+#include <csignal>
 #include <filesystem>
 #include <functional>
 
@@ -41,7 +44,8 @@ struct Caso {
   Requer requer = Requer::Nada;
   std::string saida = "";               // the first line of stdout, when the row names one
   std::vector<std::string> mudam = {};  // files the run rightly replaces (whole, checked apart)
-};
+  rlim_t limite = RLIM_INFINITY;        // the largest file the run may write: a write failure
+};                                      // that needs no mount
 
 // gtest prints a row by its name, not its bytes.
 void PrintTo(const Caso& c, std::ostream* os) { *os << c.nome; }
@@ -349,6 +353,12 @@ const std::vector<Caso>& casos() {
        {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "2", "--base", "{dir}", "--empresa",
         "1", "--arquivo-fiscal", "{dir}/fiscal.txt", "--progresso", "nada"}, 1, efd_recusado(), nullptr,
        Requer::Nada, "", {kInfo}},
+      {"SpedInformacao.txt maior que o limite de arquivo", exportar_sql(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': arquivo grande demais\n", demo_com(""), Requer::Nada, "",
+       {}, 64 * 1024},
+      {"SPED EFD maior que o limite de arquivo", converter("2"), 1,
+       "Não foi possível gravar o arquivo '{dir}/fiscal.txt': arquivo grande demais\n", com_informacao_demo(2),
+       Requer::Nada, "", {}, 16 * 1024},
       {"validar SINTEGRA sem o último registro", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
        fiscal_demo_sem_a_ultima_linha(1), Requer::Nada, "Arquivo: falta o registro tipo 90\n"},
       {"validar SPED EFD sem o último registro", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
@@ -359,6 +369,22 @@ const std::vector<Caso>& casos() {
        "Não foi possível ler o arquivo '{dir}': é uma pasta\n"},
   };
   return c;
+}
+
+// Runs `f` with the file-size limit `bytes`, which the command inherits: a write past it fails
+// with EFBIG (SIGXFSZ, ignored, would otherwise end the command first).
+template <typename F>
+auto com_limite_de_arquivo(rlim_t bytes, F f) {
+  rlimit antes{};
+  getrlimit(RLIMIT_FSIZE, &antes);
+  const auto sinal = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limite = antes;
+  limite.rlim_cur = std::min(bytes, antes.rlim_max);
+  setrlimit(RLIMIT_FSIZE, &limite);
+  auto r = f();
+  setrlimit(RLIMIT_FSIZE, &antes);
+  std::signal(SIGXFSZ, sinal);
+  return r;
 }
 
 class EntradaRuim : public ::testing::TestWithParam<Caso> {};
@@ -379,7 +405,7 @@ TEST_P(EntradaRuim, SaysWhatIsWrongAndChangesNoFile) {
 
   std::vector<std::string> args;
   for (const auto& a : c.args) args.push_back(expandir(a, dir));
-  const auto r = run_cli(args, dir);
+  const auto r = com_limite_de_arquivo(c.limite, [&] { return run_cli(args, dir); });
   const auto depois = arvore(dir);
   desmontar(dir + "/Arquivos/InfoFiscal");
 
