@@ -196,6 +196,8 @@ const std::vector<Caso>& casos() {
       {"snapshot com vírgula a mais", exportar(), 1,
        "Snapshot '{dir}/s.json' inválido: JSON mal formado na linha 2, coluna 17\n",
        com_texto("s.json", "{\"snapshot\": 1,\n\"responses\": [],}")},
+      {"snapshot com número fora da faixa", exportar(), 1, "Snapshot '{dir}/s.json' inválido: número fora da faixa: 1E400\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [1E400], "rows": []}]})")},
       {"snapshot que não é um snapshot", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta \"snapshot\": 1\n",
        com_texto("s.json", "[]")},
       {"snapshot de outra versão", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta \"snapshot\": 1\n",

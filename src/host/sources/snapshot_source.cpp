@@ -86,6 +86,12 @@ SnapshotSource::SnapshotSource(const std::string& path) : origin_(path) {
     document = json::parse(bytes);
   } catch (const json::parse_error& e) {
     throw Error("Snapshot '" + path + "' inválido: JSON mal formado " + where_in_text(bytes, e.byte));
+  } catch (const json::out_of_range& e) {
+    // A number past what a double holds; the parser's message quotes it: "... parsing '1E400'".
+    const std::string what = e.what();
+    const auto open = what.find('\''), close = what.rfind('\'');
+    const std::string number = open < close ? what.substr(open + 1, close - open - 1) : what;
+    throw Error("Snapshot '" + path + "' inválido: número fora da faixa: " + number);
   }
   load(document);
 }
