@@ -64,6 +64,7 @@ int exportar(const OpcoesExportar& o) {
   controle.Progresso = [&](int posicao, int maximo) { barra.Mostrar(posicao, maximo); };
   controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(o.tipo));
   controle.oExportaInfoFiscal.CodRegistroFiscal(o.registro);
+  controle.SomenteInformacao = o.somente_informacao;
 
   const auto salvar_snapshot = [&] {
     if (gravador) gravador->Save(o.gravar_snapshot);

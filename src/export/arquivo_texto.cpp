@@ -1,6 +1,7 @@
 #include "export/arquivo_texto.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -55,19 +56,38 @@ std::size_t utf8_length(unsigned char lead) {
 
 std::string errno_text() { return motivo_do_sistema(errno); }
 
+// The end of the run of ASCII bytes (or, with `ascii` false, of other bytes) that starts at `i`.
+std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
+  if (ascii) {
+    // Eight bytes at a time: the bulk of a register file is ASCII.
+    for (std::uint64_t word; i + 8 <= text.size(); i += 8) {
+      std::memcpy(&word, text.data() + i, 8);
+      if (word & 0x8080808080808080u) break;
+    }
+  }
+  while (i < text.size() && (static_cast<unsigned char>(text[i]) < 0x80) == ascii) ++i;
+  return i;
+}
+
 }  // namespace
 
 std::string utf8_to_windows1252(std::string_view utf8) {
   Iconv cd("CP1252", "UTF-8");
   std::string out;
   out.reserve(utf8.size());
-  const char* in = utf8.data();
-  std::size_t left = utf8.size();
-  while (!cd.convert(in, left, out)) {
-    const std::size_t skip = std::min(left, utf8_length(static_cast<unsigned char>(*in)));
-    out += '?';
-    in += skip;
-    left -= skip;
+  // ASCII is the same in both: copied as it stands, iconv sees only the runs of other bytes.
+  for (std::size_t i = 0; i < utf8.size();) {
+    const std::size_t ascii = run_end(utf8, i, true);
+    out.append(utf8, i, ascii - i);
+    i = run_end(utf8, ascii, false);
+    const char* in = utf8.data() + ascii;
+    std::size_t left = i - ascii;
+    while (!cd.convert(in, left, out)) {
+      const std::size_t skip = std::min(left, utf8_length(static_cast<unsigned char>(*in)));
+      out += '?';
+      in += skip;
+      left -= skip;
+    }
   }
   return out;
 }
@@ -106,19 +126,33 @@ std::string normalize_line_breaks(std::string_view text) {
 
 void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
   normalized_.clear();
-  for (const char c : piece) {
-    if (c == '\n' && after_cr_) {
+  // Spans between line breaks are copied whole; each CR, LF or CR LF becomes one CR LF (a CR
+  // LF split between two pieces included).
+  const char* const begin = piece.data();
+  const char* const end = begin + piece.size();
+  const char* next_cr = static_cast<const char*>(std::memchr(begin, '\r', piece.size()));
+  const char* next_lf = static_cast<const char*>(std::memchr(begin, '\n', piece.size()));
+  for (const char* p = begin; p < end;) {
+    if (after_cr_ && *p == '\n') {
       after_cr_ = false;
+      next_lf = static_cast<const char*>(std::memchr(p + 1, '\n', end - p - 1));
+      ++p;
       continue;
     }
-    after_cr_ = c == '\r';
-    if (c == '\r' || c == '\n') {
-      normalized_ += "\r\n";
-      line_open_ = false;
-    } else {
-      normalized_ += c;
+    const char* brk = next_cr && (!next_lf || next_cr < next_lf) ? next_cr : next_lf;
+    const char* stop = brk ? brk : end;
+    if (stop > p) {
+      normalized_.append(p, stop);
       line_open_ = true;
+      after_cr_ = false;
     }
+    if (!brk) break;
+    normalized_ += "\r\n";
+    line_open_ = false;
+    after_cr_ = *brk == '\r';
+    if (brk == next_cr) next_cr = static_cast<const char*>(std::memchr(brk + 1, '\r', end - brk - 1));
+    else next_lf = static_cast<const char*>(std::memchr(brk + 1, '\n', end - brk - 1));
+    p = brk + 1;
   }
   out += utf8_to_windows1252(normalized_);
 }
@@ -200,13 +234,14 @@ std::string save_text_file(const std::string& path, std::string_view text) {
   return windows1252_to_utf8(bytes);
 }
 
-std::string save_string_list(const std::string& path, const TStringList& list, bool want_text) {
+std::string save_string_list(const std::string& path, TStringList& list, bool want_text) {
   ArquivoAtomico file(path);
   CodificadorTexto codificador;
   std::string bytes, saved;
-  for (const std::string& block : list.Blocks()) {
+  for (std::string& block : list.TakeBlocks()) {
     bytes.clear();
     codificador.Feed(block, bytes);
+    std::string().swap(block);  // the run's memory goes as the file grows
     file.Write(bytes);
     if (want_text) saved += windows1252_to_utf8(bytes);
   }

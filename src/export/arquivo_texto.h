@@ -71,8 +71,9 @@ void write_file_atomically(const std::string& path, std::string_view bytes);
 // '?' there too): that is what the converter is given.
 std::string save_text_file(const std::string& path, std::string_view text);
 
-// The same for the run's string list, block by block, without assembling its text. Returns
-// the saved text only when `want_text` (the converter needs it), else an empty string.
-std::string save_string_list(const std::string& path, const TStringList& list, bool want_text);
+// The same for the run's string list, block by block, without assembling its text; the list
+// is left empty, each block freed once written. Returns the saved text only when `want_text`
+// (the converter needs it), else an empty string.
+std::string save_string_list(const std::string& path, TStringList& list, bool want_text);
 
 }  // namespace infofiscal

@@ -24,7 +24,8 @@ std::string ControleExportacao::GerarInformacao(const std::string& base, int ACo
   oExportaInfoFiscal.PROC_Progresso_B(Progresso);
   oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
-  return save_string_list(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo, tipo == 1 || tipo == 2);
+  return save_string_list(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo,
+                          !SomenteInformacao && (tipo == 1 || tipo == 2));
 }
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const {

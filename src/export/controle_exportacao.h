@@ -24,9 +24,12 @@ class ControleExportacao {
 
   // Runs the export (ACodNFeCompra / ACodNFeVenda as the orchestrator takes them) and saves
   // the information file under `base`, through a temporary file. Returns the saved text when
-  // the kind has a converter (1 or 2), else an empty string.
+  // the kind has a converter (1 or 2) and SomenteInformacao is off, else an empty string.
   // Throws on the first error; an earlier information file then stays as it was.
   std::string GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda);
+  // Set when no converter follows (the command's --somente-informacao): the saved text is not
+  // kept, which halves the memory of a large month.
+  bool SomenteInformacao = false;
 
   // Hands the saved text to the converter: kind 1 SINTEGRA, kind 2 SPED EFD (first layout
   // version); any other kind calls no converter.

@@ -14,6 +14,12 @@ void TStringList::Add(std::string_view line) {
   block.append("\r\n");
 }
 
+std::vector<std::string> TStringList::TakeBlocks() {
+  std::vector<std::string> blocks = std::move(blocks_);
+  Clear();
+  return blocks;
+}
+
 void TStringList::Clear() {
   blocks_.clear();
   blocks_.shrink_to_fit();

@@ -29,6 +29,9 @@ class TStringList {
   std::string Text() const;
   // The text in order, as consecutive blocks that each end at the end of a line.
   const std::vector<std::string>& Blocks() const { return blocks_; }
+  // Moves the blocks out and leaves the list empty, so that a saver can free each block as
+  // soon as it is written.
+  std::vector<std::string> TakeBlocks();
 
  private:
   static constexpr std::size_t kBlockSize = std::size_t{4} << 20;

@@ -6,6 +6,7 @@
 #include "fiscal/efd_informacao.h"
 #include "host/error.h"
 #include "support/cli.h"
+#include "support/golden.h"
 
 namespace infofiscal::testing {
 namespace {
@@ -67,62 +68,12 @@ std::string marco_2024() {
          linha_info(17, {"1", "7", "16", "1,00", "50,00", "50,00", "CX", "2"});
 }
 
-const std::vector<std::string> kMarco2024 = {
-    "|0000|018|0|01032024|31032024|EMPRESA EXEMPLO LTDA|11222333000181||SP|123456789012|3550308|||A|1|",
-    "|0001|0|",
-    "|0005|EXEMPLO|01001000|RUA A|10|SALA 1|CENTRO|1133334444||contato@exemplo.com|",
-    "|0100|FULANO DE TAL|12345678909|1SP123456||01002000|RUA B|20||CENTRO|1133334444||fulano@exemplo.com|3550308|",
-    "|0150|2-15|FORNECEDOR SA|1058|11444777000161||123456789110|3550308||RUA D|40||BRAS|",
-    "|0150|1-15|JOSE DA SILVA|1058||52998224725||3550308||RUA C|30||VILA|",
-    "|0190|UN|UNIDADE|",
-    "|0190|CX|CAIXA|",
-    "|0200|2-15|PARAFUSO|||UN|00|73181500||||||",
-    "|0200|2-16|PORCA|||CX|00|73181600||||||",
-    "|0990|11|",
-    "|B001|1|",
-    "|B990|2|",
-    "|C001|0|",
-    "|C100|0|1|2-15|55|00|1|123|" + kChaveCompra +
-        "|05032024|06032024|1100,00|2|0,00|0,00|1100,00|9|0,00|0,00|0,00|1000,00|180,00|0,00|0,00|0,00|0,00|0,00|||",
+// The two items of the purchase, lines 16 and 17 of the month's file.
+const std::string kItensDaCompra =
     "|C170|1|2-15||10,00000|UN|1000,00|0,00|0|000|1102||1000,00|18,00|180,00|0,00||0,00||||0,00||0,00||0,00|0,0000|||"
-    "0,00||0,00|0,0000|||0,00|||",
+    "0,00||0,00|0,0000|||0,00|||\r\n"
     "|C170|2|2-16||2,00000|CX|100,00|0,00|0|060|1403||0,00|0,00|0,00|0,00||0,00||||0,00||0,00||0,00|0,0000|||"
-    "0,00||0,00|0,0000|||0,00|||",
-    "|C190|000|1102|18,00|1000,00|1000,00|180,00|0,00|0,00|0,00|0,00||",
-    "|C190|060|1403|0,00|100,00|0,00|0,00|0,00|0,00|0,00|0,00||",
-    "|C100|1|0|1-15|55|00|1|456|" + kChaveVenda +
-        "|10032024|10032024|500,00|2|0,00|0,00|500,00|9|0,00|0,00|0,00|500,00|90,00|0,00|0,00|0,00|0,00|0,00|||",
-    "|C190|000|5102|18,00|500,00|500,00|90,00|0,00|0,00|0,00|0,00||",
-    "|C100|1|0||55|02|1|457|" + kChaveCancelada + "|||||||||||||||||||||",
-    "|C990|10|",
-    "|D001|1|",
-    "|D990|2|",
-    "|E001|0|",
-    "|E100|01032024|31032024|",
-    "|E110|90,00|0,00|0,00|0,00|180,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|90,00|0,00|",
-    "|E990|4|",
-    "|G001|1|",
-    "|G990|2|",
-    "|H001|0|",
-    "|H005|29022024|150,00|01|",
-    "|H010|2-15|UN|10,000|10,000000|100,00|0|||||",
-    "|H010|2-16|CX|1,000|50,000000|50,00|0|||||",
-    "|H990|5|",
-    "|K001|1|",
-    "|K990|2|",
-    "|1001|0|",
-    "|1010|N|N|N|N|N|N|N|N|N|N|N|N|N|",
-    "|1990|3|",
-    "|9001|0|",
-    "|9900|0000|1|", "|9900|0001|1|", "|9900|0005|1|", "|9900|0100|1|", "|9900|0150|2|", "|9900|0190|2|",
-    "|9900|0200|2|", "|9900|0990|1|", "|9900|B001|1|", "|9900|B990|1|", "|9900|C001|1|", "|9900|C100|3|",
-    "|9900|C170|2|", "|9900|C190|3|", "|9900|C990|1|", "|9900|D001|1|", "|9900|D990|1|", "|9900|E001|1|",
-    "|9900|E100|1|", "|9900|E110|1|", "|9900|E990|1|", "|9900|G001|1|", "|9900|G990|1|", "|9900|H001|1|",
-    "|9900|H005|1|", "|9900|H010|2|", "|9900|H990|1|", "|9900|K001|1|", "|9900|K990|1|", "|9900|1001|1|",
-    "|9900|1010|1|", "|9900|1990|1|", "|9900|9001|1|", "|9900|9900|36|", "|9900|9990|1|", "|9900|9999|1|",
-    "|9990|39|",
-    "|9999|80|",
-};
+    "0,00||0,00|0,0000|||0,00|||\r\n";
 
 TEST(EfdGerar, EveryRegisterOfAMonth) {
   std::vector<std::string> info;
@@ -130,7 +81,7 @@ TEST(EfdGerar, EveryRegisterOfAMonth) {
   const std::string arquivo = gerar_efd(
       marco_2024(), [&](const std::string& s) { info.push_back(s); },
       [&](int p, int m) { progresso.emplace_back(p, m); });
-  EXPECT_THAT(linhas(arquivo), ElementsAreArray(kMarco2024));
+  EXPECT_TRUE(matches_golden("efd_marco_2024.txt", arquivo));
   EXPECT_THAT(info, ElementsAre("SPED EFD ICMS/IPI: período de 01/03/2024 a 31/03/2024",
                                 "Números inutilizados não escriturados (a partir de 2023 não se escrituram): 1",
                                 "SPED EFD ICMS/IPI: 3 documentos escriturados"));
@@ -149,15 +100,7 @@ TEST(EfdGerar, VoidedNumbersUpTo2022AndIcmsToPay) {
                                "72,00") +
                            cadastros();
   const std::string arquivo = gera(info);
-  EXPECT_EQ(linhas(arquivo)[0], "|0000|016|0|01122022|31122022|EMPRESA EXEMPLO LTDA|11222333000181||SP|123456789012|3550308|||A|1|");
-  EXPECT_THAT(blocos(arquivo, "CEH"),
-              ElementsAre("|C001|0|", "|C100|1|0||55|05||101||||||||||||||||||||||",
-                          "|C100|1|0|1-15|55|00|1|458|35221211222333000181550010000004581000004584|20122022||500,00|2|"
-                          "0,00|0,00|500,00|9|0,00|0,00|0,00|400,00|72,00|0,00|0,00|0,00|0,00|0,00|||",
-                          "|C190|020|5102|18,00|500,00|400,00|72,00|0,00|0,00|100,00|0,00||", "|C990|5|", "|E001|0|",
-                          "|E100|01122022|31122022|",
-                          "|E110|72,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|72,00|0,00|72,00|0,00|0,00|",
-                          "|E116|000|72,00|10012023|000|||||122022|", "|E990|5|", "|H001|1|", "|H990|2|"));
+  EXPECT_TRUE(matches_golden("efd_dezembro_2022.txt", arquivo));
 }
 
 // February 2024 with the month-end and the year-end inventory: one H005 each; an item listed
@@ -171,14 +114,7 @@ TEST(EfdGerar, MonthEndAndYearEndInventories) {
       linha_info(19, {"2", "8", "15", "2,00", "5,25", "10,50", "UN", "2"}) +
       linha_info(19, {"2", "8", "15", "3,00", "5,00", "15,00", "UN", "2"});
   const std::string arquivo = gera(info);
-  EXPECT_THAT(blocos(arquivo, "H"),
-              ElementsAre("|H001|0|", "|H005|31012024|30,00|01|", "|H010|2-16|CX|3,000|10,000000|30,00|0|||||",
-                          "|H005|31122023|25,50|01|", "|H010|2-15|UN|5,000|5,250000|25,50|0|||||", "|H990|6|"));
-  EXPECT_THAT(blocos(arquivo, "0"),
-              ElementsAre(::testing::StartsWith("|0000|018|0|01022024|29022024|"), "|0001|0|",
-                          ::testing::StartsWith("|0005|"), ::testing::StartsWith("|0100|"), "|0190|CX|CAIXA|",
-                          "|0190|UN|UNIDADE|", "|0200|2-16|PORCA|||CX|00|73181600||||||",
-                          "|0200|2-15|PARAFUSO|||UN|00|73181500||||||", "|0990|9|"));
+  EXPECT_TRUE(matches_golden("efd_fevereiro_2024.txt", arquivo));
 }
 
 TEST(EfdGerar, NotesOutsideC100AreReportedNotBooked) {
@@ -318,7 +254,7 @@ INSTANTIATE_TEST_SUITE_P(
                        "Linha 81: 9999 QTD_LIN 80 difere das 81 linhas do arquivo"}},
         CasoValidacao{"NumItemRepetido", "|C170|2|2-16||2,00000|CX|", "|C170|1|2-16||2,00000|CX|",
                       {"Linha 17: C170 NUM_ITEM 1 repetido no documento"}},
-        CasoValidacao{"TerceirosSemC170", kMarco2024[15] + "\r\n" + kMarco2024[16] + "\r\n", "",
+        CasoValidacao{"TerceirosSemC170", kItensDaCompra, "",
                       {"Linha 15: C100 de terceiros sem os itens (C170)",
                        "Linha 21: C990 QTD_LIN 10 difere das 8 linhas do bloco",
                        "Linha 53: 9900 de C170, registro ausente do arquivo",

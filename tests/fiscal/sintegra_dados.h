@@ -1,6 +1,8 @@
-// Information files built by hand for the SINTEGRA tests: one month (March 2024) of a company
-// in SP with a purchase, sales, a cancelled note, a voided number, an energy bill received
-// late, a transport document, the catalogue and a year-end inventory.
+// The SINTEGRA tests' example month (March 2024) of a company in SP, kept as files: the
+// information file tests/data/informacao/sintegra_marco_2024.txt (a purchase of two parts
+// with freight, a transport document of model 57, an energy bill received in February, a sale
+// to RJ, a cancelled sale, a voided number, an equipment sale, the catalogue and a year-end
+// inventory) and its SINTEGRA file tests/data/expected/sintegra_marco_2024.txt.
 #pragma once
 
 #include <string>
@@ -11,10 +13,10 @@ namespace infofiscal::testing {
 // "[C00]tt[/C00][C01]a[/C01]...[C99]nn[/C99]" with the columns C01, C02, ... in order.
 std::string linha_informacao(int tipo, const std::vector<std::string>& colunas, int trailer);
 
-// The lines of the example month, CR LF after each.
+// The information file of the example month.
 std::string informacao_exemplo();
 
-// The records of the SINTEGRA file that the example month converts to, without CR LF.
+// The records of the SINTEGRA file it converts to, without CR LF.
 std::vector<std::string> registros_exemplo();
 
 // Records joined as a file: CR LF after each.

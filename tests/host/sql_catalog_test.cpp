@@ -132,7 +132,7 @@ class SqlCatalogDemo : public ::testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
     SKIP_WITHOUT(GetParam());
-    db_ = demo_database(GetParam(), "catalogo");
+    db_ = std::make_unique<TestDatabase>(GetParam(), "catalogo", demo_script());
     source_ = std::make_unique<SqlSource>(db_->address(), default_catalog_path());
   }
 

@@ -1,5 +1,6 @@
 // The SQL back end on its own: fetch kinds, binding, conversions, statement reuse and the
-// messages of what goes wrong, on SQLite and (when the test script started one) PostgreSQL.
+// messages of what goes wrong, on SQLite and (when scripts/test set them up) PostgreSQL and
+// Firebird.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -219,6 +220,21 @@ TEST(SqlSourceAddress, PostgresqlTakesAUriOrAConnectionString) {
     SqlSource source(address, catalog_file());
     EXPECT_EQ(fetch(source, "DspItem", {std::int64_t{1}}).rows(), 1u) << address;
   }
+}
+
+// A script that fails quotes the failing statement; SQLite loads a script in one transaction,
+// so the file keeps nothing of it (the table can be created again).
+TEST(SqlScript, AFailingStatementIsQuotedAndSqliteKeepsNoneOfTheScript) {
+  const std::string address = "sqlite:" + fresh_dir("script-falho") + "/banco.sqlite";
+  try {
+    run_sql_script(address, "CREATE TABLE t (n INTEGER);\nINSERT INTO t VALUES (1);\n-- o erro:\nINSERT INTO nada\n  VALUES (2);\n");
+    ADD_FAILURE();
+  } catch (const Error& e) {
+    const std::string message = e.what();
+    EXPECT_EQ(message.rfind("Erro no script SQL em '" + address + "': ", 0), 0u) << message;
+    EXPECT_TRUE(message.ends_with("\nINSERT INTO nada\n  VALUES (2);")) << message;
+  }
+  EXPECT_NO_THROW(run_sql_script(address, "CREATE TABLE t (n INTEGER);\n"));
 }
 
 TEST(SqlCatalog, PlaceholdersCommentsAndVariants) {

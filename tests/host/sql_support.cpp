@@ -4,8 +4,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <regex>
-#include <vector>
 
 #include "host/sources/sql_source.h"
 #include "support/cli.h"
@@ -57,20 +55,6 @@ void TestDatabase::Drop() {
 
 std::string demo_script() {
   return read_file(INFOFISCAL_SOURCE_DIR "/db/schema.sql") + read_file(INFOFISCAL_SOURCE_DIR "/db/demo.sql");
-}
-
-std::unique_ptr<TestDatabase> demo_database(const std::string& backend, const std::string& name) {
-  if (backend != "firebird") return std::make_unique<TestDatabase>(backend, name, demo_script());
-  const std::string schema = read_file(INFOFISCAL_SOURCE_DIR "/db/schema.sql");
-  // The schema's tables in the order it creates them, which the foreign keys follow.
-  std::vector<std::string> tables;
-  const std::regex create(R"(CREATE TABLE (\w+))", std::regex::icase);
-  for (auto m = std::sregex_iterator(schema.begin(), schema.end(), create); m != std::sregex_iterator(); ++m)
-    tables.push_back((*m)[1]);
-  const TestDatabase origem("sqlite", name + "-origem", demo_script());
-  auto db = std::make_unique<TestDatabase>(backend, name, schema);
-  copy_tables(origem.address(), db->address(), tables);
-  return db;
 }
 
 }  // namespace infofiscal::testing

@@ -2,7 +2,6 @@
 // that scripts/test starts (its address in INFOFISCAL_TEST_PG).
 #pragma once
 
-#include <memory>
 #include <string>
 
 namespace infofiscal::testing {
@@ -46,10 +45,5 @@ class TestDatabase {
 
 // The reference schema followed by the demo month.
 std::string demo_script();
-
-// The demo month in a database of `backend`. Firebird gets the reference schema and then the
-// rows of the demo loaded into SQLite: the demo script is written in the SQL that SQLite and
-// PostgreSQL share.
-std::unique_ptr<TestDatabase> demo_database(const std::string& backend, const std::string& name);
 
 }  // namespace infofiscal::testing

@@ -1,6 +1,7 @@
 #include "support/fixture.h"
 
 #include "export/dtm_a_padrao.h"
+#include "support/golden.h"
 
 namespace infofiscal::testing {
 
@@ -41,37 +42,18 @@ Snapshot& Snapshot::request_error(const std::string& provider, const json& reque
   return *this;
 }
 
+Snapshot& Snapshot::responses(const json& entries) {
+  for (const json& e : entries) doc_["responses"].push_back(e);
+  return *this;
+}
+
 Snapshot& Snapshot::registro(int key, const json& overrides) {
   json o = overrides;
   o["CDREGISTROFISCAL"] = key;
   return params("DspRegistroInfoFiscal", {key}, json::array({registro_fiscal(o)}));
 }
 
-const std::vector<std::string> kStepTexts = {
-    "2.01-Registro: Informação do Registro Fiscal",
-    "2.02-Registro: Informação da Empresa",
-    "2.03-Registro: Informação do Contador",
-    "2.04-Registro: Informação de Compra de Equipamentos",
-    "2.05-Registro: Informação de Compra de Produtos",
-    "2.06-Registro: Informação de Compra de Produtos de Consumo",
-    "2.07-Registro: Informação de Compra de Insumos",
-    "2.22-Registro: Nota Fiscal Inutilizada",
-    "2.08-Registro: Informação Nota Fiscal de Venda de Equipamentos",
-    "2.09-Registro: Informação Nota Fiscal de Venda de Produtos",
-    "2.10-Registro: Informação Nota Fiscal de Transferência de Produtos",
-    "2.11-Registro: Informação Nota Fiscal de Devolução de Compra de Produtos",
-    "2.12-Registro: Informação Nota Fiscal de Devolução de Venda de Produtos",
-    "2.14-Registro: Lista de Equipamentos",
-    "2.15-Registro: Lista de Produtos",
-    "2.16-Registro: Lista de Insumos",
-    "2.17-Registro: Lista de Produtos de Consumo",
-    "2.18-Registro: Lista de Unidades",
-    "2.19-Registro: Lista de Clientes",
-    "2.20-Registro: Lista de Fornecedores",
-    "2.21-Registro: Natureza da Operação",
-    "2.13-Registro: Informação de Inventário - Final do Mes",
-    "2.13-Registro: Informação de Inventário - Final do Ano",
-};
+const std::vector<std::string> kStepTexts = golden_lines("passos.txt");
 
 std::vector<std::string> banner() {
   return {"=============================", "RECUPERANDO INFORMAÇÕES      ", "=============================",

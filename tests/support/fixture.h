@@ -31,6 +31,8 @@ class Snapshot {
   Snapshot& request_error(const std::string& provider, const json& request, const std::string& message);
   // The fiscal register `key` (provider "DspRegistroInfoFiscal").
   Snapshot& registro(int key, const json& overrides = json::object());
+  // The entries of a stored snapshot, e.g. testing::golden("../snapshots/x.json") parsed.
+  Snapshot& responses(const json& entries);
   const json& document() const { return doc_; }
 
  private:

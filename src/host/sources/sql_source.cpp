@@ -10,7 +10,6 @@
 #include <sstream>
 #include <unordered_map>
 
-#include <fmt/format.h>
 #include <soci/firebird/soci-firebird.h>
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/soci.h>
@@ -368,6 +367,9 @@ std::unique_ptr<soci::session> open_session(const std::string& address, bool wri
       // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
       int tables = 0;
       *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
+      // One read transaction for the whole run: one consistent view of the month, and no file
+      // lock taken and dropped around every query.
+      if (!writable) *session << "BEGIN";
     } else if (scheme == "postgresql") {
       // "postgresql://..." is a URI; any other text a libpq connection string.
       const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
@@ -391,77 +393,26 @@ std::unique_ptr<soci::session> open_session(const std::string& address, bool wri
 
 void run_sql_script(const std::string& address, const std::string& script) {
   const auto session = open_session(address, /*writable=*/true);
+  const std::string scheme = split_address(address).scheme;
+  // SQLite would write the file out after every statement of its own: one transaction for
+  // the script, which also leaves no half-loaded file behind.
+  if (scheme == "sqlite") session->begin();
   std::istringstream in(script);
   std::string line, statement;
-  while (std::getline(in, line)) {
-    if (trim(line).rfind("--", 0) == 0) continue;
-    statement += line + "\n";
-    if (trim(line).empty() || trim(line).back() != ';') continue;
-    try {
+  try {
+    while (std::getline(in, line)) {
+      if (trim(line).rfind("--", 0) == 0) continue;
+      statement += line + "\n";
+      if (trim(line).empty() || trim(line).back() != ';') continue;
       *session << trim(statement);
       // Firebird runs everything in a transaction: a table is there for the next statement
-      // only once its creation is committed.
-      if (split_address(address).scheme == "firebird") session->commit();
-    } catch (const soci::soci_error& e) {
-      throw Error("Erro no script SQL em '" + address + "': " + explain(e.what()) + "\n" + trim(statement));
+      // only once its creation is committed, and is dropped only once the rows that used it are.
+      if (scheme == "firebird") session->commit();
+      statement.clear();
     }
-    statement.clear();
-  }
-}
-
-namespace {
-
-// A cell as an SQL literal that every database here reads back as the same value: doubles in
-// their shortest exact form, dates as 'YYYY-MM-DD HH:MM:SS'.
-std::string sql_literal(const soci::row& row, std::size_t column) {
-  if (row.get_indicator(column) == soci::i_null) return "NULL";
-  switch (row.get_properties(column).get_data_type()) {
-    case soci::dt_integer:
-      return std::to_string(row.get<int>(column));
-    case soci::dt_long_long:
-      return std::to_string(row.get<long long>(column));
-    case soci::dt_unsigned_long_long:
-      return std::to_string(row.get<unsigned long long>(column));
-    case soci::dt_double:
-      return fmt::format("{}", row.get<double>(column));
-    case soci::dt_date: {
-      // Midnight as a bare date, which a DATE column takes too.
-      const std::tm t = row.get<std::tm>(column);
-      const std::string date = fmt::format("{:04}-{:02}-{:02}", t.tm_year + 1900, t.tm_mon + 1, t.tm_mday);
-      if (t.tm_hour == 0 && t.tm_min == 0 && t.tm_sec == 0) return "'" + date + "'";
-      return fmt::format("'{} {:02}:{:02}:{:02}'", date, t.tm_hour, t.tm_min, t.tm_sec);
-    }
-    default: {
-      std::string text = "'";
-      for (const char c : row.get<std::string>(column)) text += c == '\'' ? std::string("''") : std::string(1, c);
-      return text + "'";
-    }
-  }
-}
-
-}  // namespace
-
-void copy_tables(const std::string& from, const std::string& to, const std::vector<std::string>& tables) {
-  const auto source = open_session(from, /*writable=*/false);
-  const auto target = open_session(to, /*writable=*/true);
-  std::string statement;
-  try {
-    soci::transaction transaction(*target);
-    for (const std::string& table : tables) {
-      const soci::rowset<soci::row> rows = (source->prepare << "SELECT * FROM " + table);
-      for (const soci::row& row : rows) {
-        std::string columns, values;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-          columns += (i ? ", " : "") + row.get_properties(i).get_name();
-          values += (i ? ", " : "") + sql_literal(row, i);
-        }
-        statement = "INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ")";
-        *target << statement;
-      }
-    }
-    transaction.commit();
+    if (scheme == "sqlite") session->commit();
   } catch (const soci::soci_error& e) {
-    throw Error("Erro ao copiar de '" + from + "' para '" + to + "': " + explain(e.what()) + "\n" + statement);
+    throw Error("Erro no script SQL em '" + address + "': " + explain(e.what()) + "\n" + trim(statement));
   }
 }
 

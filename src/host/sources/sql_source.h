@@ -82,11 +82,6 @@ class SqlSource : public RecordSource {
 // comments. For setting up databases (tests, demo). Throws Error quoting the failing statement.
 void run_sql_script(const std::string& address, const std::string& script);
 
-// Copies the rows of `tables`, in that order, from the database at `from` into the one at `to`
-// (same tables and columns), in one transaction. How the demo month reaches Firebird: its
-// script is written in the SQL that SQLite and PostgreSQL share.
-void copy_tables(const std::string& from, const std::string& to, const std::vector<std::string>& tables);
-
 // Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the default catalog (scheme and
 // the rest of the address split at the first colon); `address` is the whole address.
 std::unique_ptr<RecordSource> open_sql_source(const std::string& scheme, const std::string& rest,

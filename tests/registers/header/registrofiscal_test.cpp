@@ -28,19 +28,11 @@ std::string line01(const Snapshot& snapshot, TRegistroFiscal tipo = 2) {
 }
 
 TEST(Line01, ColumnsOfTheFiscalRegister) {
-  const json full = {{"CDMES", 2},
-                     {"ANO", 2024},
-                     {"REGINVENTARIOFINALMES", "S"},
-                     {"REGINVENTARIOFINALANO", "s"},
-                     {"FINALIDADEARQUIVO", "1"},
-                     {"NUMREGANTERIOR", ""},
-                     {"PERFILAPRESENTARARQ", "A"},
-                     {"INDICADORTIPOATIVIDADE", "1"},
-                     {"INDICADORSITESPECIAL", "0"},
-                     {"INDICADORNATPESSOAJURIDICA", "00"},
-                     {"INDICADORINCIDENCIATRIBUTARIA", "1"},
-                     {"INDICADORMETODOAPROPCREDITO", "2"},
-                     {"INDICADORTIPOCONTRIBUICAO", "3"},
+  const json full = {{"CDMES", 2}, {"ANO", 2024}, {"REGINVENTARIOFINALMES", "S"}, {"REGINVENTARIOFINALANO", "s"},
+                     {"FINALIDADEARQUIVO", "1"}, {"NUMREGANTERIOR", ""}, {"PERFILAPRESENTARARQ", "A"},
+                     {"INDICADORTIPOATIVIDADE", "1"}, {"INDICADORSITESPECIAL", "0"},
+                     {"INDICADORNATPESSOAJURIDICA", "00"}, {"INDICADORINCIDENCIATRIBUTARIA", "1"},
+                     {"INDICADORMETODOAPROPCREDITO", "2"}, {"INDICADORTIPOCONTRIBUICAO", "3"},
                      {"INDICADORCRITESCRITURACAO", "9"}};
   const struct {
     const char* name;

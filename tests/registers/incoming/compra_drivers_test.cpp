@@ -46,14 +46,21 @@ std::vector<Nota> lista(int n) {
   return out;
 }
 
-// Lines 04 and 05 of the given rows of lista().
-std::vector<std::string> linhas(Kind kind, std::initializer_list<int> rows) {
+// Lines 04 and 05 of the notes written, each (row, note number).
+std::vector<std::string> escritas(Kind kind, const std::vector<std::pair<int, std::string>>& notas) {
   std::vector<std::string> out;
-  for (int r : rows) {
-    out.push_back(l04_minima(kind, r, "N" + std::to_string(r)));
-    out.push_back(l05_vazia(kind, r));
+  for (const auto& [row, numnf] : notas) {
+    out.push_back(l04_minima(kind, row, numnf));
+    out.push_back(l05_vazia(kind, row));
   }
   return out;
+}
+
+// Lines 04 and 05 of the given rows of lista().
+std::vector<std::string> linhas(Kind kind, std::initializer_list<int> rows) {
+  std::vector<std::pair<int, std::string>> notas;
+  for (int r : rows) notas.emplace_back(r, "N" + std::to_string(r));
+  return escritas(kind, notas);
 }
 
 Progress progresso(std::initializer_list<int> rows, int count) {
@@ -62,23 +69,16 @@ Progress progresso(std::initializer_list<int> rows, int count) {
   return out;
 }
 
-TEST(PurchaseDrivers, OnlyACapitalSTurnsAKindOn) {
+// A switch other than "S" or an empty list: no line, no progress.
+TEST(PurchaseDrivers, OnlyACapitalSTurnsAKindOnAndAnEmptyListWritesNothing) {
   for (Kind kind : kTodos)
-    for (const json& valor : {json("N"), json("s"), json(""), json(nullptr)}) {
-      const auto out = drive(kind, notas(kind, lista(3), {{testing::kind_switch(kind), valor}}));
+    for (const json& valor : {json("N"), json("s"), json(""), json(nullptr), json("S")}) {
+      const auto out = drive(kind, notas(kind, valor == "S" ? std::vector<Nota>{} : lista(3),
+                                         {{testing::kind_switch(kind), valor}}));
       EXPECT_THAT(out.lines, IsEmpty()) << nome(kind) << " " << valor;
       EXPECT_THAT(out.progress, IsEmpty()) << nome(kind) << " " << valor;
       EXPECT_EQ(out.error, "");
     }
-}
-
-TEST(PurchaseDrivers, AnEmptyListWritesNothingAndReportsNothing) {
-  for (Kind kind : kTodos) {
-    const auto out = drive(kind, notas(kind, {}));
-    EXPECT_THAT(out.lines, IsEmpty()) << nome(kind);
-    EXPECT_THAT(out.progress, IsEmpty()) << nome(kind);
-    EXPECT_EQ(out.error, "") << nome(kind);
-  }
 }
 
 TEST(PurchaseDrivers, RowRangeOfTheFiscalRegister) {
@@ -120,11 +120,7 @@ TEST(PurchaseDrivers, ModelFilterOfEachKind) {
       {Kind::ProdConsumo, {{1, "A"}, {3, "C"}, {4, "D"}, {5, "E"}}},
   };
   for (const auto& c : cases) {
-    std::vector<std::string> expected;
-    for (const auto& [row, numnf] : c.written) {
-      expected.push_back(l04_minima(c.kind, row, numnf));
-      expected.push_back(l05_vazia(c.kind, row));
-    }
+    const auto expected = escritas(c.kind, c.written);
     const auto out = drive(c.kind, notas(c.kind, modelos));
     EXPECT_EQ(out.error, "") << nome(c.kind);
     EXPECT_THAT(out.lines, ElementsAreArray(expected)) << nome(c.kind);
@@ -149,11 +145,7 @@ TEST(PurchaseDrivers, SinglePurchaseFilter) {
       {Kind::Produto, 999, {}},
   };
   for (const auto& c : cases) {
-    std::vector<std::string> expected;
-    for (const auto& [row, numnf] : c.written) {
-      expected.push_back(l04_minima(c.kind, row, numnf));
-      expected.push_back(l05_vazia(c.kind, row));
-    }
+    const auto expected = escritas(c.kind, c.written);
     const auto out = drive(c.kind, notas(c.kind, lista_filtro), c.filtro);
     EXPECT_EQ(out.error, "") << nome(c.kind) << " " << c.filtro;
     EXPECT_THAT(out.lines, ElementsAreArray(expected)) << nome(c.kind) << " " << c.filtro;

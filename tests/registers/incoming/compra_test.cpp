@@ -6,11 +6,13 @@
 
 #include "registers/incoming/compras.h"
 #include "registers/incoming/dtm_a_compraproduto.h"
+#include "support/golden.h"
 
 namespace infofiscal {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 using ::testing::StartsWith;
 using testing::compra;
 using testing::drive;
@@ -21,17 +23,11 @@ using testing::Kind;
 using testing::Run;
 using testing::Snapshot;
 
-const std::string kLinha04 =
-    "[C00]04[/C00][C01]2[/C01][C02]3[/C02][C03]0012345[/C03][C04]1102[/C04][C05]3524031234567890[/C05][C06]55[/C06]"
-    "[C07]1[/C07][C08]05/03/2024[/C08][C09]06/03/2024 14:30:00[/C09][C10]1234,50[/C10][C11]10,00[/C11]"
-    "[C12]1200,00[/C12][C13]30,00[/C13][C14]4,50[/C14][C15]2,25[/C15][C16]1000,00[/C16][C17]180,00[/C17]"
-    "[C18]50,00[/C18][C19]9,00[/C19][C20]12,34[/C20][C21]1,65[/C21][C22]7,60[/C22][C23]1[/C23][C24]0[/C24]"
-    "[C25]3550308[/C25][C26]3304557[/C26][C99]26[/C99]";
-const std::string kLinha05 =
-    "[C00]05[/C00][C01]2[/C01][C02]3[/C02][C03]2[/C03][C04]9[/C04][C05]12.345.678/0001-90[/C05][C06]ISENTO[/C06]"
-    "[C07]SP[/C07][C99]07[/C99]";
+// Lines 04, 05 and the two lines 06 of one product purchase (row 1), every column filled; the
+// second item has every text null. Base before rate in every tax group; C04 counts the rows.
+const std::vector<std::string> kCompra = testing::golden_lines("compra_produto.txt");
 
-// One call of L04_InfoCompra or L05_Fornecedor for purchase 101 as row 3 of a products list:
+// One call of L04_InfoCompra or L05_Fornecedor for purchase 101 as row 1 of a products list:
 // the line, or "erro: " and the message (and then no line).
 std::string linha(void (TDTM_A_Compra::*gerador)(int, int, TStringList&), const Snapshot& snapshot) {
   Run run(snapshot);
@@ -39,7 +35,7 @@ std::string linha(void (TDTM_A_Compra::*gerador)(int, int, TStringList&), const 
   run.configure(modulo);
   TStringList list;
   try {
-    (modulo.*gerador)(3, 101, list);
+    (modulo.*gerador)(1, 101, list);
   } catch (const Error& e) {
     EXPECT_EQ(list.Count(), 0u);
     return std::string("erro: ") + e.what();
@@ -59,7 +55,7 @@ TEST(PurchaseLine04, ColumnsStateAndErrors) {
     Snapshot snapshot;
     std::string expected;
   } cases[] = {
-      {"every column; number and key lose their full stops and blanks", com_compra(compra(101)), kLinha04},
+      {"every column; number and key lose their full stops and blanks", com_compra(compra(101)), kCompra[0]},
       {"nulls give empty elements; a receipt at midnight is the date alone",
        com_compra(compra(101, {{"DATAEMISSAONF", nullptr},
                                {"DATARECEBIMENTO", "2024-03-06T00:00:00"},
@@ -69,7 +65,7 @@ TEST(PurchaseLine04, ColumnsStateAndErrors) {
                                {"CDCIDADEORIGEMIBGE", nullptr},
                                {"CDCIDADEDESTINOIBGE", nullptr},
                                {"DESCONTO", -1.5}})),
-       "[C00]04[/C00][C01]2[/C01][C02]3[/C02][C03]0012345[/C03][C04][/C04][C05][/C05][C06]55[/C06][C07][/C07]"
+       "[C00]04[/C00][C01]2[/C01][C02]1[/C02][C03]0012345[/C03][C04][/C04][C05][/C05][C06]55[/C06][C07][/C07]"
        "[C08][/C08][C09]06/03/2024[/C09][C10]1234,50[/C10][C11]-1,50[/C11][C12]1200,00[/C12][C13]30,00[/C13]"
        "[C14]4,50[/C14][C15]2,25[/C15][C16]1000,00[/C16][C17]180,00[/C17][C18]50,00[/C18][C19]9,00[/C19]"
        "[C20]12,34[/C20][C21]1,65[/C21][C22]7,60[/C22][C23]1[/C23][C24]0[/C24][C25][/C25][C26][/C26][C99]26[/C99]"},
@@ -98,9 +94,9 @@ TEST(PurchaseLine05, SupplierColumnsAndErrors) {
     Snapshot snapshot;
     std::string expected;
   } cases[] = {
-      {"name, person type, address and district are not written", com(fornecedor(101)), kLinha05},
+      {"name, person type, address and district are not written", com(fornecedor(101)), kCompra[1]},
       {"no supplier row", Snapshot(),
-       "[C00]05[/C00][C01]2[/C01][C02]3[/C02][C03]2[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C99]07[/C99]"},
+       "[C00]05[/C00][C01]2[/C01][C02]1[/C02][C03]2[/C03][C04][/C04][C05][/C05][C06][/C06][C07][/C07][C99]07[/C99]"},
       {"the supplier query has its own prefix", Snapshot().error("DspCompraFornecedor", {101}, "tempo esgotado"),
        "erro: Erro ao Abrir Tabela de InstituicaoFornecedor : tempo esgotado"},
       {"a field the provider lacks", com(sem_campo),
@@ -127,61 +123,18 @@ TEST(PurchaseLines, OneProductPurchaseWritesHeaderSupplierAndItems) {
   const auto out = drive(Kind::Produto, uma_compra(Kind::Produto, json::array({item(101), nulos})));
   EXPECT_EQ(out.error, "");
   EXPECT_THAT(out.progress, ElementsAre(std::pair{1, 1}));
-  EXPECT_THAT(
-      out.lines,
-      ElementsAre(
-          "[C00]04[/C00][C01]2[/C01][C02]1[/C02][C03]0012345[/C03][C04]1102[/C04][C05]3524031234567890[/C05]"
-          "[C06]55[/C06][C07]1[/C07][C08]05/03/2024[/C08][C09]06/03/2024 14:30:00[/C09][C10]1234,50[/C10]"
-          "[C11]10,00[/C11][C12]1200,00[/C12][C13]30,00[/C13][C14]4,50[/C14][C15]2,25[/C15][C16]1000,00[/C16]"
-          "[C17]180,00[/C17][C18]50,00[/C18][C19]9,00[/C19][C20]12,34[/C20][C21]1,65[/C21][C22]7,60[/C22][C23]1[/C23]"
-          "[C24]0[/C24][C25]3550308[/C25][C26]3304557[/C26][C99]26[/C99]",
-          "[C00]05[/C00][C01]2[/C01][C02]1[/C02][C03]2[/C03][C04]9[/C04][C05]12.345.678/0001-90[/C05][C06]ISENTO[/C06]"
-          "[C07]SP[/C07][C99]07[/C99]",
-          // Base before rate in every tax group; C04 counts the rows, not ITEMCOMPRA.
-          "[C00]06[/C00][C01]2[/C01][C02]1[/C02][C03]501[/C03][C04]1[/C04][C05]Parafuso 3/8[/C05][C06]UN[/C06]"
-          "[C07]10,00[/C07][C08]99,90[/C08][C09]1,00[/C09][C10]2,00[/C10][C11]3,00[/C11][C12]4,00[/C12]"
-          "[C13]73181500[/C13][C14]7891[/C14][C15]2[/C15][C16]000[/C16][C17]1102[/C17][C18]90,00[/C18][C19]18,00[/C19]"
-          "[C20]16,20[/C20][C21]5,00[/C21][C22]6,00[/C22][C23]49[/C23][C24]999[/C24][C25]80,00[/C25][C26]8,00[/C26]"
-          "[C27]51[/C27][C28]70,00[/C28][C29]1,65[/C29][C30]7,00[/C30][C31]0,50[/C31][C32]1,16[/C32][C33]53[/C33]"
-          "[C34]60,00[/C34][C35]7,60[/C35][C36]6,00[/C36][C37]0,25[/C37][C38]4,56[/C38][C99]38[/C99]",
-          "[C00]06[/C00][C01]2[/C01][C02]1[/C02][C03]502[/C03][C04]2[/C04][C05][/C05][C06][/C06]"
-          "[C07]0,00[/C07][C08]99,90[/C08][C09]1,00[/C09][C10]2,00[/C10][C11]3,00[/C11][C12]4,00[/C12]"
-          "[C13][/C13][C14][/C14][C15]2[/C15][C16][/C16][C17][/C17][C18]90,00[/C18][C19]18,00[/C19]"
-          "[C20]16,20[/C20][C21]5,00[/C21][C22]6,00[/C22][C23][/C23][C24][/C24][C25]80,00[/C25][C26]8,00[/C26]"
-          "[C27][/C27][C28]70,00[/C28][C29]1,65[/C29][C30]7,00[/C30][C31]0,50[/C31][C32]1,16[/C32][C33][/C33]"
-          "[C34]60,00[/C34][C35]7,60[/C35][C36]6,00[/C36][C37]0,25[/C37][C38]0,00[/C38][C99]38[/C99]"));
+  EXPECT_THAT(out.lines, ElementsAreArray(kCompra));
 }
 
 // The kind code of C01 (1, 2, 4) and the item type of C15 (1, 2, 3) differ; so do the item
 // code and description fields that each kind reads.
 TEST(PurchaseLines, KindCodeItemTypeAndItemFieldsOfEachKind) {
+  // Line 06 of the product purchase is above; equipment and consumption products here.
+  const std::vector<std::string> itens = testing::golden_lines("compra_06_equipamento_consumo.txt");
   const struct {
     Kind kind;
-    std::string c01;
-    std::string line06;
-  } cases[] = {
-      {Kind::Equipamento, "1",
-       "[C00]06[/C00][C01]1[/C01][C02]1[/C02][C03]801[/C03][C04]1[/C04][C05]Compressor[/C05][C06]UN[/C06]"
-       "[C07]10,00[/C07][C08]99,90[/C08][C09]1,00[/C09][C10]2,00[/C10][C11]3,00[/C11][C12]4,00[/C12]"
-       "[C13]73181500[/C13][C14]7891[/C14][C15]1[/C15][C16]000[/C16][C17]1102[/C17][C18]90,00[/C18][C19]18,00[/C19]"
-       "[C20]16,20[/C20][C21]5,00[/C21][C22]6,00[/C22][C23]49[/C23][C24]999[/C24][C25]80,00[/C25][C26]8,00[/C26]"
-       "[C27]51[/C27][C28]70,00[/C28][C29]1,65[/C29][C30]7,00[/C30][C31]0,50[/C31][C32]1,16[/C32][C33]53[/C33]"
-       "[C34]60,00[/C34][C35]7,60[/C35][C36]6,00[/C36][C37]0,25[/C37][C38]4,56[/C38][C99]38[/C99]"},
-      {Kind::Produto, "2",
-       "[C00]06[/C00][C01]2[/C01][C02]1[/C02][C03]501[/C03][C04]1[/C04][C05]Parafuso 3/8[/C05][C06]UN[/C06]"
-       "[C07]10,00[/C07][C08]99,90[/C08][C09]1,00[/C09][C10]2,00[/C10][C11]3,00[/C11][C12]4,00[/C12]"
-       "[C13]73181500[/C13][C14]7891[/C14][C15]2[/C15][C16]000[/C16][C17]1102[/C17][C18]90,00[/C18][C19]18,00[/C19]"
-       "[C20]16,20[/C20][C21]5,00[/C21][C22]6,00[/C22][C23]49[/C23][C24]999[/C24][C25]80,00[/C25][C26]8,00[/C26]"
-       "[C27]51[/C27][C28]70,00[/C28][C29]1,65[/C29][C30]7,00[/C30][C31]0,50[/C31][C32]1,16[/C32][C33]53[/C33]"
-       "[C34]60,00[/C34][C35]7,60[/C35][C36]6,00[/C36][C37]0,25[/C37][C38]4,56[/C38][C99]38[/C99]"},
-      {Kind::ProdConsumo, "4",
-       "[C00]06[/C00][C01]4[/C01][C02]1[/C02][C03]601[/C03][C04]1[/C04][C05]Parafuso 3/8[/C05][C06]UN[/C06]"
-       "[C07]10,00[/C07][C08]99,90[/C08][C09]1,00[/C09][C10]2,00[/C10][C11]3,00[/C11][C12]4,00[/C12]"
-       "[C13]73181500[/C13][C14]7891[/C14][C15]3[/C15][C16]000[/C16][C17]1102[/C17][C18]90,00[/C18][C19]18,00[/C19]"
-       "[C20]16,20[/C20][C21]5,00[/C21][C22]6,00[/C22][C23]49[/C23][C24]999[/C24][C25]80,00[/C25][C26]8,00[/C26]"
-       "[C27]51[/C27][C28]70,00[/C28][C29]1,65[/C29][C30]7,00[/C30][C31]0,50[/C31][C32]1,16[/C32][C33]53[/C33]"
-       "[C34]60,00[/C34][C35]7,60[/C35][C36]6,00[/C36][C37]0,25[/C37][C38]4,56[/C38][C99]38[/C99]"},
-  };
+    std::string c01, line06;
+  } cases[] = {{Kind::Equipamento, "1", itens[0]}, {Kind::ProdConsumo, "4", itens[1]}};
   for (const auto& c : cases) {
     const auto out = drive(c.kind, uma_compra(c.kind, json::array({item(101)})));
     ASSERT_EQ(out.lines.size(), 3u) << c.c01 << out.error;

@@ -4,65 +4,36 @@
 #include "registers/incoming/dtm_a_comprainsumo.h"
 #include "registers/incoming/dtm_a_compraprodconsumo.h"
 #include "registers/incoming/dtm_a_compraproduto.h"
+#include "support/golden.h"
 
 namespace infofiscal::testing {
 
-int kind_code(Kind kind) {
-  switch (kind) {
-    case Kind::Equipamento: return 1;
-    case Kind::Produto: return 2;
-    case Kind::ProdConsumo: return 4;
-    case Kind::Insumo: return 0;
-  }
-  return -1;
+namespace {
+
+struct KindData {
+  int code;
+  const char* chave;
+  const char* provider;
+};
+
+// In the order of Kind: equipment, products, consumption products, inputs.
+const KindData& dados(Kind kind) {
+  static const KindData tabela[] = {{1, "REGCOMPRAEQUIPAMENTO", "DspCompraEquipamento"},
+                                    {2, "REGCOMPRAPRODUTO", "DsCompraProduto"},
+                                    {4, "REGCOMPRAPRODCONSUMO", "DspCompraProdConsumo"},
+                                    {0, "REGCOMPRAINSUMO", ""}};
+  return tabela[static_cast<int>(kind)];
 }
 
-const char* kind_switch(Kind kind) {
-  switch (kind) {
-    case Kind::Equipamento: return "REGCOMPRAEQUIPAMENTO";
-    case Kind::Produto: return "REGCOMPRAPRODUTO";
-    case Kind::ProdConsumo: return "REGCOMPRAPRODCONSUMO";
-    case Kind::Insumo: return "REGCOMPRAINSUMO";
-  }
-  return "";
-}
+}  // namespace
 
-const char* item_provider(Kind kind) {
-  switch (kind) {
-    case Kind::Equipamento: return "DspCompraEquipamento";
-    case Kind::Produto: return "DsCompraProduto";
-    case Kind::ProdConsumo: return "DspCompraProdConsumo";
-    case Kind::Insumo: return "";
-  }
-  return "";
-}
+int kind_code(Kind kind) { return dados(kind).code; }
+const char* kind_switch(Kind kind) { return dados(kind).chave; }
+const char* item_provider(Kind kind) { return dados(kind).provider; }
 
 json compra(int cod, const json& overrides) {
-  json row = {{"CDCOMPRA", cod},
-              {"CDFORNECEDOR", 9},
-              {"MODELO", "55"},
-              {"SERIE", "1"},
-              {"PDE", 3},
-              {"CHAVENFEFORNECEDOR", "3524 0312.3456 7890"},
-              {"TOTALCOMPRA", 1234.5},
-              {"DESCONTO", 10},
-              {"TOTALPRODUTO", 1200},
-              {"FRETE", 30},
-              {"SEGURO", 4.5},
-              {"OUTRASDESPESAS", 2.25},
-              {"ICMS_BASECALCULO", 1000},
-              {"ICMS_VALOR", 180},
-              {"ICMS_ST_BASECALCULO", 50},
-              {"ICMS_ST_VALOR", 9},
-              {"IPI_VALOR", 12.34},
-              {"PIS_VALOR", 1.65},
-              {"COFINS_VALOR", 7.6},
-              {"NUMNF", "001.234 5"},
-              {"DATAEMISSAONF", "2024-03-05"},
-              {"DATARECEBIMENTO", "2024-03-06T14:30:00"},
-              {"CDTABCFOP", 1102},
-              {"CDCIDADEORIGEMIBGE", 3550308},
-              {"CDCIDADEDESTINOIBGE", 3304557}};
+  json row = data_row("compra");
+  row["CDCOMPRA"] = cod;
   row.update(overrides);
   return row;
 }
@@ -77,52 +48,14 @@ json compra_minima(int cod, const std::string& numnf) {
 }
 
 json fornecedor(int cod) {
-  return {{"CDCOMPRA", cod},          {"CDFORNECEDOR", 9},       {"RAZAOSOCIAL", "Fornecedora Alfa Ltda"},
-          {"TIPOPESSOA", "J"},        {"CNPJ_CPF", "12.345.678/0001-90"}, {"IE", "ISENTO"},
-          {"CDESTADO", "SP"},         {"ENDERECO", "Rua Um"},    {"ENDERECONUMERO", "100"},
-          {"BAIRRO", "Centro"}};
+  json row = data_row("fornecedor");
+  row["CDCOMPRA"] = cod;
+  return row;
 }
 
 json item(int cod, const json& overrides) {
-  json row = {{"CDCOMPRA", cod},
-              {"CDEQUIPAMENTO", 801},
-              {"CDPRODUTO", 501},
-              {"CDPRODCONSUMO", 601},
-              {"ITEMCOMPRA", 5},
-              {"DESCEQUIPAMENTO", "Compressor"},
-              {"DESCPRODUTO", "Parafuso 3/8"},
-              {"SIGLAUNIDADE", "UN"},
-              {"QUANTIDADE", 10},
-              {"PRECOTOTAL", 99.9},
-              {"DESCONTO", 1},
-              {"FRETE", 2},
-              {"SEGURO", 3},
-              {"OUTRASDESPESAS", 4},
-              {"ICMS_CST", "000"},
-              {"ICMS_CFOP", "1102"},
-              {"ICMS_BASECALCULO", 90},
-              {"ICMS_ALIQUOTA", 18},
-              {"ICMS_VALOR", 16.2},
-              {"ICMS_ST_BASECALCULO", 5},
-              {"ICMS_ST_VALOR", 6},
-              {"IPI_CST", "49"},
-              {"IPI_ENQUADRAMENTO", "999"},
-              {"IPI_BASECALCULO", 80},
-              {"IPI_VALOR", 8},
-              {"PIS_CST", "51"},
-              {"PIS_ALIQUOTA", 1.65},
-              {"PIS_BASECALCULO", 70},
-              {"PIS_QUANTUNIDADE", 7},
-              {"PIS_VALORUNIDADE", 0.5},
-              {"PIS_VALOR", 1.16},
-              {"COFINS_CST", "53"},
-              {"COFINS_ALIQUOTA", 7.6},
-              {"COFINS_BASECALCULO", 60},
-              {"COFINS_QUANTUNIDADE", 6},
-              {"COFINS_VALORUNIDADE", 0.25},
-              {"COFINS_VALOR", 4.56},
-              {"NUMNCM", "73181500"},
-              {"CODBARRA", "7891"}};
+  json row = data_row("item_compra");
+  row["CDCOMPRA"] = cod;
   row.update(overrides);
   return row;
 }

@@ -9,6 +9,7 @@
 #include "registers/master/dtm_a_tabproduto.h"
 #include "support/fixture.h"
 #include "support/generate.h"
+#include "support/golden.h"
 
 namespace infofiscal {
 namespace {
@@ -33,9 +34,7 @@ Snapshot catalogues(const json& switches) {
   return Snapshot()
       .registro(7, switches)
       .params("DspListaEquipamento", json::array(),
-              json::array({{{"CDEQUIPAMENTO", 7},
-                            {"DESCEQUIPAMENTO", "Freezer horizontal"},
-                            {"SIGLAUNIDADE", "PC"},
+              json::array({{{"CDEQUIPAMENTO", 7}, {"DESCEQUIPAMENTO", "Freezer horizontal"}, {"SIGLAUNIDADE", "PC"},
                             {"NUMNCM", "84185010"}}}))
       .params("DspListaProduto", json::array(), json::array({produto(10, "Cerveja lata", "03.021.00")}))
       .params("DspListaInsumo", json::array(),
@@ -45,14 +44,9 @@ Snapshot catalogues(const json& switches) {
                   {{{"CDPRODCONSUMO", 3}, {"DESCPRODUTO", "Papel A4"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", nullptr}}}));
 }
 
-const char kEquipamento[] =
-    "[C00]12[/C00][C01]1[/C01][C02]7[/C02][C03]Freezer "
-    "horizontal[/C03][C04]PC[/C04][C05]84185010[/C05][C06][/C06][C99]06[/C99]";
-const char kProduto[] =
-    "[C00]12[/C00][C01]2[/C01][C02]10[/C02][C03]Cerveja lata[/C03][C04]UN[/C04][C05]22030000[/C05][C06]03.021.00[/C06]"
-    "[C99]06[/C99]";
-const char kProdConsumo[] =
-    "[C00]12[/C00][C01]3[/C01][C02]3[/C02][C03]Papel A4[/C03][C04]CX[/C04][C05][/C05][C06][/C06][C99]06[/C99]";
+// Lines 12 of the equipment, the product and the consumption product of catalogues().
+const std::vector<std::string> kCatalogos = testing::golden_lines("catalogos_12.txt");
+const std::string &kEquipamento = kCatalogos[0], &kProduto = kCatalogos[1], &kProdConsumo = kCatalogos[2];
 
 // The lines of the four catalogues, in the run's order.
 std::vector<std::string> all_four(const Snapshot& s) {
@@ -137,19 +131,20 @@ TEST(Line12, Failures) {
   const auto cancel_at_2 = [](int p, int) {
     if (p == 2) throw Error("cancelado");
   };
-  json two_equipments = {{{"CDEQUIPAMENTO", 1}, {"DESCEQUIPAMENTO", "A"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}},
-                         {{"CDEQUIPAMENTO", 2}, {"DESCEQUIPAMENTO", "B"}, {"SIGLAUNIDADE", "PC"}, {"NUMNCM", ""}}};
+  // Rows 1 "A" and 2 "B" of a catalogue.
+  const auto ab = [](const char* codigo, const char* descricao, const char* unidade) {
+    json rows = json::array();
+    for (int i : {1, 2})
+      rows.push_back({{codigo, i}, {descricao, i == 1 ? "A" : "B"}, {"SIGLAUNIDADE", unidade}, {"NUMNCM", ""}});
+    return rows;
+  };
   const Snapshot s =
       Snapshot()
           .registro(7, {{"REGCOMPRAEQUIPAMENTO", "S"}, {"REGVENDAPRODUTO", "S"}})
-          .params("DspListaEquipamento", json::array(), two_equipments)
+          .params("DspListaEquipamento", json::array(), ab("CDEQUIPAMENTO", "DESCEQUIPAMENTO", "PC"))
           .params("DspListaProduto", json::array(), {produto(1, "A", ""), produto(2, "B", "")})
-          .params("DspListaInsumo", json::array(),
-                  {{{"CDINSUMO", 1}, {"DESCINSUMO", "A"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}},
-                   {{"CDINSUMO", 2}, {"DESCINSUMO", "B"}, {"SIGLAUNIDADE", "KG"}, {"NUMNCM", ""}}})
-          .params("DspListaProdConsumo", json::array(),
-                  {{{"CDPRODCONSUMO", 1}, {"DESCPRODUTO", "A"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}},
-                   {{"CDPRODCONSUMO", 2}, {"DESCPRODUTO", "B"}, {"SIGLAUNIDADE", "CX"}, {"NUMNCM", ""}}});
+          .params("DspListaInsumo", json::array(), ab("CDINSUMO", "DESCINSUMO", "KG"))
+          .params("DspListaProdConsumo", json::array(), ab("CDPRODCONSUMO", "DESCPRODUTO", "CX"));
   const std::string erro = "erro: Erro ano Gerar Registro Linha 12 : cancelado";
   EXPECT_THAT(
       generate(s, &TDTM_A_TabEquipamento::L12_RegistroEquipamento, cancel_at_2).lines,

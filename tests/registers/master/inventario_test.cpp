@@ -38,10 +38,7 @@ const Inventory kInventories[] = {
 };
 
 json header(int emp, const json& date, const json& total) {
-  return {{"CDINVENTARIOEMP", emp},
-          {"CDTIPOINVENTARIO", 1},
-          {"DATAINVENTARIO", date},
-          {"TOTALINVENTARIO", total},
+  return {{"CDINVENTARIOEMP", emp}, {"CDTIPOINVENTARIO", 1}, {"DATAINVENTARIO", date}, {"TOTALINVENTARIO", total},
           {"PDE", 0}};
 }
 

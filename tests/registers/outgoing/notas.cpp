@@ -5,83 +5,27 @@
 #include "registers/outgoing/dtm_a_nf_transferenciaproduto.h"
 #include "registers/outgoing/dtm_a_nf_vendaequipamento.h"
 #include "registers/outgoing/dtm_a_nf_vendaproduto.h"
+#include "support/golden.h"
 
 namespace infofiscal::testing {
 
 json cabecalho(int nota, const json& pde, const json& overrides) {
-  json row = {{"CDTIPONOTAFISCAL", 1},
-              {"CDNOTAFISCAL", nota},
-              {"CDCLIENTE", 42},
-              {"NUMSERIE", "1"},
-              {"EMISSAO", "2024-03-05"},
-              {"PDE", pde},
-              {"SAIDA", "2024-03-06T14:30:00"},
-              {"CHAVENFE", "35240312345678000190550010000010011000010010"},
-              {"VALORTOTALNOTA", 1234.5},
-              {"VALORDESCONTO", 10},
-              {"VALORTOTALPRODUTO", 1244.5},
-              {"VALORFRETE", 1.1},
-              {"VALORSEGURO", 2.2},
-              {"VALOROUTRASDESP", 3.3},
-              {"ICMS_BASECALCULO", 1000},
-              {"ICMS_VALOR", 180},
-              {"ICMS_ST_BASECALCULO", 4.4},
-              {"ICMS_ST_VALOR", 5.5},
-              {"IPI_VALOR", 6.6},
-              {"PIS_VALOR", 7.7},
-              {"COFINS_VALOR", 8.8},
-              {"CDTABCFOP", 5102}};
+  json row = data_row("nf_cabecalho");
+  row.update({{"CDNOTAFISCAL", nota}, {"PDE", pde}});
   row.update(overrides);
   return row;
 }
 
 json parte(int nota) {
-  return {{"CDTIPONOTAFISCAL", 1},      {"CDNOTAFISCAL", nota}, {"CDCLIENTE", 42},
-          {"RAZAOSOCIAL", "Loja Ltda"}, {"TIPOPESSOA", "J"},    {"CNPJ_CPF", "12.345.678/0001-90"},
-          {"IE", "123456789"},          {"CDESTADO", "SP"},     {"ENDERECO", "Rua A"},
-          {"ENDERECONUMERO", "10"},     {"BAIRRO", "Centro"},   {"IBGE_CIDADE", 3550308},
-          {"IBGE_PAIS", 1058},          {"CODIBGE", 3550308}};
+  json row = data_row("nf_parte");
+  row["CDNOTAFISCAL"] = nota;
+  return row;
 }
 
 json item(int nota, int n, const json& overrides) {
-  json row = {{"CDTIPONOTAFISCAL", 1},
-              {"CDNOTAFISCAL", nota},
-              {"CDPRODUTO", 500 + n},
-              {"CDLOTE", 1},
-              {"ITEMNOTAFISCAL", n},
-              {"DESCPRODUTO", "Produto " + std::to_string(n)},
-              {"UNIDADE", "UN"},
-              {"QUANTIDADE", 2},
-              {"PRECOTOTAL", 100},
-              {"DESCONTO", 1},
-              {"FRETE", 2.5},
-              {"SEGURO", 3},
-              {"OUTRASDESP", 4},
-              {"ICMS_CST", "000"},
-              {"ICMS_BASECALCULO", 90},
-              {"ICMS_ALIQUOTA", 18},
-              {"ICMS_VALOR", 16.2},
-              {"ICMS_ST_BASECALCULO", 5},
-              {"ICMS_ST_VALOR", 6},
-              {"PIS_CST", "01"},
-              {"COFINS_CST", "02"},
-              {"ICMS_CFOP", "5102"},
-              {"IPI_CST", "50"},
-              {"IPI_ENQUADRAMENTO", "999"},
-              {"IPI_BASECALCULO", 7},
-              {"IPI_VALOR", 8},
-              {"CODBARRA", "7891234567895"},
-              {"PIS_ALIQUOTA", 1.65},
-              {"PIS_BASECALCULO", 91},
-              {"PIS_VALOR", 1.5},
-              {"PIS_QUANTUNIDADE", 9},
-              {"PIS_VALORUNIDADE", 10},
-              {"COFINS_ALIQUOTA", 7.6},
-              {"COFINS_QUANTUNIDADE", 11},
-              {"COFINS_VALORUNIDADE", 12},
-              {"COFINS_BASECALCULO", 92},
-              {"COFINS_VALOR", 6.99},
-              {"NUMNCM", "84713012"}};
+  json row = data_row("nf_item");
+  row.update({{"CDNOTAFISCAL", nota}, {"CDPRODUTO", 500 + n}, {"ITEMNOTAFISCAL", n},
+              {"DESCPRODUTO", "Produto " + std::to_string(n)}});
   row.update(overrides);
   return row;
 }
