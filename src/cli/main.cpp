@@ -4,7 +4,9 @@
 // message. Exit status: 0 success, 1 the run failed, 2 a usage error.
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -46,6 +48,7 @@ void info_line(const std::string& line) {
 int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
+  if (!o.gravar_snapshot.empty()) exigir_pasta_de(o.gravar_snapshot);
   const auto live = open_record_source(o.fonte);
   std::unique_ptr<RecordingSource> gravador;
   RecordSource* fonte = live.get();
@@ -69,6 +72,7 @@ int exportar(const OpcoesExportar& o) {
   // The snapshot holds every answer of the run, also of a run that failed anywhere (the
   // converter included), so that the failure replays.
   try {
+    exigir_registro(*fonte, o.registro);
     const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
     if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
       std::string nome = o.arquivo_fiscal;
@@ -88,10 +92,14 @@ int exportar(const OpcoesExportar& o) {
 }
 
 std::string ler_arquivo(const std::string& path) {
+  const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + motivo_do_sistema(erro)); };
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw Error("Não foi possível ler o arquivo '" + path + "'");
+  if (!in) throw falha(errno);
+  // A folder opens like a file and reads as nothing.
+  if (std::filesystem::is_directory(path)) throw falha(EISDIR);
   std::ostringstream text;
   text << in.rdbuf();
+  if (in.bad()) throw falha(EIO);
   return text.str();
 }
 
@@ -130,22 +138,22 @@ int principal(int argc, char** argv) {
   exp->add_option("--arquivo-fiscal", o.arquivo_fiscal, "Arquivo fiscal a gravar (padrão: o nome sugerido, na pasta atual)");
   exp->add_flag("--somente-informacao", o.somente_informacao, "Gera só SpedInformacao.txt, sem o arquivo fiscal");
   exp->add_option("--progresso", o.progresso, "Progresso em stderr: auto, barra, linhas ou nada")
-      ->check(CLI::IsMember({"auto", "barra", "linhas", "nada"}));
+      ->check(um_de({"auto", "barra", "linhas", "nada"}));
   exp->add_option("--gravar-snapshot", o.gravar_snapshot, "Grava as respostas da fonte neste snapshot JSON");
 
   int tipo = 1;
   std::string informacao, saida, progresso = "auto";
   auto* conv = app.add_subcommand("converter", "Converte um SpedInformacao.txt no arquivo SINTEGRA ou SPED EFD");
-  conv->add_option("--tipo", tipo, "1 SINTEGRA, 2 SPED EFD")->required()->check(CLI::IsMember({1, 2}));
+  conv->add_option("--tipo", tipo, "1 SINTEGRA, 2 SPED EFD")->required()->check(um_de({"1", "2"}));
   conv->add_option("--informacao", informacao, "Arquivo de informações (SpedInformacao.txt)")->required();
   conv->add_option("--arquivo-fiscal", saida, "Arquivo fiscal a gravar")->required();
   conv->add_option("--progresso", progresso, "Progresso em stderr: auto, barra, linhas ou nada")
-      ->check(CLI::IsMember({"auto", "barra", "linhas", "nada"}));
+      ->check(um_de({"auto", "barra", "linhas", "nada"}));
 
   int tipo_validar = 1;
   std::string arquivo;
   auto* val = app.add_subcommand("validar", "Confere a estrutura de um arquivo SINTEGRA ou SPED EFD");
-  val->add_option("--tipo", tipo_validar, "1 SINTEGRA, 2 SPED EFD")->required()->check(CLI::IsMember({1, 2}));
+  val->add_option("--tipo", tipo_validar, "1 SINTEGRA, 2 SPED EFD")->required()->check(um_de({"1", "2"}));
   val->add_option("--arquivo-fiscal", arquivo, "Arquivo fiscal a conferir")->required();
 
   try {
@@ -155,7 +163,7 @@ int principal(int argc, char** argv) {
   } catch (const CLI::CallForAllHelp& e) {
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
-    std::cerr << "infofiscal: " << traduzir_erro_de_uso(e) << "\nUse --help para ver as opções.\n";
+    std::cerr << "infofiscal: " << traduzir_erro_de_uso(e, app) << "\nUse --help para ver as opções.\n";
     return 2;
   }
   try {

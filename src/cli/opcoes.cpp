@@ -1,31 +1,103 @@
 #include "cli/opcoes.h"
 
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include "host/client_dataset.h"
+#include "host/error.h"
 
 namespace infofiscal {
+
+namespace {
+
+constexpr std::int64_t kMaxInt = std::numeric_limits<std::int32_t>::max();
+
+// The required options not given: of the command that ran, or of `app` itself when it has no
+// commands (the launcher).
+std::string ausentes(const CLI::App& app) {
+  const auto comandos = app.get_subcommands();
+  std::vector<const CLI::App*> onde(comandos.begin(), comandos.end());
+  if (onde.empty()) onde.push_back(&app);
+  std::vector<std::string> nomes;
+  for (const CLI::App* comando : onde)
+    for (const CLI::Option* opcao : comando->get_options())
+      if (opcao->get_required() && opcao->count() == 0) nomes.push_back(opcao->get_name());
+  return fmt::format("{}", fmt::join(nomes, ", "));
+}
+
+bool tem_comandos(const CLI::App& app) {
+  return !app.get_subcommands([](const CLI::App*) { return true; }).empty();
+}
+
+// What to say when no command ran: a word that is not a command, or no command at all.
+std::string sem_comando(const CLI::App& app) {
+  const auto dados = app.remaining();
+  if (!dados.empty()) return "comando desconhecido: " + dados.front() + " (use exportar, converter ou validar)";
+  return "opção obrigatória ausente: o comando (exportar, converter ou validar)";
+}
+
+// The text of CLI11's message after "<prefix>: ", or the whole message.
+std::string depois_de_dois_pontos(const std::string& mensagem) {
+  const auto p = mensagem.find(": ");
+  return p == std::string::npos ? mensagem : mensagem.substr(p + 2);
+}
+
+}  // namespace
+
+CLI::Validator inteiro_entre(std::int64_t minimo, std::int64_t maximo) {
+  return CLI::Validator(
+      [=](std::string& texto) -> std::string {
+        std::int64_t v = 0;
+        const auto [fim, ec] = std::from_chars(texto.data(), texto.data() + texto.size(), v);
+        if (texto.empty() || ec != std::errc() || fim != texto.data() + texto.size())
+          return "'" + texto + "' não é um número inteiro";
+        if (v < minimo || v > maximo) return fmt::format("'{}' fora da faixa de {} a {}", texto, minimo, maximo);
+        return {};
+      },
+      fmt::format("{} a {}", minimo, maximo));
+}
+
+CLI::Validator um_de(const std::vector<std::string>& aceitos) {
+  const std::string lista = fmt::format("{}", fmt::join(aceitos, ", "));
+  return CLI::Validator(
+      [=](std::string& texto) -> std::string {
+        if (std::find(aceitos.begin(), aceitos.end(), texto) != aceitos.end()) return {};
+        return "'" + texto + "' não é um dos valores aceitos (" + lista + ")";
+      },
+      "{" + lista + "}");
+}
 
 void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o) {
   app.add_option("--fonte", o.fonte, "Fonte de dados: sqlite:ARQUIVO, postgresql:CONEXAO, firebird:BANCO, snapshot:ARQUIVO.json")
       ->required();
-  app.add_option("--registro", o.registro, "Código do registro fiscal")->required()->check(CLI::NonNegativeNumber);
+  app.add_option("--registro", o.registro, "Código do registro fiscal")->required()->check(inteiro_entre(0, kMaxInt));
   app.add_option("--tipo", o.tipo, "Tipo de arquivo: 0 indefinido, 1 SINTEGRA, 2 SPED EFD, 3 SPED Contribuições")
       ->required()
-      ->check(CLI::IsMember({0, 1, 2, 3}));
+      ->check(um_de({"0", "1", "2", "3"}));
   app.add_option("--base", o.base, "Pasta base da aplicação (contém Arquivos/InfoFiscal)")->required();
-  app.add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(CLI::Range(1, 12));
-  app.add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(CLI::Range(1, 9999));
-  app.add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(CLI::NonNegativeNumber);
-  app.add_option("--compra", o.compra, "Exporta só esta compra (0: todas)")->check(CLI::NonNegativeNumber);
-  app.add_option("--venda", o.venda, "Exporta só esta nota de saída (0: todas)")->check(CLI::NonNegativeNumber);
+  app.add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 12));
+  app.add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 9999));
+  app.add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(inteiro_entre(0, kMaxInt));
+  app.add_option("--compra", o.compra, "Exporta só esta compra (0: todas)")->check(inteiro_entre(0, kMaxInt));
+  app.add_option("--venda", o.venda, "Exporta só esta nota de saída (0: todas)")->check(inteiro_entre(0, kMaxInt));
 }
 
-std::string traduzir_erro_de_uso(const CLI::ParseError& e) {
+std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) {
   const std::string detalhe = e.what();
-  if (dynamic_cast<const CLI::RequiredError*>(&e)) return "opção obrigatória ausente (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ExtrasError*>(&e)) return "argumento desconhecido (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ValidationError*>(&e) || dynamic_cast<const CLI::ConversionError*>(&e))
-    return "valor inválido (" + detalhe + ")";
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "número de valores errado (" + detalhe + ")";
+  if (dynamic_cast<const CLI::RequiredError*>(&e))
+    return tem_comandos(app) && app.get_subcommands().empty() ? sem_comando(app)
+                                                              : "opção obrigatória ausente: " + ausentes(app);
+  if (dynamic_cast<const CLI::ExtrasError*>(&e)) {
+    const auto extras = app.remaining(true);
+    return "argumento desconhecido: " +
+           (extras.empty() ? depois_de_dois_pontos(detalhe) : fmt::format("{}", fmt::join(extras, " ")));
+  }
+  if (dynamic_cast<const CLI::ValidationError*>(&e)) return "valor inválido em " + detalhe;
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "falta o valor de " + detalhe.substr(0, detalhe.find(':'));
   return "uso incorreto (" + detalhe + ")";
 }
 
@@ -36,6 +108,15 @@ std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view 
   tab.SetParam(0, std::int64_t{registro});
   tab.Open();
   return tab.FieldByName(campo).AsInteger();
+}
+
+void exigir_registro(RecordSource& fonte, int registro) {
+  // Declared as text: a month of the wrong type is line 01's to report.
+  ClientDataSet tab("TabRegistroInfoFiscal", "DspRegistroInfoFiscal", {{"CDMES", FieldClass::String}}, 1);
+  tab.SetRemoteServer(&fonte);
+  tab.SetParam(0, std::int64_t{registro});
+  tab.Open();
+  if (tab.RecordCount() == 0) throw Error(fmt::format("O registro fiscal {} não existe na fonte de dados", registro));
 }
 
 TOBJ_InfoSistema_v11c info_sistema(RecordSource& fonte, const OpcoesRegistro& o) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -25,8 +26,17 @@ struct OpcoesRegistro {
 // --compra, --venda on `app`, stored into `o`.
 void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o);
 
-// A parse error of CLI11 as a Portuguese message that says what is wrong.
-std::string traduzir_erro_de_uso(const CLI::ParseError& e);
+// Checks that speak Portuguese and name the value (CLI11's own speak English): an integer in
+// [minimo, maximo]; one of the texts `aceitos`.
+CLI::Validator inteiro_entre(std::int64_t minimo, std::int64_t maximo);
+CLI::Validator um_de(const std::vector<std::string>& aceitos);
+
+// A parse error of `app` as a Portuguese message that says what is wrong.
+std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app);
+
+// Fails, naming it, when the fiscal register `registro` has no record: a run over it would
+// write nothing true.
+void exigir_registro(RecordSource& fonte, int registro);
 
 // One integer field of the fiscal register `registro`, read only when a default needs it.
 std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view campo);

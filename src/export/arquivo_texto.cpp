@@ -54,7 +54,7 @@ std::size_t utf8_length(unsigned char lead) {
   return 1;
 }
 
-std::string errno_text() { return std::strerror(errno); }
+std::string errno_text() { return motivo_do_sistema(errno); }
 
 // The end of the run of ASCII bytes (or, with `ascii` false, of other bytes) that starts at `i`.
 std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
@@ -162,13 +162,26 @@ void CodificadorTexto::Finish(std::string& out) {
   line_open_ = false;
 }
 
+namespace {
+
+std::filesystem::path folder_of(const std::filesystem::path& target) {
+  return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+}
+
+}  // namespace
+
+void exigir_pasta_de(const std::string& path) {
+  const std::filesystem::path folder = folder_of(path);
+  std::error_code ec;
+  if (!std::filesystem::is_directory(folder, ec))
+    throw Error("A pasta '" + folder.string() + "' não existe: o arquivo '" + path + "' não foi gravado");
+}
+
 ArquivoAtomico::ArquivoAtomico(std::string path) : path_(std::move(path)) {
   namespace fs = std::filesystem;
+  exigir_pasta_de(path_);
   const fs::path target(path_);
-  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-  std::error_code ec;
-  if (!fs::is_directory(folder, ec))
-    throw Error("A pasta '" + folder.string() + "' não existe: o arquivo '" + path_ + "' não foi gravado");
+  const fs::path folder = folder_of(target);
   temp_ = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
   fd_ = mkstemp(temp_.data());
   if (fd_ < 0) throw Error("Não foi possível gravar o arquivo '" + path_ + "': " + errno_text());

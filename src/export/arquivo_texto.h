@@ -35,6 +35,10 @@ class CodificadorTexto {
   bool line_open_ = false;   // characters fed since the last break
 };
 
+// Throws the error of a file that cannot be written because its folder does not exist; lets a
+// front refuse such a path before a long run rather than after it.
+void exigir_pasta_de(const std::string& path);
+
 // A file written whole or not at all: bytes go to a temporary file in the target's folder,
 // renamed over the target by Commit. Destroyed without Commit, it removes the temporary and
 // leaves any earlier file as it was. Every failure throws Error naming the target.

@@ -353,7 +353,7 @@ void ValidadorSintegra::conferir_90(const std::vector<Registro>& registros90) {
   std::vector<int> tipos;
   for (const auto& [tipo, conta] : por_tipo_)
     if (tipo != 10 && tipo != 11 && tipo != 90 &&
-        std::none_of(pares.begin(), pares.end(), [&](const Par& p) { return p.tipo == tipo; }))
+        std::none_of(pares.begin(), pares.end(), [t = tipo](const Par& p) { return p.tipo == t; }))
       tipos.push_back(tipo);
   std::sort(tipos.begin(), tipos.end());
   for (const int tipo : tipos) achado(ultimo, fmt::format("falta o total do tipo {}", tipo));

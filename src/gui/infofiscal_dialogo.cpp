@@ -85,7 +85,7 @@ int principal(int argc, char** argv) {
   } catch (const CLI::CallForHelp& e) {
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
-    std::cerr << "infofiscal-dialogo: " << traduzir_erro_de_uso(e) << "\nUse --help para ver as opções.\n";
+    std::cerr << "infofiscal-dialogo: " << traduzir_erro_de_uso(e, app) << "\nUse --help para ver as opções.\n";
     return 2;
   }
   QApplication aplicacao(argc, argv);

@@ -11,4 +11,9 @@ class Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The system's reason for a failed call (an errno value) in Portuguese, for messages such as
+// "Não foi possível gravar o arquivo 'x': disco cheio"; an uncommon one keeps the C library's
+// text with its number.
+std::string motivo_do_sistema(int erro);
+
 }  // namespace infofiscal

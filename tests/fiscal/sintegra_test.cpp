@@ -181,7 +181,7 @@ TEST(SintegraCli, AMissingOrUnreadableInformationFileIsAClearError) {
   const struct {
     std::string informacao, erro;
   } casos[] = {
-      {dir + "/sumiu.txt", "Não foi possível ler o arquivo '" + dir + "/sumiu.txt'\n"},
+      {dir + "/sumiu.txt", "Não foi possível ler o arquivo '" + dir + "/sumiu.txt': arquivo ou pasta inexistente\n"},
       {dir + "/binario.txt", "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 1\n"},
   };
   for (const auto& c : casos) {

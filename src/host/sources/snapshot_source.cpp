@@ -1,5 +1,8 @@
 #include "host/sources/snapshot_source.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -34,6 +37,24 @@ bool matches(const json& entry, const FetchRequest& request) {
   return true;
 }
 
+// "na linha L, coluna C" of the 1-based byte `byte` (the parser's position of the fault).
+std::string where_in_text(const std::string& text, std::size_t byte) {
+  const std::size_t end = std::min(byte == 0 ? 0 : byte - 1, text.size());
+  std::size_t line = 1, column = 1;
+  for (std::size_t i = 0; i < end; ++i) {
+    if (text[i] == '\n') {
+      ++line;
+      column = 1;
+    } else if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) {
+      ++column;
+    }
+  }
+  if (end >= text.size()) return "(o texto termina antes do fim do documento)";
+  return "na linha " + std::to_string(line) + ", coluna " + std::to_string(column);
+}
+
+bool supported(const json& cell) { return cell.is_null() || cell.is_number() || cell.is_string() || cell.is_boolean(); }
+
 }  // namespace
 
 Value value_from_json(const json& cell, FieldClass cls) {
@@ -52,14 +73,25 @@ Value value_from_json(const json& cell, FieldClass cls) {
 
 SnapshotSource::SnapshotSource(const std::string& path) : origin_(path) {
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw Error("Não foi possível abrir o snapshot '" + path + "'");
+  const auto unreadable = [&](int erro) {
+    return Error("Não foi possível abrir o snapshot '" + path + "': " + motivo_do_sistema(erro));
+  };
+  if (!in) throw unreadable(errno);
+  if (std::filesystem::is_directory(path)) throw unreadable(EISDIR);
   std::ostringstream text;
   text << in.rdbuf();
+  const std::string bytes = text.str();
   json document;
   try {
-    document = json::parse(text.str());
-  } catch (const json::exception& e) {
-    throw Error("Snapshot '" + path + "' inválido: JSON mal formado (" + e.what() + ")");
+    document = json::parse(bytes);
+  } catch (const json::parse_error& e) {
+    throw Error("Snapshot '" + path + "' inválido: JSON mal formado " + where_in_text(bytes, e.byte));
+  } catch (const json::out_of_range& e) {
+    // A number past what a double holds; the parser's message quotes it: "... parsing '1E400'".
+    const std::string what = e.what();
+    const auto open = what.find('\''), close = what.rfind('\'');
+    const std::string number = open < close ? what.substr(open + 1, close - open - 1) : what;
+    throw Error("Snapshot '" + path + "' inválido: número fora da faixa: " + number);
   }
   load(document);
 }
@@ -84,14 +116,20 @@ void SnapshotSource::load(const json& document) {
       throw bad("resposta sem \"provider\"" + where);
     const bool has_params = entry.contains("params"), has_request = entry.contains("request");
     if (has_params == has_request) throw bad("a resposta precisa de \"params\" ou \"request\"" + where);
-    if (!entry[has_params ? "params" : "request"].is_array()) throw bad("parâmetros não são uma lista" + where);
+    const json& args = entry[has_params ? "params" : "request"];
+    if (!args.is_array()) throw bad("parâmetros não são uma lista" + where);
+    for (const auto& arg : args)
+      if (!supported(arg)) throw bad("parâmetro não suportado: " + arg.dump() + where);
     if (entry.contains("error")) {
       if (!entry["error"].is_string()) throw bad("\"error\" não é texto" + where);
     } else if (!entry.contains("rows") || !entry["rows"].is_array()) {
       throw bad("resposta sem \"rows\" nem \"error\"" + where);
     } else {
-      for (const auto& row : entry["rows"])
+      for (const auto& row : entry["rows"]) {
         if (!row.is_object()) throw bad("linha que não é um objeto" + where);
+        for (const auto& [field, cell] : row.items())
+          if (!supported(cell)) throw bad("valor não suportado em \"" + field + "\": " + cell.dump() + where);
+      }
     }
     entries_[entry["provider"].get<std::string>()].push_back(entry);
   }

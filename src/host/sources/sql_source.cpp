@@ -92,8 +92,8 @@ std::string connect_value(const std::string& value) {
   return value.find_first_of(" \t'\"") == std::string::npos ? value : "\"" + value + "\"";
 }
 
-// The database's own message; a missing table, the fault an adapted catalog meets most, is
-// also said in Portuguese.
+// The database's own message; a missing table, the fault an adapted catalog meets most, a file
+// that is no database and a refused connection are also said in Portuguese.
 std::string explain(const std::string& message) {
   // SQLite, PostgreSQL and Firebird, in this order.
   for (const char* marker : {"no such table: ", "relation \"", "Table unknown\n"}) {
@@ -104,6 +104,10 @@ std::string explain(const std::string& message) {
     const auto table = message.substr(start, end == std::string::npos ? std::string::npos : end - start);
     return "a tabela '" + table + "' não existe no banco (" + trim(message) + ")";
   }
+  // The faults of opening that a user meets first.
+  for (const auto& [marker, meaning] : {std::pair{"file is not a database", "o arquivo não é um banco de dados SQLite"},
+                                        std::pair{"Connection refused", "o servidor recusou a conexão"}})
+    if (message.find(marker) != std::string::npos) return std::string(meaning) + " (" + trim(message) + ")";
   return trim(message);
 }
 
@@ -359,6 +363,9 @@ struct SqlSource::Statement {
   };
 
   explicit Statement(soci::session& session) : statement(session) {}
+
+  // The request's values into the bound storage.
+  void Assign(const FetchRequest& request);
 
   soci::statement statement;
   soci::row row;
@@ -681,6 +688,8 @@ SqlSource::Statement& SqlSource::StatementFor(const FetchRequest& request, const
         break;
     }
   }
+  // Bound before the prepare, so that a failure to prepare quotes the values of this request.
+  statement->Assign(request);
   statement->statement.alloc();
   statement->statement.prepare(query.sql);
   statement->statement.define_and_bind();
@@ -688,9 +697,9 @@ SqlSource::Statement& SqlSource::StatementFor(const FetchRequest& request, const
   return *slot;
 }
 
-void SqlSource::Execute(Statement& st, const FetchRequest& request) {
+void SqlSource::Statement::Assign(const FetchRequest& request) {
   for (std::size_t i = 0; i < request.args.size(); ++i) {
-    auto& p = st.params[i];
+    auto& p = params[i];
     const Value& v = request.args[i];
     p.indicator = is_null(v) ? soci::i_null : soci::i_ok;
     if (const auto* n = std::get_if<std::int64_t>(&v)) p.integer = *n;
@@ -699,13 +708,16 @@ void SqlSource::Execute(Statement& st, const FetchRequest& request) {
     if (const auto* t = std::get_if<TimeStamp>(&v))
       p.time = std::tm{t->second, t->minute, t->hour, t->day, t->month - 1, t->year - 1900, 0, 0, -1, 0, nullptr};
   }
+}
+
+void SqlSource::Execute(Statement& st, const FetchRequest& request) {
+  st.Assign(request);
   st.statement.execute(false);
   if (!st.described) {
     for (std::size_t c = 0; c < st.row.size(); ++c) st.column.emplace(upper(st.row.get_properties(c).get_name()), c);
     st.described = true;
   }
 }
-
 
 Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
   Execute(st, request);

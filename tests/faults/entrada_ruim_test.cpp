@@ -1,0 +1,441 @@
+// Bad input through the command line, one row per fault: the exact message the user reads,
+// the exit status, and proof that no file was created, changed or left behind (the earlier
+// SpedInformacao.txt and fiscal file stay byte for byte, no temporary remains).
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <csignal>
+#include <filesystem>
+#include <functional>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "faults/support.h"
+#include "fiscal/sintegra_dados.h"
+#include "host/error.h"
+#include "host/sources/sql_source.h"
+#include "host/sql_support.h"
+#include "support/cli.h"
+#include "support/fixture.h"
+
+namespace infofiscal {
+namespace {
+
+using namespace testing;
+using nlohmann::json;
+
+const std::string kUso = "\nUse --help para ver as opções.\n";
+const std::string kInfo = "{dir}/Arquivos/InfoFiscal/SpedInformacao.txt";
+const std::string kCheio = "{dir}/Arquivos/InfoFiscal/fiscal.txt";  // on the full tmpfs
+
+// What a row needs beyond the folder every row starts from.
+enum class Requer { Nada, Root };
+
+struct Caso {
+  const char* nome;
+  std::vector<std::string> args;  // "{dir}" stands for the row's folder
+  int status;
+  std::string erro;  // the whole of stderr
+  // Changes the row's folder before the run; returns false when the row cannot run here.
+  std::function<bool(const std::string& dir)> preparar = nullptr;
+  Requer requer = Requer::Nada;
+  std::string saida = "";               // the first line of stdout, when the row names one
+  std::vector<std::string> mudam = {};  // files the run rightly replaces (whole, checked apart)
+  rlim_t limite = RLIM_INFINITY;        // the largest file the run may write: a write failure
+};                                      // that needs no mount
+
+// gtest prints a row by its name, not its bytes.
+void PrintTo(const Caso& c, std::ostream* os) { *os << c.nome; }
+
+std::string expandir(std::string s, const std::string& dir) {
+  for (std::size_t p; (p = s.find("{dir}")) != std::string::npos;) s.replace(p, 5, dir);
+  return s;
+}
+
+// `exportar` of fiscal register 7 from {dir}/s.json into {dir}, kind 3 (no converter).
+std::vector<std::string> exportar(std::vector<std::string> extra = {}, const std::string& fonte = "snapshot:{dir}/s.json") {
+  std::vector<std::string> args{"exportar", "--fonte", fonte, "--registro", "7", "--tipo", "3", "--base", "{dir}", "--empresa", "1"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  return args;
+}
+
+json registro_bom() { return Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}}).document(); }
+
+// A row whose snapshot is `doc`.
+std::function<bool(const std::string&)> com_snapshot(const json& doc) {
+  return [doc](const std::string& dir) {
+    write_file(dir + "/s.json", doc.dump());
+    return true;
+  };
+}
+
+std::function<bool(const std::string&)> com_texto(const std::string& arquivo, const std::string& bytes) {
+  return [=](const std::string& dir) {
+    write_file(dir + "/" + arquivo, bytes);
+    return true;
+  };
+}
+
+// `exportar` of fiscal register 1 of the demo company from the SQLite file {dir}/erp.db.
+std::vector<std::string> exportar_sql(std::vector<std::string> extra = {}) {
+  std::vector<std::string> args{"exportar", "--fonte", "sqlite:{dir}/erp.db", "--tipo", "3", "--base", "{dir}"};
+  if (extra.empty()) extra = {"--registro", "1"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  return args;
+}
+
+// {dir}/erp.db holding the demo month, then `mudanca` (SQL) applied to it.
+std::function<bool(const std::string&)> demo_com(const std::string& mudanca) {
+  return [mudanca](const std::string& dir) {
+    run_sql_script("sqlite:" + dir + "/erp.db", demo_script() + mudanca);
+    return true;
+  };
+}
+
+// The information file of the demo's register 1 (SINTEGRA) or 2 (SPED EFD), made once.
+const std::string& informacao_demo(int registro) {
+  static std::map<int, std::string> feitas;
+  auto& texto = feitas[registro];
+  if (texto.empty()) {
+    const std::string dir = fresh_dir("entrada-ruim-demo-" + std::to_string(registro), true);
+    run_sql_script("sqlite:" + dir + "/erp.db", demo_script());
+    const auto r = run_cli({"exportar", "--fonte", "sqlite:" + dir + "/erp.db", "--registro", std::to_string(registro),
+                            "--tipo", std::to_string(registro), "--base", dir, "--somente-informacao"});
+    if (r.status == 0) texto = read_file(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt");
+  }
+  return texto;
+}
+
+// {dir}/info.txt holding the demo's information file of `registro`.
+std::function<bool(const std::string&)> com_informacao_demo(int registro) {
+  return [registro](const std::string& dir) {
+    write_file(dir + "/info.txt", informacao_demo(registro));
+    return true;
+  };
+}
+
+// The fiscal file of the demo's register, converted from its information file.
+std::string fiscal_demo(int registro) {
+  const std::string dir = fresh_dir("entrada-ruim-fiscal-" + std::to_string(registro));
+  write_file(dir + "/info.txt", informacao_demo(registro));
+  run_cli({"converter", "--tipo", std::to_string(registro), "--informacao", dir + "/info.txt", "--arquivo-fiscal",
+           dir + "/f.txt"});
+  return read_file(dir + "/f.txt");
+}
+
+// {dir}/ruim.txt: the demo's fiscal file with its last line cut off.
+std::function<bool(const std::string&)> fiscal_demo_sem_a_ultima_linha(int registro) {
+  return [registro](const std::string& dir) {
+    std::string f = fiscal_demo(registro);
+    f.erase(f.rfind("\r\n", f.size() - 3) + 2);
+    write_file(dir + "/ruim.txt", f);
+    return true;
+  };
+}
+
+// What the EFD validator says of the file of a register that has no company nor accountant:
+// the text is refused and nothing is written.
+std::string efd_recusado() {
+  std::string s = "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:\n";
+  const std::string l0000 = "|0000|018|0|01032024|31032024|||||||||||\n";
+  for (const char* c : {"NOME", "UF", "IE", "COD_MUN", "IND_PERFIL", "IND_ATIV"})
+    s += "Linha 1: 0000 campo " + std::string(c) + " obrigatório vazio em " + l0000;
+  s += "Linha 1: 0000 deve ter CNPJ ou CPF, e só um deles em " + l0000;
+  for (const char* c : {"FANTASIA", "CEP", "END", "BAIRRO"})
+    s += "Linha 3: 0005 campo " + std::string(c) + " obrigatório vazio em |0005||||||||||\n";
+  for (const char* c : {"NOME", "CPF", "CRC", "EMAIL"})
+    s += "Linha 4: 0100 campo " + std::string(c) + " obrigatório vazio em |0100||||||||||||||\n";
+  return s;
+}
+
+// The fiscal register with one field replaced (or, with a null `valor`, removed).
+json registro_com(const std::string& campo, const json& valor) {
+  json doc = registro_bom();
+  json& row = doc["responses"][0]["rows"][0];
+  if (valor.is_null()) row.erase(campo);
+  else row[campo] = valor;
+  return doc;
+}
+
+// The information folder on a tmpfs of its own, holding the earlier file; `cheio`: not a byte
+// left; else mounted read-only. `antes` runs first (the fiscal file goes to the same folder).
+std::function<bool(const std::string&)> pasta_em_tmpfs(bool cheio, std::function<bool(const std::string&)> antes = nullptr) {
+  return [cheio, antes](const std::string& dir) {
+    if (antes && !antes(dir)) return false;
+    const std::string pasta = dir + "/Arquivos/InfoFiscal";
+    if (!montar_tmpfs(pasta, 64)) return false;
+    write_file(pasta + "/SpedInformacao.txt", "anterior\r\n");
+    if (cheio) return encher_disco(pasta), true;
+    desmontar(pasta);
+    if (!montar_tmpfs(pasta, 64, true)) return false;
+    return true;
+  };
+}
+
+// `converter` of {dir}/info.txt of `tipo` into `arquivo`.
+std::vector<std::string> converter(const std::string& tipo, const std::string& arquivo = "{dir}/fiscal.txt") {
+  return {"converter", "--tipo", tipo, "--informacao", "{dir}/info.txt", "--arquivo-fiscal", arquivo, "--progresso", "nada"};
+}
+
+const std::vector<Caso>& casos() {
+  static const std::vector<Caso> c = {
+      // The snapshot source.
+      {"snapshot inexistente", exportar({}, "snapshot:{dir}/sumiu.json"), 2,
+       "infofiscal: o snapshot '{dir}/sumiu.json' não existe ou não pode ser lido\n"},
+      {"snapshot que é uma pasta", exportar({}, "snapshot:{dir}/Arquivos"), 1,
+       "Não foi possível abrir o snapshot '{dir}/Arquivos': é uma pasta\n"},
+      {"snapshot vazio", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: JSON mal formado (o texto termina antes do fim do documento)\n",
+       com_texto("s.json", "")},
+      {"snapshot cortado ao meio", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: JSON mal formado (o texto termina antes do fim do documento)\n",
+       com_texto("s.json", "{\"snapshot\": 1, \"responses\": [")},
+      {"snapshot com vírgula a mais", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: JSON mal formado na linha 2, coluna 17\n",
+       com_texto("s.json", "{\"snapshot\": 1,\n\"responses\": [],}")},
+      {"snapshot com número fora da faixa", exportar(), 1, "Snapshot '{dir}/s.json' inválido: número fora da faixa: 1E400\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [1E400], "rows": []}]})")},
+      {"snapshot que não é um snapshot", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta \"snapshot\": 1\n",
+       com_texto("s.json", "[]")},
+      {"snapshot de outra versão", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta \"snapshot\": 1\n",
+       com_texto("s.json", "{\"snapshot\": 2, \"responses\": []}")},
+      {"snapshot sem respostas", exportar(), 1, "Snapshot '{dir}/s.json' inválido: falta a lista \"responses\"\n",
+       com_texto("s.json", "{\"snapshot\": 1}")},
+      {"resposta sem provider", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: resposta sem \"provider\" (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"params": [7], "rows": []}]})")},
+      {"resposta com params e request", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: a resposta precisa de \"params\" ou \"request\" (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [], "request": [], "rows": []}]})")},
+      {"resposta sem rows nem error", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: resposta sem \"rows\" nem \"error\" (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": []}]})")},
+      {"error que não é texto", exportar(), 1, "Snapshot '{dir}/s.json' inválido: \"error\" não é texto (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [], "error": 5}]})")},
+      {"linha que não é objeto", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: linha que não é um objeto (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [], "rows": [[1]]}]})")},
+      {"valor que é uma lista", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: valor não suportado em \"CDMES\": [3] (resposta 1)\n",
+       com_snapshot(registro_com("CDMES", json::array({3})))},
+      {"parâmetro que é um objeto", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: parâmetro não suportado: {\"a\":1} (resposta 1)\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [{"a": 1}], "rows": []}]})")},
+      // Addresses of the record source.
+      {"endereço desconhecido", exportar({}, "oracle:banco"), 1,
+       "Endereço de fonte de dados desconhecido: 'oracle:banco' (use sqlite:ARQUIVO, postgresql:CONEXAO, "
+       "firebird:BANCO ou snapshot:ARQUIVO.json)\n"},
+      {"endereço sem esquema", exportar({}, "{dir}/s.json"), 1,
+       "Endereço de fonte de dados desconhecido: '{dir}/s.json' (use sqlite:ARQUIVO, postgresql:CONEXAO, "
+       "firebird:BANCO ou snapshot:ARQUIVO.json)\n"},
+      // What the provider answers.
+      {"campo declarado ausente", exportar(), 1, "Campo 'FINALIDADEARQUIVO' não encontrado em TabRegistroInfoFiscal\n",
+       com_snapshot(registro_com("FINALIDADEARQUIVO", nullptr))},
+      {"texto em campo numérico", exportar(), 1,
+       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido\n",
+       com_snapshot(registro_com("CDMES", "três"))},
+      {"número com espaço no fim", exportar(), 1, "Erro ano Gerar Registro Linha 01: '3 ' não é um valor inteiro válido\n",
+       com_snapshot(registro_com("CDMES", "3 "))},
+      {"mês fora do calendário", exportar(), 1, "Erro ano Gerar Registro Linha 01: Mês inválido: 13\n",
+       com_snapshot(registro_com("CDMES", 13))},
+      {"registro fiscal inexistente", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "8", "--tipo", "3",
+                                       "--base", "{dir}", "--empresa", "1"},
+       1, "O registro fiscal 8 não existe na fonte de dados\n"},
+      {"erro da fonte", exportar(), 1, "conexão recusada pelo servidor\n",
+       com_snapshot(Snapshot().error("DspRegistroInfoFiscal", {7}, "conexão recusada pelo servidor").document())},
+      // Where the files go.
+      {"sem Arquivos/InfoFiscal", exportar(), 1,
+       "A pasta '{dir}/Arquivos/InfoFiscal' não existe: o arquivo '" + kInfo + "' não foi gravado\n",
+       [](const std::string& dir) {
+         std::filesystem::remove_all(dir + "/Arquivos");
+         return true;
+       }},
+      {"Arquivos/InfoFiscal é um arquivo", exportar(), 1,
+       "A pasta '{dir}/Arquivos/InfoFiscal' não existe: o arquivo '" + kInfo + "' não foi gravado\n",
+       [](const std::string& dir) {
+         std::filesystem::remove_all(dir + "/Arquivos/InfoFiscal");
+         write_file(dir + "/Arquivos/InfoFiscal", "x");
+         return true;
+       }},
+      {"SpedInformacao.txt é uma pasta", exportar(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': é uma pasta\n",
+       [](const std::string& dir) {
+         std::filesystem::remove(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt");
+         std::filesystem::create_directories(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt/dentro");
+         return true;
+       }},
+      {"pasta somente para leitura", exportar(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': sistema de arquivos somente para leitura\n",
+       pasta_em_tmpfs(false), Requer::Root},
+      {"disco cheio", exportar(), 1, "Não foi possível gravar o arquivo '" + kInfo + "': disco cheio\n",
+       pasta_em_tmpfs(true), Requer::Root},
+      {"snapshot gravado numa pasta que não existe", exportar({"--gravar-snapshot", "{dir}/nao/existe.json"}), 1,
+       "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/existe.json' não foi gravado\n"},
+      // An SQL database.
+      {"SQLite inexistente", exportar_sql(), 1, "Banco de dados SQLite '{dir}/erp.db' não encontrado\n"},
+      {"SQLite que não é um banco", exportar_sql(), 1,
+       "Não foi possível abrir a fonte de dados 'sqlite:{dir}/erp.db': o arquivo não é um banco de dados SQLite "
+       "(sqlite3_statement_backend::prepare: file is not a database while preparing \"SELECT count(*) FROM "
+       "sqlite_master\".)\n",
+       com_texto("erp.db", "isto não é um banco de dados\n")},
+      {"PostgreSQL recusa a conexão", exportar({}, "postgresql:host=127.0.0.1 port=1 dbname=erp connect_timeout=5"), 1,
+       "Não foi possível abrir a fonte de dados 'postgresql:host=127.0.0.1 port=1 dbname=erp connect_timeout=5': o "
+       "servidor recusou a conexão (Cannot establish connection to the database.\nconnection to server at "
+       "\"127.0.0.1\", port 1 failed: Connection refused\n\tIs the server running on that host and accepting TCP/IP "
+       "connections?)\n"},
+      {"tabela ausente", exportar_sql(), 1,
+       "Erro ao consultar DspRegistroInfoFiscal (TabRegistroInfoFiscal) em 'sqlite:{dir}/erp.db': a tabela "
+       "'registrofiscal' não existe no banco (sqlite3_statement_backend::prepare: no such table: registrofiscal while "
+       "preparing \"SELECT *\n  FROM registrofiscal\n WHERE cdregistrofiscal = :p1\" with :1=1.)\n",
+       demo_com("DROP TABLE registrofiscal;\n")},
+      {"coluna declarada ausente no banco", exportar_sql(), 1,
+       "Campo 'FINALIDADEARQUIVO' não encontrado em TabRegistroInfoFiscal\n",
+       demo_com("ALTER TABLE registrofiscal DROP COLUMN finalidadearquivo;\n")},
+      {"texto em campo numérico do banco", exportar_sql(), 1,
+       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido\n",
+       demo_com("UPDATE registrofiscal SET cdmes = 'três';\n")},
+      {"registro fiscal inexistente no banco", exportar_sql({"--registro", "99"}), 1,
+       "O registro fiscal 99 não existe na fonte de dados\n", demo_com("")},
+      // Options out of range.
+      {"tipo 5", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "5", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --tipo: '5' não é um dos valores aceitos (0, 1, 2, 3)" + kUso},
+      {"registro negativo", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "-1", "--tipo", "3", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --registro: '-1' fora da faixa de 0 a 2147483647" + kUso},
+      {"registro acima de 32 bits", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "2147483648", "--tipo", "3", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --registro: '2147483648' fora da faixa de 0 a 2147483647" + kUso},
+      {"registro que não é número", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7a", "--tipo", "3", "--base", "{dir}"}, 2,
+       "infofiscal: valor inválido em --registro: '7a' não é um número inteiro" + kUso},
+      {"mês 13", exportar({"--mes", "13"}), 2, "infofiscal: valor inválido em --mes: '13' fora da faixa de 1 a 12" + kUso},
+      {"mês 0", exportar({"--mes", "0"}), 2, "infofiscal: valor inválido em --mes: '0' fora da faixa de 1 a 12" + kUso},
+      {"ano 10000", exportar({"--ano", "10000"}), 2, "infofiscal: valor inválido em --ano: '10000' fora da faixa de 1 a 9999" + kUso},
+      {"empresa negativa", exportar({"--empresa", "-3"}), 2,
+       "infofiscal: valor inválido em --empresa: '-3' fora da faixa de 0 a 2147483647" + kUso},
+      {"compra vazia", exportar({"--compra", ""}), 2, "infofiscal: valor inválido em --compra: '' não é um número inteiro" + kUso},
+      {"progresso desconhecido", exportar({"--progresso", "tudo"}), 2,
+       "infofiscal: valor inválido em --progresso: 'tudo' não é um dos valores aceitos (auto, barra, linhas, nada)" + kUso},
+      {"mês sem valor", exportar({"--mes"}), 2, "infofiscal: falta o valor de --mes" + kUso},
+      {"opção desconhecida", exportar({"--pasta", "x"}), 2, "infofiscal: argumento desconhecido: --pasta x" + kUso},
+      {"sem --base", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "3"}, 2,
+       "infofiscal: opção obrigatória ausente: --base" + kUso},
+      {"sem comando", {}, 2, "infofiscal: opção obrigatória ausente: o comando (exportar, converter ou validar)" + kUso},
+      {"comando desconhecido", {"exporta"}, 2, "infofiscal: comando desconhecido: exporta (use exportar, converter ou validar)" + kUso},
+      // converter and validar.
+      {"converter tipo 3", {"converter", "--tipo", "3", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 2,
+       "infofiscal: valor inválido em --tipo: '3' não é um dos valores aceitos (1, 2)" + kUso},
+      {"converter sem informação", {"converter", "--tipo", "1", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 2,
+       "infofiscal: opção obrigatória ausente: --informacao" + kUso},
+      {"informação inexistente", {"converter", "--tipo", "1", "--informacao", "{dir}/sumiu.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
+      {"informação que é uma pasta", {"converter", "--tipo", "2", "--informacao", "{dir}/Arquivos", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Não foi possível ler o arquivo '{dir}/Arquivos': é uma pasta\n"},
+      {"linha de informação quebrada", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Linha 2 do arquivo de informações: coluna C01 sem [/C01]\n",
+       com_texto("info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n[C00]02[/C00][C01]Empresa[C99]14[/C99]\r\n")},
+      {"linha de informação sem C00", {"converter", "--tipo", "2", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
+       "Linha 1 do arquivo de informações: a linha não começa com [C00]\n",
+       com_texto("info.txt", "[C01]3[/C01][C99]15[/C99]\r\n")},
+      {"arquivo fiscal numa pasta que não existe", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/nao/f.txt"}, 1,
+       "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/f.txt' não foi gravado\n",
+       com_texto("info.txt", infofiscal::testing::informacao_exemplo())},
+      {"converter SINTEGRA para um disco cheio", converter("1", kCheio), 1,
+       "Não foi possível gravar o arquivo '" + kCheio + "': disco cheio\n",
+       pasta_em_tmpfs(true, com_texto("info.txt", infofiscal::testing::informacao_exemplo())), Requer::Root},
+      {"converter SPED EFD para um disco cheio", converter("2", kCheio), 1,
+       "Não foi possível gravar o arquivo '" + kCheio + "': disco cheio\n",
+       pasta_em_tmpfs(true, com_informacao_demo(2)), Requer::Root},
+      {"converter SPED EFD sem a linha da empresa", converter("2"), 1, "Arquivo de informações sem a linha 02\n",
+       com_texto("info.txt", "[C00]01[/C00][C01]2[/C01][C02]01/03/2024[/C02][C03]31/03/2024[/C03][C04]N[/C04][C05]N[/C05][C06][/C06][C07][/C07][C08]A[/C08][C09]1[/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C99]15[/C99]\r\n")},
+      {"converter SPED EFD de informação SINTEGRA", converter("2"), 1,
+       "Nota 123 de compra de produtos (linha 4 do arquivo de informações): participante 2-55 não consta das linhas 14\n",
+       com_texto("info.txt", infofiscal::testing::informacao_exemplo())},
+      {"exportar SPED EFD que o validador recusa",
+       {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "2", "--base", "{dir}", "--empresa",
+        "1", "--arquivo-fiscal", "{dir}/fiscal.txt", "--progresso", "nada"}, 1, efd_recusado(), nullptr,
+       Requer::Nada, "", {kInfo}},
+      {"SpedInformacao.txt maior que o limite de arquivo", exportar_sql(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': arquivo grande demais\n", demo_com(""), Requer::Nada, "",
+       {}, 64 * 1024},
+      {"SPED EFD maior que o limite de arquivo", converter("2"), 1,
+       "Não foi possível gravar o arquivo '{dir}/fiscal.txt': arquivo grande demais\n", com_informacao_demo(2),
+       Requer::Nada, "", {}, 16 * 1024},
+      {"validar SINTEGRA sem o último registro", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
+       fiscal_demo_sem_a_ultima_linha(1), Requer::Nada, "Arquivo: falta o registro tipo 90\n"},
+      {"validar SPED EFD sem o último registro", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
+       fiscal_demo_sem_a_ultima_linha(2), Requer::Nada, "Linha 1309: 9900 de 9999, registro ausente do arquivo\n"},
+      {"validar arquivo inexistente", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/sumiu.txt"}, 1,
+       "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
+      {"validar uma pasta", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}"}, 1,
+       "Não foi possível ler o arquivo '{dir}': é uma pasta\n"},
+  };
+  return c;
+}
+
+// Runs `f` with the file-size limit `bytes`, which the command inherits: a write past it fails
+// with EFBIG (SIGXFSZ, ignored, would otherwise end the command first).
+template <typename F>
+auto com_limite_de_arquivo(rlim_t bytes, F f) {
+  rlimit antes{};
+  getrlimit(RLIMIT_FSIZE, &antes);
+  const auto sinal = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limite = antes;
+  limite.rlim_cur = std::min(bytes, antes.rlim_max);
+  setrlimit(RLIMIT_FSIZE, &limite);
+  auto r = f();
+  setrlimit(RLIMIT_FSIZE, &antes);
+  std::signal(SIGXFSZ, sinal);
+  return r;
+}
+
+class EntradaRuim : public ::testing::TestWithParam<Caso> {};
+
+TEST_P(EntradaRuim, SaysWhatIsWrongAndChangesNoFile) {
+  const Caso& c = GetParam();
+  if (c.requer == Requer::Root && geteuid() != 0) GTEST_SKIP() << "precisa montar um tmpfs (root)";
+  const std::string dir = fresh_dir(std::string("entrada-ruim/") + ::testing::UnitTest::GetInstance()->current_test_info()->name(), true);
+  write_file(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt", "anterior\r\n");
+  write_file(dir + "/fiscal.txt", "fiscal anterior\r\n");
+  write_file(dir + "/s.json", registro_bom().dump());
+  write_file(dir + "/info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n");
+  if (c.preparar && !c.preparar(dir)) {
+    desmontar(dir + "/Arquivos/InfoFiscal");
+    GTEST_SKIP() << "não foi possível montar um tmpfs aqui";
+  }
+  const auto antes = arvore(dir);
+
+  std::vector<std::string> args;
+  for (const auto& a : c.args) args.push_back(expandir(a, dir));
+  const auto r = com_limite_de_arquivo(c.limite, [&] { return run_cli(args, dir); });
+  const auto depois = arvore(dir);
+  desmontar(dir + "/Arquivos/InfoFiscal");
+
+  EXPECT_EQ(r.err, expandir(c.erro, dir));
+  EXPECT_EQ(r.status, c.status);
+  // Info lines up to the failure may be on stdout; a usage error runs nothing.
+  if (c.status == 2) {
+    EXPECT_EQ(r.out, "");
+  }
+  if (!c.saida.empty()) {
+    EXPECT_EQ(r.out.substr(0, r.out.find('\n') + 1), expandir(c.saida, dir));
+  }
+  auto esperado = antes;
+  for (const auto& m : c.mudam) {
+    const std::string rel = std::filesystem::relative(expandir(m, dir), dir).string();
+    EXPECT_NE(depois.at(rel), antes.at(rel)) << rel << " devia ter sido substituído";
+    esperado[rel] = depois.at(rel);
+  }
+  EXPECT_EQ(depois, esperado) << "a falha criou, mudou ou deixou arquivos";
+}
+
+std::string nome_do_caso(const ::testing::TestParamInfo<Caso>& info) {
+  std::string nome;
+  for (const char ch : std::string(info.param.nome)) nome += std::isalnum(static_cast<unsigned char>(ch)) ? ch : '_';
+  return std::to_string(info.index) + "_" + nome;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cli, EntradaRuim, ::testing::ValuesIn(casos()), nome_do_caso);
+
+}  // namespace
+}  // namespace infofiscal
