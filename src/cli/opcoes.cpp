@@ -101,21 +101,26 @@ std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) 
   return "uso incorreto (" + detalhe + ")";
 }
 
-std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view campo) {
-  const FieldDef field{campo, FieldClass::Integer};
-  ClientDataSet tab("TabRegistroFiscal", "DspRegistroInfoFiscal", {field}, 1);
+namespace {
+
+// The fiscal register `registro`, read through `fonte` into `tab`.
+void abre_registro(ClientDataSet& tab, RecordSource& fonte, int registro) {
   tab.SetRemoteServer(&fonte);
-  tab.SetParam(0, std::int64_t{registro});
-  tab.Open();
+  tab.Reopen({registro});
+}
+
+}  // namespace
+
+std::int64_t campo_registro(RecordSource& fonte, int registro, std::string_view campo) {
+  ClientDataSet tab("TabRegistroFiscal", "DspRegistroInfoFiscal", {{campo, FieldClass::Integer}}, 1);
+  abre_registro(tab, fonte, registro);
   return tab.FieldByName(campo).AsInteger();
 }
 
 void exigir_registro(RecordSource& fonte, int registro) {
   // Declared as text: a month of the wrong type is line 01's to report.
   ClientDataSet tab("TabRegistroInfoFiscal", "DspRegistroInfoFiscal", {{"CDMES", FieldClass::String}}, 1);
-  tab.SetRemoteServer(&fonte);
-  tab.SetParam(0, std::int64_t{registro});
-  tab.Open();
+  abre_registro(tab, fonte, registro);
   if (tab.RecordCount() == 0) throw Error(fmt::format("O registro fiscal {} não existe na fonte de dados", registro));
 }
 
