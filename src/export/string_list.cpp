@@ -1,12 +1,30 @@
 #include "export/string_list.h"
 
+#include <sys/mman.h>
+
+#include <cstdint>
+
 namespace infofiscal {
+
+namespace {
+
+// Huge pages for a block: a large month's text is hundreds of megabytes, and touching it 4 KiB
+// at a time costs about as much as writing it. Only the block's whole huge pages can be.
+void advise_huge_pages(std::string& block) {
+  constexpr std::uintptr_t kHuge = std::uintptr_t{2} << 20;
+  const auto begin = reinterpret_cast<std::uintptr_t>(block.data());
+  const std::uintptr_t first = (begin + kHuge - 1) & ~(kHuge - 1), last = (begin + block.capacity()) & ~(kHuge - 1);
+  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+}
+
+}  // namespace
 
 void TStringList::Add(std::string_view line) {
   const std::size_t needed = line.size() + 2;
   if (blocks_.empty() || blocks_.back().size() + needed > blocks_.back().capacity()) {
     blocks_.emplace_back();
-    blocks_.back().reserve(std::max(kBlockSize, needed));
+    blocks_.back().reserve(std::max(block_size_, needed));
+    advise_huge_pages(blocks_.back());
   }
   std::string& block = blocks_.back();
   lines_.push_back({static_cast<std::uint32_t>(blocks_.size() - 1), static_cast<std::uint32_t>(block.size())});

@@ -1,7 +1,7 @@
 // The run's shared string list: register lines, only ever appended.
 //
 // Lines are kept in large blocks, each line followed by CR LF, so a month of a million lines
-// costs one allocation per few megabytes and never a copy of everything when the list grows;
+// costs one allocation per 32 MiB and never a copy of everything when the list grows;
 // the file is written block by block (Blocks) without ever assembling the whole text.
 #pragma once
 
@@ -14,7 +14,8 @@ namespace infofiscal {
 
 class TStringList {
  public:
-  TStringList() = default;
+  // Blocks of `block_size` bytes (or one line's, when longer).
+  explicit TStringList(std::size_t block_size = kBlockSize) : block_size_(block_size) {}
   TStringList(const TStringList&) = delete;
   TStringList& operator=(const TStringList&) = delete;
 
@@ -34,11 +35,12 @@ class TStringList {
   std::vector<std::string> TakeBlocks();
 
  private:
-  static constexpr std::size_t kBlockSize = std::size_t{4} << 20;
+  static constexpr std::size_t kBlockSize = std::size_t{32} << 20;
   struct Where {
     std::uint32_t block;
     std::uint32_t start;
   };
+  std::size_t block_size_;
   std::vector<std::string> blocks_;
   std::vector<Where> lines_;
 };

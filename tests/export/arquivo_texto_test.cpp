@@ -117,7 +117,7 @@ TEST(ArquivoTexto, PiecewiseEncodingEqualsTheWholeText) {
 }
 
 TEST(ArquivoTexto, AStringListOfManyBlocksSavesAsItsText) {
-  TStringList list;
+  TStringList list(std::size_t{1} << 20);
   for (int i = 0; i < 120000; ++i) list.Add("[C00]06[/C00][C01]" + std::to_string(i) + "[/C01]ção[C99]38[/C99]");
   ASSERT_GT(list.Blocks().size(), 1u);
   EXPECT_EQ(list[119999], "[C00]06[/C00][C01]119999[/C01]ção[C99]38[/C99]");

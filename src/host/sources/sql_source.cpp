@@ -6,8 +6,6 @@
 #include <cstdlib>
 #include <charconv>
 #include <cmath>
-#include <ctime>
-#include <deque>
 #include <fstream>
 #include <optional>
 #include <set>
@@ -17,19 +15,13 @@
 #include <soci/firebird/soci-firebird.h>
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/soci.h>
-#include <soci/sqlite3/soci-sqlite3.h>  // brings sqlite3.h, in namespace sqlite_api
+#include <soci/sqlite3/soci-sqlite3.h>
 
 #include "host/error.h"
 
 namespace infofiscal {
 
 namespace {
-
-std::string upper(std::string_view text) {
-  std::string out(text);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
 
 std::string trim(const std::string& text) {
   const auto first = text.find_first_not_of(" \t\r\n");
@@ -212,51 +204,6 @@ Value to_field_class(Value value, FieldClass cls) {
   return value;
 }
 
-TimeStamp from_tm(const std::tm& t) {
-  return {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour, t.tm_min, t.tm_sec};
-}
-
-Value cell(const soci::row& row, std::size_t column) {
-  if (row.get_indicator(column) == soci::i_null) return std::monostate{};
-  switch (row.get_properties(column).get_data_type()) {
-    case soci::dt_integer:
-      return std::int64_t{row.get<int>(column)};
-    case soci::dt_long_long:
-      return std::int64_t{row.get<long long>(column)};
-    case soci::dt_unsigned_long_long:
-      return static_cast<std::int64_t>(row.get<unsigned long long>(column));
-    case soci::dt_double:
-      return row.get<double>(column);
-    case soci::dt_date:
-      return from_tm(row.get<std::tm>(column));
-    case soci::dt_string:
-    case soci::dt_xml:
-      return row.get<std::string>(column);
-    default:
-      throw Error("a coluna '" + row.get_properties(column).get_name() + "' tem um tipo que a fonte não lê");
-  }
-}
-
-// A cell of SQLite in the type it is stored in. SOCI types SQLite columns by their declared
-// type: it reads INTEGER columns as 32-bit numbers and expressions as text, which would cut
-// large integers and round floats to 15 digits. REQUIRES: `statement` stands on the row SOCI
-// has just fetched.
-Value sqlite_cell(sqlite_api::sqlite3_stmt* statement, int column) {
-  using namespace sqlite_api;
-  switch (sqlite3_column_type(statement, column)) {
-    case SQLITE_INTEGER:
-      return std::int64_t{sqlite3_column_int64(statement, column)};
-    case SQLITE_FLOAT:
-      return sqlite3_column_double(statement, column);
-    case SQLITE_NULL:
-      return std::monostate{};
-    default: {  // text, or a blob read as its bytes
-      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
-      return std::string(bytes ? bytes : "", static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
-    }
-  }
-}
-
 }  // namespace
 
 namespace {
@@ -344,35 +291,12 @@ PrefetchCatalog parse_prefetch_catalog(const std::string& text, const std::strin
     if (entry.words.size() < 2)
       throw Error(entry.where + ": use '-- prefetch: PROVEDOR LISTA CHAVE...' (a lista e as colunas que nomeiam a nota)");
     PrefetchQuery prefetch{entry.words.front(), {}, entry_query(entry)};
-    for (auto key = entry.words.begin() + 1; key != entry.words.end(); ++key) prefetch.keys.push_back(upper(*key));
+    for (auto key = entry.words.begin() + 1; key != entry.words.end(); ++key) prefetch.keys.push_back(upper_case(*key));
     return prefetch;
   });
 }
 
 std::string default_catalog_path() { return INFOFISCAL_SOURCE_DIR "/db/providers.sql"; }
-
-// A prepared statement with the storage its placeholders are bound to. Fixed in memory: SOCI
-// keeps pointers to the bound variables and to the row.
-struct SqlSource::Statement {
-  struct Param {
-    long long integer = 0;
-    double number = 0;
-    std::string text;
-    std::tm time{};
-    soci::indicator indicator = soci::i_ok;
-  };
-
-  explicit Statement(soci::session& session) : statement(session) {}
-
-  // The request's values into the bound storage.
-  void Assign(const FetchRequest& request);
-
-  soci::statement statement;
-  soci::row row;
-  std::deque<Param> params;                             // one per fetch value
-  std::unordered_map<std::string, std::size_t> column;  // upper-case name -> column
-  bool described = false;
-};
 
 namespace {
 
@@ -403,38 +327,41 @@ Address split_address(const std::string& address) {
   return {address.substr(0, colon), address.substr(colon + 1)};
 }
 
-// A session on `address`. Read-only sessions need an existing SQLite file; a writable one
-// creates it.
-std::unique_ptr<soci::session> open_session(const std::string& address, bool writable) {
+// A writable session on `address` (an SQLite file is created when missing).
+std::unique_ptr<soci::session> open_session(const std::string& address) {
   const auto [scheme, rest] = split_address(address);
   if (trim(rest).empty())
     throw Error("Endereço de fonte de dados incompleto: '" + address + "' (falta o banco depois de '" + scheme + ":')");
+  std::unique_ptr<soci::session> session;
+  if (scheme == "sqlite") {
+    session = std::make_unique<soci::session>(*soci::factory_sqlite3(), "db=" + connect_value(rest));
+    // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
+    int tables = 0;
+    *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
+  } else if (scheme == "postgresql") {
+    // "postgresql://..." is a URI; any other text a libpq connection string.
+    const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
+    session = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
+  } else if (scheme == "firebird") {
+    // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
+    const std::string parameters = rest.find('=') != std::string::npos
+                                       ? rest
+                                       : "service=" + connect_value(rest) + " user=SYSDBA charset=UTF8";
+    session = std::make_unique<soci::session>(*soci::factory_firebird(), parameters);
+  } else {
+    throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
+  }
+  return session;
+}
+
+// The connection the record source reads through; an SQLite file must exist.
+std::unique_ptr<SqlConnection> open_connection(const std::string& address) {
+  const auto [scheme, rest] = split_address(address);
   try {
-    std::unique_ptr<soci::session> session;
-    if (scheme == "sqlite") {
-      if (!writable && access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
-      session = std::make_unique<soci::session>(*soci::factory_sqlite3(),
-                                                "db=" + connect_value(rest) + (writable ? "" : " readonly=true"));
-      // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
-      int tables = 0;
-      *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
-      // One read transaction for the whole run: one consistent view of the month, and no file
-      // lock taken and dropped around every query.
-      if (!writable) *session << "BEGIN";
-    } else if (scheme == "postgresql") {
-      // "postgresql://..." is a URI; any other text a libpq connection string.
-      const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
-      session = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
-    } else if (scheme == "firebird") {
-      // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
-      const std::string parameters = rest.find('=') != std::string::npos
-                                         ? rest
-                                         : "service=" + connect_value(rest) + " user=SYSDBA charset=UTF8";
-      session = std::make_unique<soci::session>(*soci::factory_firebird(), parameters);
-    } else {
-      throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
-    }
-    return session;
+    if (scheme != "sqlite") return soci_connection(open_session(address));
+    if (trim(rest).empty()) open_session(address);  // says the address is incomplete
+    if (access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
+    return open_sqlite_reader(rest);
   } catch (const soci::soci_error& e) {
     throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
   }
@@ -443,7 +370,12 @@ std::unique_ptr<soci::session> open_session(const std::string& address, bool wri
 }  // namespace
 
 void run_sql_script(const std::string& address, const std::string& script) {
-  const auto session = open_session(address, /*writable=*/true);
+  std::unique_ptr<soci::session> session;
+  try {
+    session = open_session(address);
+  } catch (const soci::soci_error& e) {
+    throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
+  }
   const std::string scheme = split_address(address).scheme;
   // SQLite would write the file out after every statement of its own: one transaction for
   // the script, which also leaves no half-loaded file behind.
@@ -472,29 +404,10 @@ SqlSource::SqlSource(const std::string& address, const std::string& catalog_path
   const std::string text = read_text_file(catalog_path, "o catálogo de provedores");
   catalog_ = parse_provider_catalog(text, dialect_, catalog_path);
   prefetch_ = parse_prefetch_catalog(text, dialect_, catalog_path);
-  session_ = open_session(address, /*writable=*/false);
+  connection_ = open_connection(address);
   // SQLite runs in this process: its per-note queries cost less than re-sorting the list.
   prefetch_on_ = dialect_ == "postgresql";
 }
-
-namespace {
-
-// Reads the cells of the row a statement has just fetched, each in the type the database gave.
-class CellReader {
- public:
-  CellReader(const std::string& dialect, soci::statement& statement, const soci::row& row) : row_(row) {
-    if (dialect == "sqlite") native_ = static_cast<soci::sqlite3_statement_backend*>(statement.get_backend())->stmt_;
-  }
-  Value operator()(std::size_t column) const {
-    return native_ ? sqlite_cell(native_, static_cast<int>(column)) : cell(row_, column);
-  }
-
- private:
-  const soci::row& row_;
-  sqlite_api::sqlite3_stmt* native_ = nullptr;
-};
-
-}  // namespace
 
 // The notes of the list of a list provider fetched last: the values it was fetched with and
 // each note's position in it, by key.
@@ -511,8 +424,7 @@ struct SqlSource::Window {
   std::uint64_t generation = 0;  // of the list read
   bool failed = false;           // the query failed for this list: every note runs its own
   std::size_t first = 0, count = 0;
-  std::unordered_map<std::string, std::size_t> column;  // upper-case name -> column
-  std::size_t width = 0;
+  ColumnNames columns;
   std::vector<Value> cells;
   std::unordered_map<std::string, std::vector<std::size_t>> rows;  // key -> rows, in order
 };
@@ -537,13 +449,6 @@ bool append_key(std::string& key, const Value& value) {
   return true;
 }
 
-std::optional<std::size_t> column_of(const std::unordered_map<std::string, std::size_t>& columns,
-                                     const std::string& name) {
-  const auto found = columns.find(name);
-  if (found == columns.end()) return std::nullopt;
-  return found->second;
-}
-
 }  // namespace
 
 void SqlSource::RememberList(const FetchRequest& request, const Packet& packet) {
@@ -558,7 +463,7 @@ void SqlSource::RememberList(const FetchRequest& request, const Packet& packet) 
   std::vector<std::size_t> fields;
   for (const std::string& key : list->keys) {
     std::size_t f = 0;
-    while (f < request.fields.size() && upper(request.fields[f].name) != key) ++f;
+    while (f < request.fields.size() && upper_case(request.fields[f].name) != key) ++f;
     if (f == request.fields.size()) {  // the list does not say which notes: no windows
       lists_.erase(std::string(request.provider));
       return;
@@ -603,18 +508,15 @@ bool SqlSource::FromWindow(const FetchRequest& request, Packet& packet) {
   }
   const auto rows = window.rows.find(key);
   if (rows == window.rows.end()) return false;  // a note without rows asks the database itself
-  std::vector<std::size_t> columns;
-  for (const FieldDef& field : request.fields) {
-    const auto column = column_of(window.column, upper(field.name));
-    if (!column) return false;  // its own query names the missing field
-    columns.push_back(*column);
-  }
+  const std::vector<std::size_t>* columns = window.columns.Of(request.fields);
+  if (!columns) return false;  // its own query names the missing field
+  const std::size_t width = window.columns.Count();
   packet.width = request.fields.size();
   packet.cells.clear();
-  packet.cells.reserve(rows->second.size() * columns.size());
+  packet.cells.reserve(rows->second.size() * columns->size());
   for (const std::size_t row : rows->second)
-    for (std::size_t f = 0; f < columns.size(); ++f)
-      packet.cells.push_back(to_field_class(window.cells[row * window.width + columns[f]], request.fields[f].cls));
+    for (std::size_t f = 0; f < columns->size(); ++f)
+      packet.cells.push_back(to_field_class(window.cells[row * width + (*columns)[f]], request.fields[f].cls));
   return true;
 }
 
@@ -633,22 +535,21 @@ bool SqlSource::LoadWindow(Window& window, const std::string& provider, const Pr
   const std::string name = "prefetch:" + provider;
   FetchRequest request{name, name, FetchKind::DataRequest, args, {}};
   try {
-    Statement& st = StatementFor(request, prefetch.query);
-    Execute(st, request);
-    window.column = st.column;
-    window.width = st.row.size();
+    SqlStatement& st = StatementFor(request, prefetch.query);
+    st.Run(args);
+    window.columns = st.columns;
+    const std::size_t width = window.columns.Count();
     std::vector<std::size_t> keys;
     for (const std::string& key : prefetch.keys) {
-      const auto column = column_of(window.column, key);
+      const auto column = window.columns.Find(key);
       if (!column) return false;
       keys.push_back(*column);
     }
-    const CellReader read(dialect_, st.statement, st.row);
-    for (std::size_t row = 0; st.statement.fetch(); ++row) {
-      for (std::size_t c = 0; c < window.width; ++c) window.cells.push_back(read(c));
+    for (std::size_t row = 0; st.Next(); ++row) {
+      for (std::size_t c = 0; c < width; ++c) window.cells.push_back(st.Cell(c));
       std::string key;
       for (const std::size_t c : keys)
-        if (!append_key(key, window.cells[row * window.width + c])) return false;
+        if (!append_key(key, window.cells[row * width + c])) return false;
       window.rows[key].push_back(row);
     }
   } catch (...) {
@@ -665,75 +566,24 @@ SqlSource::~SqlSource() {
   statements_.clear();  // before the session they run on
 }
 
-SqlSource::Statement& SqlSource::StatementFor(const FetchRequest& request, const ProviderQuery& query) {
+SqlStatement& SqlSource::StatementFor(const FetchRequest& request, const ProviderQuery& query) {
   auto& slot = statements_[statement_key(request)];
-  if (slot) return *slot;
-  auto statement = std::make_unique<Statement>(*session_);
-  for (std::size_t i = 0; i < request.args.size(); ++i) statement->params.emplace_back();
-  statement->statement.exchange(soci::into(statement->row));
-  for (const std::size_t arg : query.args) {
-    auto& p = statement->params[arg];
-    switch (request.args[arg].index()) {
-      case 2:
-        statement->statement.exchange(soci::use(p.number, p.indicator));
-        break;
-      case 3:
-        statement->statement.exchange(soci::use(p.text, p.indicator));
-        break;
-      case 4:
-        statement->statement.exchange(soci::use(p.time, p.indicator));
-        break;
-      default:  // integers, and nulls (bound as a null integer)
-        statement->statement.exchange(soci::use(p.integer, p.indicator));
-        break;
-    }
-  }
-  // Bound before the prepare, so that a failure to prepare quotes the values of this request.
-  statement->Assign(request);
-  statement->statement.alloc();
-  statement->statement.prepare(query.sql);
-  statement->statement.define_and_bind();
-  slot = std::move(statement);
+  if (!slot) slot = connection_->Prepare(query, request.args);
   return *slot;
 }
 
-void SqlSource::Statement::Assign(const FetchRequest& request) {
-  for (std::size_t i = 0; i < request.args.size(); ++i) {
-    auto& p = params[i];
-    const Value& v = request.args[i];
-    p.indicator = is_null(v) ? soci::i_null : soci::i_ok;
-    if (const auto* n = std::get_if<std::int64_t>(&v)) p.integer = *n;
-    if (const auto* d = std::get_if<double>(&v)) p.number = *d;
-    if (const auto* s = std::get_if<std::string>(&v)) p.text = *s;
-    if (const auto* t = std::get_if<TimeStamp>(&v))
-      p.time = std::tm{t->second, t->minute, t->hour, t->day, t->month - 1, t->year - 1900, 0, 0, -1, 0, nullptr};
-  }
-}
-
-void SqlSource::Execute(Statement& st, const FetchRequest& request) {
-  st.Assign(request);
-  st.statement.execute(false);
-  if (!st.described) {
-    for (std::size_t c = 0; c < st.row.size(); ++c) st.column.emplace(upper(st.row.get_properties(c).get_name()), c);
-    st.described = true;
-  }
-}
-
-Packet SqlSource::Read(Statement& st, const FetchRequest& request) {
-  Execute(st, request);
-  std::vector<std::size_t> columns;
-  columns.reserve(request.fields.size());
-  for (const FieldDef& field : request.fields) {
-    const auto found = st.column.find(upper(field.name));
-    if (found == st.column.end()) throw Error(missing_field_message(field.name, request.dataset));
-    columns.push_back(found->second);
-  }
-  const CellReader read(dialect_, st.statement, st.row);
+Packet SqlSource::Read(SqlStatement& st, const FetchRequest& request) {
+  st.Run(request.args);
+  std::string_view missing;
+  const std::vector<std::size_t>* columns = st.columns.Of(request.fields, &missing);
+  if (!columns) throw Error(missing_field_message(missing, request.dataset));
   Packet packet;
   packet.width = request.fields.size();
-  while (st.statement.fetch())
-    for (std::size_t f = 0; f < columns.size(); ++f)
-      packet.cells.push_back(to_field_class(read(columns[f]), request.fields[f].cls));
+  packet.cells.reserve(st.last_cells);
+  while (st.Next())
+    for (std::size_t f = 0; f < columns->size(); ++f)
+      packet.cells.push_back(to_field_class(st.Cell((*columns)[f]), request.fields[f].cls));
+  st.last_cells = packet.cells.size();
   return packet;
 }
 

@@ -22,19 +22,9 @@
 #include <vector>
 
 #include "host/record_source.h"
-
-namespace soci {
-class session;
-}
+#include "host/sources/sql_statement.h"
 
 namespace infofiscal {
-
-// One provider's SELECT, made ready for SOCI: each `?` rewritten as a named placeholder, with
-// the fetch value (0-based) that each placeholder takes, in order of appearance.
-struct ProviderQuery {
-  std::string sql;
-  std::vector<std::size_t> args;
-};
 
 // Provider name -> query, for one back end ("sqlite", "postgresql", "firebird").
 using ProviderCatalog = std::map<std::string, ProviderQuery>;
@@ -96,14 +86,11 @@ class SqlSource : public RecordSource {
   void PrefetchWindow(std::size_t notes) { window_notes_ = notes; }
 
  private:
-  struct Statement;
   struct NoteList;
   struct Window;
   // The one cache of prepared statements: found or prepared here, reused by every fetch.
-  Statement& StatementFor(const FetchRequest& request, const ProviderQuery& query);
-  // Binds the request's values and runs the statement; the rows are then fetched.
-  void Execute(Statement& statement, const FetchRequest& request);
-  Packet Read(Statement& statement, const FetchRequest& request);
+  SqlStatement& StatementFor(const FetchRequest& request, const ProviderQuery& query);
+  Packet Read(SqlStatement& statement, const FetchRequest& request);
   // Keeps the order of the notes of a list that prefetch entries read windows of.
   void RememberList(const FetchRequest& request, const Packet& packet);
   // The answer from a window of the list, or false when the provider's own query must run.
@@ -112,10 +99,10 @@ class SqlSource : public RecordSource {
                   const NoteList& list, std::size_t first);
 
   std::string address_, dialect_;
-  std::unique_ptr<soci::session> session_;
+  std::unique_ptr<SqlConnection> connection_;
   ProviderCatalog catalog_;
   PrefetchCatalog prefetch_;
-  std::map<std::string, std::unique_ptr<Statement>> statements_;
+  std::map<std::string, std::unique_ptr<SqlStatement>> statements_;
   std::map<std::string, std::unique_ptr<NoteList>, std::less<>> lists_;  // by list provider
   std::map<std::string, std::unique_ptr<Window>, std::less<>> windows_;  // by per-note provider
   std::uint64_t list_generation_ = 0;

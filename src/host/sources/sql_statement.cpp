@@ -1,0 +1,268 @@
+#include "host/sources/sql_statement.h"
+
+#include <sqlite3.h>
+
+#include <cctype>
+#include <cstdio>
+#include <ctime>
+#include <deque>
+
+#include <soci/soci.h>
+
+namespace infofiscal {
+
+std::string upper_case(std::string_view text) {
+  std::string out(text);
+  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return out;
+}
+
+void ColumnNames::Add(std::string_view name) { by_name_.emplace(upper_case(name), count_++); }
+
+std::optional<std::size_t> ColumnNames::Find(std::string_view upper_name) const {
+  const auto found = by_name_.find(std::string(upper_name));
+  if (found == by_name_.end()) return std::nullopt;
+  return found->second;
+}
+
+const std::vector<std::size_t>* ColumnNames::Of(std::span<const FieldDef> fields, std::string_view* missing) {
+  const auto same = [&] {
+    if (fields.size() != last_fields_.size()) return false;
+    for (std::size_t f = 0; f < fields.size(); ++f)
+      if (fields[f].name != last_fields_[f]) return false;
+    return true;
+  };
+  if (same()) return &last_columns_;
+  last_fields_.clear();
+  last_columns_.clear();
+  for (const FieldDef& field : fields) {
+    const auto column = Find(upper_case(field.name));
+    if (!column) {
+      if (missing) *missing = field.name;
+      last_columns_.clear();
+      return nullptr;
+    }
+    last_columns_.push_back(*column);
+  }
+  for (const FieldDef& field : fields) last_fields_.emplace_back(field.name);
+  return &last_columns_;
+}
+
+namespace {
+
+// SQLite's statements, on a connection of their own.
+class SqliteStatement : public SqlStatement {
+ public:
+  SqliteStatement(sqlite3* db, const ProviderQuery& query) : db_(db), args_(query.args) {
+    if (sqlite3_prepare_v3(db, query.sql.c_str(), static_cast<int>(query.sql.size()), SQLITE_PREPARE_PERSISTENT,
+                           &statement_, nullptr) != SQLITE_OK)
+      throw soci::soci_error(std::string(sqlite3_errmsg(db)) + " em \"" + query.sql + "\"");
+    for (int c = 0; c < sqlite3_column_count(statement_); ++c) columns.Add(sqlite3_column_name(statement_, c));
+  }
+  ~SqliteStatement() override { sqlite3_finalize(statement_); }
+
+  void Run(std::span<const Value> args) override {
+    sqlite3_reset(statement_);
+    // The placeholders :p1, :p2, ... are SQLite's parameters 1, 2, ... in order of appearance.
+    for (std::size_t p = 0; p < args_.size(); ++p) Bind(static_cast<int>(p + 1), args[args_[p]]);
+  }
+
+  bool Next() override {
+    const int result = sqlite3_step(statement_);
+    if (result == SQLITE_ROW) return true;
+    if (result == SQLITE_DONE) return false;
+    throw soci::soci_error(sqlite3_errmsg(db_));
+  }
+
+  // The type a cell is stored in: SQLite's columns have no fixed type.
+  Value Cell(std::size_t column) const override {
+    const int c = static_cast<int>(column);
+    switch (sqlite3_column_type(statement_, c)) {
+      case SQLITE_INTEGER:
+        return std::int64_t{sqlite3_column_int64(statement_, c)};
+      case SQLITE_FLOAT:
+        return sqlite3_column_double(statement_, c);
+      case SQLITE_NULL:
+        return std::monostate{};
+      default: {  // text, or a blob read as its bytes
+        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement_, c));
+        return std::string(bytes ? bytes : "", static_cast<std::size_t>(sqlite3_column_bytes(statement_, c)));
+      }
+    }
+  }
+
+ private:
+  void Bind(int parameter, const Value& value) {
+    int result = SQLITE_OK;
+    if (const auto* i = std::get_if<std::int64_t>(&value)) {
+      result = sqlite3_bind_int64(statement_, parameter, *i);
+    } else if (const auto* d = std::get_if<double>(&value)) {
+      result = sqlite3_bind_double(statement_, parameter, *d);
+    } else if (const auto* s = std::get_if<std::string>(&value)) {
+      result = sqlite3_bind_text(statement_, parameter, s->data(), static_cast<int>(s->size()), SQLITE_TRANSIENT);
+    } else if (const auto* t = std::get_if<TimeStamp>(&value)) {
+      char text[32];
+      const int n = std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t->year, t->month, t->day,
+                                  t->hour, t->minute, t->second);
+      result = sqlite3_bind_text(statement_, parameter, text, n, SQLITE_TRANSIENT);
+    } else {
+      result = sqlite3_bind_null(statement_, parameter);
+    }
+    if (result != SQLITE_OK) throw soci::soci_error(sqlite3_errmsg(db_));
+  }
+
+  sqlite3* db_;
+  std::vector<std::size_t> args_;
+  sqlite3_stmt* statement_ = nullptr;
+};
+
+class SqliteReader : public SqlConnection {
+ public:
+  explicit SqliteReader(const std::string& path) {
+    // No mutex: the connection is used by one thread at a time, and SQLite's locks cost as
+    // much as the reading of a note.
+    const int opened = sqlite3_open_v2(path.c_str(), &db_, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (opened != SQLITE_OK) Fail();
+    // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
+    Execute("SELECT count(*) FROM sqlite_master");
+    Execute("BEGIN");
+    // A page cache that holds the notes' indexes and the catalogues: the default one (2 MiB)
+    // sends most lookups of a large month back to the file.
+    Execute("PRAGMA cache_size = -65536");
+  }
+  ~SqliteReader() override { sqlite3_close_v2(db_); }
+
+  std::unique_ptr<SqlStatement> Prepare(const ProviderQuery& query, std::span<const Value>) override {
+    return std::make_unique<SqliteStatement>(db_, query);
+  }
+
+ private:
+  [[noreturn]] void Fail() {
+    const std::string message = db_ ? sqlite3_errmsg(db_) : "sem memória";
+    sqlite3_close_v2(db_);
+    db_ = nullptr;
+    throw soci::soci_error(message);
+  }
+  void Execute(const char* sql) {
+    if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) Fail();
+  }
+
+  sqlite3* db_ = nullptr;
+};
+
+TimeStamp from_tm(const std::tm& t) {
+  return {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour, t.tm_min, t.tm_sec};
+}
+
+// A SOCI statement with the storage its placeholders are bound to. Fixed in memory: SOCI keeps
+// pointers to the bound variables and to the row.
+class SociStatement : public SqlStatement {
+ public:
+  SociStatement(soci::session& session, const ProviderQuery& query, std::span<const Value> args)
+      : statement_(session), params_(args.size()) {
+    statement_.exchange(soci::into(row_));
+    for (const std::size_t arg : query.args) {
+      Param& p = params_[arg];
+      switch (args[arg].index()) {
+        case 2:
+          statement_.exchange(soci::use(p.number, p.indicator));
+          break;
+        case 3:
+          statement_.exchange(soci::use(p.text, p.indicator));
+          break;
+        case 4:
+          statement_.exchange(soci::use(p.time, p.indicator));
+          break;
+        default:  // integers, and nulls (bound as a null integer)
+          statement_.exchange(soci::use(p.integer, p.indicator));
+          break;
+      }
+    }
+    // Bound before the prepare, so that a failure to prepare quotes the values of this request.
+    Assign(args);
+    statement_.alloc();
+    statement_.prepare(query.sql);
+    statement_.define_and_bind();
+  }
+
+  void Run(std::span<const Value> args) override {
+    Assign(args);
+    statement_.execute(false);
+    if (columns.Count() == 0)
+      for (std::size_t c = 0; c < row_.size(); ++c) columns.Add(row_.get_properties(c).get_name());
+  }
+
+  bool Next() override { return statement_.fetch(); }
+
+  Value Cell(std::size_t column) const override {
+    if (row_.get_indicator(column) == soci::i_null) return std::monostate{};
+    switch (row_.get_properties(column).get_data_type()) {
+      case soci::dt_integer:
+        return std::int64_t{row_.get<int>(column)};
+      case soci::dt_long_long:
+        return std::int64_t{row_.get<long long>(column)};
+      case soci::dt_unsigned_long_long:
+        return static_cast<std::int64_t>(row_.get<unsigned long long>(column));
+      case soci::dt_double:
+        return row_.get<double>(column);
+      case soci::dt_date:
+        return from_tm(row_.get<std::tm>(column));
+      case soci::dt_string:
+      case soci::dt_xml:
+        return row_.get<std::string>(column);
+      default:
+        throw soci::soci_error("a coluna '" + row_.get_properties(column).get_name() + "' tem um tipo que a fonte não lê");
+    }
+  }
+
+ private:
+  struct Param {
+    long long integer = 0;
+    double number = 0;
+    std::string text;
+    std::tm time{};
+    soci::indicator indicator = soci::i_ok;
+  };
+
+  // The request's values into the bound storage.
+  void Assign(std::span<const Value> args) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+      Param& p = params_[i];
+      const Value& v = args[i];
+      p.indicator = is_null(v) ? soci::i_null : soci::i_ok;
+      if (const auto* n = std::get_if<std::int64_t>(&v)) p.integer = *n;
+      if (const auto* d = std::get_if<double>(&v)) p.number = *d;
+      if (const auto* s = std::get_if<std::string>(&v)) p.text = *s;
+      if (const auto* t = std::get_if<TimeStamp>(&v))
+        p.time = std::tm{t->second, t->minute, t->hour, t->day, t->month - 1, t->year - 1900, 0, 0, -1, 0, nullptr};
+    }
+  }
+
+  soci::statement statement_;
+  soci::row row_;
+  std::deque<Param> params_;  // one per fetch value
+};
+
+class SociConnection : public SqlConnection {
+ public:
+  explicit SociConnection(std::unique_ptr<soci::session> session) : session_(std::move(session)) {}
+
+  std::unique_ptr<SqlStatement> Prepare(const ProviderQuery& query, std::span<const Value> args) override {
+    return std::make_unique<SociStatement>(*session_, query, args);
+  }
+
+ private:
+  std::unique_ptr<soci::session> session_;
+};
+
+}  // namespace
+
+std::unique_ptr<SqlConnection> open_sqlite_reader(const std::string& path) {
+  return std::make_unique<SqliteReader>(path);
+}
+
+std::unique_ptr<SqlConnection> soci_connection(std::unique_ptr<soci::session> session) {
+  return std::make_unique<SociConnection>(std::move(session));
+}
+
+}  // namespace infofiscal
