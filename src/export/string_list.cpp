@@ -3,6 +3,8 @@
 #include <sys/mman.h>
 
 #include <cstdint>
+#include <system_error>
+#include <utility>
 
 namespace infofiscal {
 
@@ -17,19 +19,48 @@ void advise_huge_pages(std::string& block) {
   if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
 }
 
+// Faults in the pages of a block (on the thread that calls it).
+void populate(char* data, std::size_t size) {
+  constexpr std::uintptr_t kPage = 4096;
+  const auto begin = reinterpret_cast<std::uintptr_t>(data);
+  const std::uintptr_t first = (begin + kPage - 1) & ~(kPage - 1), last = (begin + size) & ~(kPage - 1);
+  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_POPULATE_WRITE);
+}
+
+std::string new_block(std::size_t size) {
+  std::string block;
+  block.reserve(size);
+  advise_huge_pages(block);
+  return block;
+}
+
 }  // namespace
 
 void TStringList::Add(std::string_view line) {
   const std::size_t needed = line.size() + 2;
-  if (blocks_.empty() || blocks_.back().size() + needed > blocks_.back().capacity()) {
-    blocks_.emplace_back();
-    blocks_.back().reserve(std::max(block_size_, needed));
-    advise_huge_pages(blocks_.back());
-  }
+  if (blocks_.empty() || blocks_.back().size() + needed > blocks_.back().capacity()) NewBlock(needed);
   std::string& block = blocks_.back();
   lines_.push_back({static_cast<std::uint32_t>(blocks_.size() - 1), static_cast<std::uint32_t>(block.size())});
   block.append(line);
   block.append("\r\n");
+}
+
+void TStringList::NewBlock(std::size_t needed) {
+  const bool spare = spare_ready_.valid();
+  if (spare) spare_ready_.get();
+  if (spare && spare_.capacity() >= needed) {
+    blocks_.push_back(std::exchange(spare_, std::string()));
+  } else {
+    blocks_.push_back(new_block(std::max(block_size_, needed)));
+  }
+  if (blocks_.size() < 2) return;  // a small list needs no spare
+  spare_ = new_block(block_size_);
+  try {
+    spare_ready_ = std::async(std::launch::async, populate, spare_.data(), spare_.capacity());
+  } catch (const std::system_error&) {
+    spare_ready_ = {};  // no thread to spare: the block's pages are faulted in as it fills
+    std::string().swap(spare_);
+  }
 }
 
 std::vector<std::string> TStringList::TakeBlocks() {
@@ -39,6 +70,8 @@ std::vector<std::string> TStringList::TakeBlocks() {
 }
 
 void TStringList::Clear() {
+  if (spare_ready_.valid()) spare_ready_.get();
+  std::string().swap(spare_);
   blocks_.clear();
   blocks_.shrink_to_fit();
   lines_.clear();
