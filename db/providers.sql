@@ -216,92 +216,85 @@ SELECT * FROM inventarioregistro WHERE fechamento = 'A' AND cdregistrofiscal = ?
 SELECT * FROM inventarioprodutoregistro WHERE fechamento = 'A' AND cdregistrofiscal = ?
  ORDER BY cdproduto;
 
--- Fetching ahead. "-- prefetch: PROVIDER LIST KEY..." answers the per-note PROVIDER for a
--- window of the notes of LIST at once: the SELECT takes the list's values, then the window's
--- first position (from 0) and its length, and returns PROVIDER's columns with the KEY columns
--- that name the note as PROVIDER's values do, rows of one note in PROVIDER's order. The window
--- is the list's own SELECT cut by LIMIT/OFFSET; only PostgreSQL uses these (Firebird has no
--- LIMIT, SQLite gains nothing). Where one of these fails, or leaves a note out, the notes run
--- their provider's own SELECT.
+-- Fetching ahead. "-- prefetch: PROVIDER LIST KEY..." answers the per-note PROVIDER for every
+-- note of LIST at once: the SELECT takes the list's values and returns PROVIDER's columns with
+-- the KEY columns that name the note as PROVIDER's values do, the notes in the list's order
+-- (the list's own WHERE and ORDER BY) and the rows of each note in PROVIDER's order. Its rows
+-- are read as the notes ask for them. Only PostgreSQL uses these (a round trip per note is
+-- what a server costs). Where one of these fails, leaves a note out or strays from the list's
+-- order, the notes run their provider's own SELECT.
 
 -- prefetch: DspCompra DspListaCompra CDCOMPRA
-SELECT c.cdcompra, c.cdfornecedor, c.modelo, c.serie, c.pde, c.chavenfefornecedor,
-       c.totalcompra, c.desconto, c.totalproduto, c.frete, c.seguro, c.outrasdespesas,
-       c.icms_basecalculo, c.icms_valor, c.icms_st_basecalculo, c.icms_st_valor,
-       c.ipi_valor, c.pis_valor, c.cofins_valor, c.numnf, c.dataemissaonf,
-       c.datarecebimento, c.cdtabcfop, co.codibge AS cdcidadeorigemibge,
+SELECT l.cdcompra, l.cdfornecedor, l.modelo, l.serie, l.pde, l.chavenfefornecedor,
+       l.totalcompra, l.desconto, l.totalproduto, l.frete, l.seguro, l.outrasdespesas,
+       l.icms_basecalculo, l.icms_valor, l.icms_st_basecalculo, l.icms_st_valor,
+       l.ipi_valor, l.pis_valor, l.cofins_valor, l.numnf, l.dataemissaonf,
+       l.datarecebimento, l.cdtabcfop, co.codibge AS cdcidadeorigemibge,
        cd.codibge AS cdcidadedestinoibge
-  FROM (SELECT cdcompra FROM compraregistro
-         WHERE cdregistrofiscal = ?1 AND pde = 3
-           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
-         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
-  JOIN compra c ON c.cdcompra = l.cdcompra
-  JOIN fornecedor f ON f.cdfornecedor = c.cdfornecedor
-  JOIN empresa e ON e.cdempresa = c.cdempresa
+  FROM compraregistro l
+  JOIN fornecedor f ON f.cdfornecedor = l.cdfornecedor
+  JOIN empresa e ON e.cdempresa = l.cdempresa
   LEFT JOIN cidade co ON co.cdcidade = f.cdcidade
-  LEFT JOIN cidade cd ON cd.cdcidade = e.cdcidade;
+  LEFT JOIN cidade cd ON cd.cdcidade = e.cdcidade
+ WHERE l.cdregistrofiscal = ?1 AND l.pde = 3
+   AND l.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+ ORDER BY l.datarecebimento, LENGTH(l.numnf), l.numnf, l.cdcompra;
 
 -- prefetch: DspCompraFornecedor DspListaCompra CDCOMPRA
-SELECT c.cdcompra, f.cdfornecedor, f.razaosocial, f.tipopessoa, f.cnpj_cpf, f.ie_rg AS ie,
+SELECT l.cdcompra, f.cdfornecedor, f.razaosocial, f.tipopessoa, f.cnpj_cpf, f.ie_rg AS ie,
        d.cdestado, f.endereco, f.endereconumero, f.bairro
-  FROM (SELECT cdcompra FROM compraregistro
-         WHERE cdregistrofiscal = ?1 AND pde = 3
-           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
-         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
-  JOIN compra c ON c.cdcompra = l.cdcompra
-  JOIN fornecedor f ON f.cdfornecedor = c.cdfornecedor
-  LEFT JOIN cidade d ON d.cdcidade = f.cdcidade;
+  FROM compraregistro l
+  JOIN fornecedor f ON f.cdfornecedor = l.cdfornecedor
+  LEFT JOIN cidade d ON d.cdcidade = f.cdcidade
+ WHERE l.cdregistrofiscal = ?1 AND l.pde = 3
+   AND l.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+ ORDER BY l.datarecebimento, LENGTH(l.numnf), l.numnf, l.cdcompra;
 
--- The items of a window of purchases of one kind: the list's kind is the items' kind.
+-- The items of the purchases of one kind: the list's kind is the items' kind.
 -- prefetch: DspCompraEquipamento DspListaCompra CDCOMPRA
 SELECT v.*, v.cditem AS cdequipamento, v.descricao AS descequipamento
-  FROM (SELECT cdcompra FROM compraregistro
-         WHERE cdregistrofiscal = ?1 AND pde = 3
-           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
-         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  FROM compraregistro l
   JOIN compraitemfiscal v ON v.cdcompra = l.cdcompra
- WHERE v.tipocompra = 1
- ORDER BY v.cdcompra, v.itemcompra;
+ WHERE l.cdregistrofiscal = ?1 AND l.pde = 3
+   AND l.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+   AND v.tipocompra = 1
+ ORDER BY l.datarecebimento, LENGTH(l.numnf), l.numnf, l.cdcompra, v.itemcompra;
 
 -- prefetch: DsCompraProduto DspListaCompra CDCOMPRA
 SELECT v.*, v.cditem AS cdproduto, v.descricao AS descproduto
-  FROM (SELECT cdcompra FROM compraregistro
-         WHERE cdregistrofiscal = ?1 AND pde = 3
-           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
-         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  FROM compraregistro l
   JOIN compraitemfiscal v ON v.cdcompra = l.cdcompra
- WHERE v.tipocompra = 2
- ORDER BY v.cdcompra, v.itemcompra;
+ WHERE l.cdregistrofiscal = ?1 AND l.pde = 3
+   AND l.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+   AND v.tipocompra = 2
+ ORDER BY l.datarecebimento, LENGTH(l.numnf), l.numnf, l.cdcompra, v.itemcompra;
 
 -- prefetch: DspCompraProdConsumo DspListaCompra CDCOMPRA
 SELECT v.*, v.cditem AS cdprodconsumo, v.descricao AS descproduto
-  FROM (SELECT cdcompra FROM compraregistro
-         WHERE cdregistrofiscal = ?1 AND pde = 3
-           AND tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
-         ORDER BY datarecebimento, LENGTH(numnf), numnf, cdcompra LIMIT ?4 OFFSET ?3) l
+  FROM compraregistro l
   JOIN compraitemfiscal v ON v.cdcompra = l.cdcompra
- WHERE v.tipocompra = 4
- ORDER BY v.cdcompra, v.itemcompra;
+ WHERE l.cdregistrofiscal = ?1 AND l.pde = 3
+   AND l.tipocompra = CASE CAST(?2 AS INTEGER) WHEN 0 THEN 3 ELSE CAST(?2 AS INTEGER) END
+   AND v.tipocompra = 4
+ ORDER BY l.datarecebimento, LENGTH(l.numnf), l.numnf, l.cdcompra, v.itemcompra;
 
 -- prefetch: DspNF_Venda DspListaNotaFiscal CDTIPONOTAFISCAL CDNOTAFISCAL
-SELECT n.cdtiponotafiscal, n.cdnotafiscal, n.cdparte AS cdcliente, n.numserie, n.emissao,
-       n.pde, n.saida, n.chavenfe, n.valortotalnota, n.valordesconto, n.valortotalproduto,
-       n.valorfrete, n.valorseguro, n.valoroutrasdesp, n.icms_basecalculo, n.icms_valor,
-       n.icms_st_basecalculo, n.icms_st_valor, n.ipi_valor, n.pis_valor, n.cofins_valor,
-       n.cdtabcfop
-  FROM (SELECT cdtiponotafiscal, cdnotafiscal FROM notafiscalregistro
-         WHERE cdregistrofiscal = ?2 AND tipoprocesso = ?3 AND pde IN (2, 3)
-         ORDER BY emissao, cdnotafiscal, cdtiponotafiscal LIMIT ?5 OFFSET ?4) l
-  JOIN notafiscal n ON n.cdtiponotafiscal = l.cdtiponotafiscal AND n.cdnotafiscal = l.cdnotafiscal;
+SELECT l.cdtiponotafiscal, l.cdnotafiscal, l.cdparte AS cdcliente, l.numserie, l.emissao,
+       l.pde, l.saida, l.chavenfe, l.valortotalnota, l.valordesconto, l.valortotalproduto,
+       l.valorfrete, l.valorseguro, l.valoroutrasdesp, l.icms_basecalculo, l.icms_valor,
+       l.icms_st_basecalculo, l.icms_st_valor, l.ipi_valor, l.pis_valor, l.cofins_valor,
+       l.cdtabcfop
+  FROM notafiscalregistro l
+ WHERE l.cdregistrofiscal = ?2 AND l.tipoprocesso = ?3 AND l.pde IN (2, 3)
+ ORDER BY l.emissao, l.cdnotafiscal, l.cdtiponotafiscal;
 
 -- prefetch: DspNF_Cliente DspListaNotaFiscal CDTIPONOTAFISCAL CDNOTAFISCAL
-SELECT n.cdtiponotafiscal, n.cdnotafiscal, n.cdparte AS cdcliente, a.ie_rg AS ie, a.*
-  FROM (SELECT cdtiponotafiscal, cdnotafiscal FROM notafiscalregistro
-         WHERE cdregistrofiscal = ?2 AND tipoprocesso = ?3 AND pde IN (2, 3)
-         ORDER BY emissao, cdnotafiscal, cdtiponotafiscal LIMIT ?5 OFFSET ?4) l
-  JOIN notafiscal n ON n.cdtiponotafiscal = l.cdtiponotafiscal AND n.cdnotafiscal = l.cdnotafiscal
-  JOIN tiponotafiscal t ON t.cdtiponotafiscal = n.cdtiponotafiscal
-  JOIN parte a ON a.papel = t.papel AND a.cdparte = n.cdparte;
+SELECT l.cdtiponotafiscal, l.cdnotafiscal, l.cdparte AS cdcliente, a.ie_rg AS ie, a.*
+  FROM notafiscalregistro l
+  JOIN tiponotafiscal t ON t.cdtiponotafiscal = l.cdtiponotafiscal
+  JOIN parte a ON a.papel = t.papel AND a.cdparte = l.cdparte
+ WHERE l.cdregistrofiscal = ?2 AND l.tipoprocesso = ?3 AND l.pde IN (2, 3)
+ ORDER BY l.emissao, l.cdnotafiscal, l.cdtiponotafiscal;
 
 -- prefetch: DspNF_Produto DspListaNotaFiscal CDTIPONOTAFISCAL CDNOTAFISCAL
 SELECT i.cdtiponotafiscal, i.cdnotafiscal, i.cditem AS cdproduto, i.cdlote,
@@ -313,11 +306,10 @@ SELECT i.cdtiponotafiscal, i.cdnotafiscal, i.cditem AS cdproduto, i.cdlote,
        i.pis_valor, i.pis_quantunidade, i.pis_valorunidade, i.cofins_aliquota,
        i.cofins_quantunidade, i.cofins_valorunidade, i.cofins_basecalculo, i.cofins_valor,
        q.numncm
-  FROM (SELECT cdtiponotafiscal, cdnotafiscal FROM notafiscalregistro
-         WHERE cdregistrofiscal = ?2 AND tipoprocesso = ?3 AND pde IN (2, 3)
-         ORDER BY emissao, cdnotafiscal, cdtiponotafiscal LIMIT ?5 OFFSET ?4) l
+  FROM notafiscalregistro l
   JOIN notafiscalitem i ON i.cdtiponotafiscal = l.cdtiponotafiscal AND i.cdnotafiscal = l.cdnotafiscal
   JOIN tiponotafiscal t ON t.cdtiponotafiscal = i.cdtiponotafiscal
   JOIN itemsaida q ON q.catalogo = t.catalogo AND q.cditem = i.cditem
   LEFT JOIN unidade u ON u.cdunidade = q.cdunidade
- ORDER BY i.cdtiponotafiscal, i.cdnotafiscal, i.itemnotafiscal;
+ WHERE l.cdregistrofiscal = ?2 AND l.tipoprocesso = ?3 AND l.pde IN (2, 3)
+ ORDER BY l.emissao, l.cdnotafiscal, l.cdtiponotafiscal, i.itemnotafiscal;

@@ -1,6 +1,6 @@
-// Fetching ahead in the SQL source: the answers of a per-note provider read for windows of the
-// note list are those of its own query, note by note, and any failure falls back to that
-// query, so that an error surfaces at the note where it would have.
+// Fetching ahead in the SQL source: the answers of a per-note provider read from one stream for
+// the whole note list are those of its own query, note by note, and any failure falls back to
+// that query, so that an error surfaces at the note where it would have.
 #include <gtest/gtest.h>
 
 #include "export/controle_exportacao.h"
@@ -14,8 +14,8 @@ namespace {
 
 using namespace testing;
 
-// 600 notes (more than two windows of 256), listed by `ordem`, which is not their code's order; every
-// seventh note has no items, the others 1 to 4.
+// 600 notes, listed by `ordem`, which is not their code's order; every seventh note has no items,
+// the others 1 to 4.
 std::string script() {
   std::string notas, itens;
   for (int cod = 1; cod <= 600; ++cod) {
@@ -31,15 +31,14 @@ std::string script() {
 }
 
 // `falha` is an expression that fails for one note (note 300) in SQLite and in PostgreSQL, or
-// a plain value; `tabela` the items' table of the window query.
-std::string catalog(const std::string& falha_sqlite, const std::string& falha_pg, const std::string& tabela = "item") {
+// a plain value; `tabela` the items' table of the stream's query, `ordem` its order.
+std::string catalog(const std::string& falha_sqlite, const std::string& falha_pg, const std::string& tabela = "item",
+                    const std::string& ordem = "l.ordem, l.cod") {
   const auto itens = [&](const std::string& falha, const std::string& variante) {
     return "-- provider: DspItens" + variante + "\nSELECT nota, n, texto, valor, " + falha +
            " AS extra FROM item WHERE nota = ? ORDER BY n;\n\n-- prefetch: DspItens DspLista NOTA" + variante +
-           "\nSELECT i.nota, i.n, i.texto, i.valor, " + falha +
-           " AS extra\n"
-           "  FROM (SELECT cod FROM nota WHERE cod >= ?1 ORDER BY ordem, cod LIMIT ?3 OFFSET ?2) l\n"
-           "  JOIN " + tabela + " i ON i.nota = l.cod\n ORDER BY i.nota, i.n;\n\n";
+           "\nSELECT i.nota, i.n, i.texto, i.valor, " + falha + " AS extra\n  FROM nota l JOIN " + tabela +
+           " i ON i.nota = l.cod\n WHERE l.cod >= ?1\n ORDER BY " + ordem + ", i.n;\n\n";
   };
   return "-- provider: DspLista\nSELECT cod AS nota FROM nota WHERE cod >= ?1 ORDER BY ordem, cod;\n\n" +
          itens(falha_sqlite, "") + itens(falha_pg, " [postgresql]");
@@ -84,7 +83,6 @@ class SqlPrefetchTest : public ::testing::TestWithParam<std::string> {
     write_file(path, text);
     SqlSource com(db_->address(), path), sem(db_->address(), path);
     com.Prefetch(true);
-    com.PrefetchWindow(256);
     sem.Prefetch(false);
     auto resultado = std::make_pair(ler(com), ler(sem));
     antecipadas = com.PrefetchedAnswers();
@@ -95,14 +93,14 @@ class SqlPrefetchTest : public ::testing::TestWithParam<std::string> {
   std::unique_ptr<TestDatabase> db_;
 };
 
-TEST_P(SqlPrefetchTest, WindowsGiveEveryNoteTheRowsOfItsOwnQuery) {
+TEST_P(SqlPrefetchTest, TheStreamGivesEveryNoteTheRowsOfItsOwnQuery) {
   std::size_t antecipadas = 0;
   const auto [com, sem] = ler_com_e_sem(catalog("0", "0"), antecipadas);
   ASSERT_EQ(sem.erro, "");
   ASSERT_EQ(sem.itens.size(), 600u);
   EXPECT_EQ(com.erro, "");
   EXPECT_TRUE(com.itens == sem.itens);
-  // Every note with items came from a window; the 85 without ask their own query.
+  // Every note with items came from the stream; the 85 without ask their own query.
   EXPECT_EQ(antecipadas, 600u - 600u / 7);
   EXPECT_EQ(sem.itens[0].size(), 5u * 2) << "the first listed note is 65 (ordem 1), of 2 items";
 }
@@ -119,17 +117,25 @@ TEST_P(SqlPrefetchTest, AFailureAtNoteKLeavesTheNotesBeforeItAndRaisesTheSameErr
   EXPECT_EQ(com.erro, sem.erro);
   ASSERT_EQ(sem.itens.size(), 281u) << "note 300 is listed at ordem 282";
   EXPECT_TRUE(com.itens == sem.itens);
-  // The windows before the failing one were read ahead; that one fell back note by note.
-  EXPECT_GT(antecipadas, 0u);
-  EXPECT_LT(antecipadas, com.itens.size());
+  // Both databases compute the failing column before they sort, so the stream fails at once
+  // and every note asks its own query (a stream that fails midway is the stray one below).
+  EXPECT_EQ(antecipadas, 0u);
 }
 
-TEST_P(SqlPrefetchTest, AWindowQueryThatCannotRunLeavesEveryNoteToItsOwnQuery) {
-  std::size_t antecipadas = 0;
-  const auto [com, sem] = ler_com_e_sem(catalog("0", "0", "nao_existe"), antecipadas);
-  EXPECT_EQ(com.erro, "");
-  EXPECT_TRUE(com.itens == sem.itens);
-  EXPECT_EQ(antecipadas, 0u);
+TEST_P(SqlPrefetchTest, AStreamThatCannotRunOrStraysFromTheListLeavesTheNotesToTheirOwnQuery) {
+  struct Caso {
+    std::string nome, tabela, ordem;
+    bool some_streamed;  // notes before the first stray row came from the stream
+  };
+  for (const Caso& c : {Caso{"tabela inexistente", "nao_existe", "l.ordem, l.cod", false},
+                        Caso{"fora da ordem da lista", "item", "l.cod", true}}) {
+    std::size_t antecipadas = 0;
+    const auto [com, sem] = ler_com_e_sem(catalog("0", "0", c.tabela, c.ordem), antecipadas);
+    EXPECT_EQ(com.erro, "") << c.nome;
+    EXPECT_TRUE(com.itens == sem.itens) << c.nome;
+    EXPECT_EQ(antecipadas > 0, c.some_streamed) << c.nome;
+    EXPECT_LT(antecipadas, 600u - 600u / 7) << c.nome;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Bancos, SqlPrefetchTest, ::testing::Values("sqlite", "postgresql"));
@@ -142,7 +148,6 @@ TEST(SqlPrefetchDemo, TheInformationFileIsTheSameByteForByte) {
   for (const bool on : {true, false}) {
     SqlSource source(db.address(), default_catalog_path());
     source.Prefetch(on);
-    source.PrefetchWindow(16);
     TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c([] { return 1; })};
     ControleExportacao controle(conexao);
     controle.oExportaInfoFiscal.CodTipoRegistroFiscal(2);

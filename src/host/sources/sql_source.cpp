@@ -29,24 +29,29 @@ std::string trim(const std::string& text) {
   return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-// Rewrites the `?` and `?N` of one SELECT as :p1, :p2, ... and drops comments (a colon in a
-// comment would read as a placeholder); quoted text is copied as it is.
+// Rewrites the `?` and `?N` of one SELECT as :p1, :p2, ... (and as $1, $2, ...) and drops
+// comments (a colon in a comment would read as a placeholder); quoted text is copied as it is.
 ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& where) {
   ProviderQuery query;
+  const auto emit = [&](std::string_view named, std::string_view numbered) {
+    query.sql += named;
+    query.numbered_sql += numbered;
+  };
   std::size_t next = 0;
   for (std::size_t i = 0; i < sql.size();) {
     const char c = sql[i];
     if (c == '\'' || c == '"') {
       const auto end = sql.find(c, i + 1);
       const auto stop = end == std::string::npos ? sql.size() : end + 1;
-      query.sql.append(sql, i, stop - i);
+      const std::string_view quoted(sql.data() + i, stop - i);
+      emit(quoted, quoted);
       i = stop;
     } else if (c == '-' && i + 1 < sql.size() && sql[i + 1] == '-') {
       i = std::min(sql.find('\n', i), sql.size());
     } else if (c == '/' && i + 1 < sql.size() && sql[i + 1] == '*') {
       const auto end = sql.find("*/", i + 2);
       i = end == std::string::npos ? sql.size() : end + 2;
-      query.sql += ' ';
+      emit(" ", " ");
     } else if (c == '?') {
       std::size_t digits = i + 1;
       while (digits < sql.size() && std::isdigit(static_cast<unsigned char>(sql[digits]))) ++digits;
@@ -59,15 +64,18 @@ ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& wh
       }
       next = std::max(next, arg + 1);
       query.args.push_back(arg);
-      query.sql += ":p" + std::to_string(query.args.size());
+      const std::string number = std::to_string(query.args.size());
+      emit(":p" + number, "$" + number);
       i = digits;
     } else {
-      query.sql += c;
+      emit(std::string_view(&c, 1), std::string_view(&c, 1));
       ++i;
     }
   }
-  query.sql = trim(query.sql);
-  while (!query.sql.empty() && query.sql.back() == ';') query.sql = trim(query.sql.substr(0, query.sql.size() - 1));
+  for (std::string* text : {&query.sql, &query.numbered_sql}) {
+    *text = trim(*text);
+    while (!text->empty() && text->back() == ';') *text = trim(text->substr(0, text->size() - 1));
+  }
   return query;
 }
 
@@ -327,6 +335,12 @@ Address split_address(const std::string& address) {
   return {address.substr(0, colon), address.substr(colon + 1)};
 }
 
+// "postgresql://..." is a URI; any other text after "postgresql:" a libpq connection string.
+std::string postgresql_conninfo(const std::string& address) {
+  const std::string rest = split_address(address).rest;
+  return rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
+}
+
 // A writable session on `address` (an SQLite file is created when missing).
 std::unique_ptr<soci::session> open_session(const std::string& address) {
   const auto [scheme, rest] = split_address(address);
@@ -339,9 +353,7 @@ std::unique_ptr<soci::session> open_session(const std::string& address) {
     int tables = 0;
     *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
   } else if (scheme == "postgresql") {
-    // "postgresql://..." is a URI; any other text a libpq connection string.
-    const std::string conninfo = rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
-    session = std::make_unique<soci::session>(*soci::factory_postgresql(), conninfo);
+    session = std::make_unique<soci::session>(*soci::factory_postgresql(), postgresql_conninfo(address));
   } else if (scheme == "firebird") {
     // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
     const std::string parameters = rest.find('=') != std::string::npos
@@ -358,6 +370,7 @@ std::unique_ptr<soci::session> open_session(const std::string& address) {
 std::unique_ptr<SqlConnection> open_connection(const std::string& address) {
   const auto [scheme, rest] = split_address(address);
   try {
+    if (scheme == "postgresql") return soci_connection(open_session(address), postgresql_conninfo(address));
     if (scheme != "sqlite") return soci_connection(open_session(address));
     if (trim(rest).empty()) open_session(address);  // says the address is incomplete
     if (access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
@@ -405,7 +418,7 @@ SqlSource::SqlSource(const std::string& address, const std::string& catalog_path
   catalog_ = parse_provider_catalog(text, dialect_, catalog_path);
   prefetch_ = parse_prefetch_catalog(text, dialect_, catalog_path);
   connection_ = open_connection(address);
-  // SQLite runs in this process: its per-note queries cost less than re-sorting the list.
+  // A round trip per note is what a server costs; SQLite runs in this process.
   prefetch_on_ = dialect_ == "postgresql";
 }
 
@@ -418,15 +431,16 @@ struct SqlSource::NoteList {
   std::uint64_t generation = 0;
 };
 
-// The answers of one per-note provider for the notes first .. first + count - 1 of a list:
-// the rows of each note (by key), as the database gave them.
-struct SqlSource::Window {
+// The answers of one per-note provider for every note of a list, in the list's order: one
+// query, whose rows are read as the notes ask for them.
+struct SqlSource::Stream {
   std::uint64_t generation = 0;  // of the list read
-  bool failed = false;           // the query failed for this list: every note runs its own
-  std::size_t first = 0, count = 0;
-  ColumnNames columns;
-  std::vector<Value> cells;
-  std::unordered_map<std::string, std::vector<std::size_t>> rows;  // key -> rows, in order
+  bool failed = false;           // from here on every note of the list runs its own query
+  std::unique_ptr<RowCursor> rows;
+  std::vector<std::size_t> keys;  // the columns that name the note
+  bool row = false;               // `rows` stands on a row not handed out yet...
+  std::size_t position = 0;       // ...of the note at this position of the list
+  bool ended = false;
 };
 
 namespace {
@@ -464,7 +478,7 @@ void SqlSource::RememberList(const FetchRequest& request, const Packet& packet) 
   for (const std::string& key : list->keys) {
     std::size_t f = 0;
     while (f < request.fields.size() && upper_case(request.fields[f].name) != key) ++f;
-    if (f == request.fields.size()) {  // the list does not say which notes: no windows
+    if (f == request.fields.size()) {  // the list does not say which notes: no streams
       lists_.erase(std::string(request.provider));
       return;
     }
@@ -477,88 +491,84 @@ void SqlSource::RememberList(const FetchRequest& request, const Packet& packet) 
     if (named) list->position.emplace(std::move(key), r);
   }
   lists_.insert_or_assign(std::string(request.provider), std::move(list));
+  // The streams of the list it replaces are done with: their connections go now.
+  for (const auto& [provider, prefetch] : prefetch_)
+    if (prefetch.list == request.provider) streams_.erase(provider);
 }
 
-bool SqlSource::FromWindow(const FetchRequest& request, Packet& packet) {
+bool SqlSource::FromStream(const FetchRequest& request, Packet& packet) {
   const auto prefetch = prefetch_.find(std::string(request.provider));
   if (prefetch == prefetch_.end()) return false;
-  const auto list = lists_.find(prefetch->second.list);
-  if (list == lists_.end() || list->second->keys != prefetch->second.keys ||
+  const auto found = lists_.find(prefetch->second.list);
+  if (found == lists_.end() || found->second->keys != prefetch->second.keys ||
       request.args.size() != prefetch->second.keys.size())
     return false;
+  const NoteList& list = *found->second;
   std::string key;
   for (const Value& value : request.args)
     if (!append_key(key, value)) return false;
-  const auto position = list->second->position.find(key);
-  if (position == list->second->position.end()) return false;
+  const auto position = list.position.find(key);
+  if (position == list.position.end()) return false;
 
-  auto& slot = windows_[prefetch->first];
-  if (!slot || slot->generation != list->second->generation) {
-    slot = std::make_unique<Window>();
-    slot->generation = list->second->generation;
-  }
-  Window& window = *slot;
-  if (window.failed) return false;
-  const std::size_t at = position->second;
-  if (window.count == 0 || at < window.first || at >= window.first + window.count) {
-    if (!LoadWindow(window, prefetch->first, prefetch->second, *list->second, at)) {
-      window.failed = true;
-      return false;
-    }
-  }
-  const auto rows = window.rows.find(key);
-  if (rows == window.rows.end()) return false;  // a note without rows asks the database itself
-  const std::vector<std::size_t>* columns = window.columns.Of(request.fields);
+  auto& slot = streams_[prefetch->first];
+  if (!slot || slot->generation != list.generation) slot = StartStream(prefetch->second, list);
+  Stream& stream = *slot;
+  if (stream.failed) return false;
+  const std::vector<std::size_t>* columns = stream.rows->columns.Of(request.fields);
   if (!columns) return false;  // its own query names the missing field
-  const std::size_t width = window.columns.Count();
   packet.width = request.fields.size();
   packet.cells.clear();
-  packet.cells.reserve(rows->second.size() * columns->size());
-  for (const std::size_t row : rows->second)
-    for (std::size_t f = 0; f < columns->size(); ++f)
-      packet.cells.push_back(to_field_class(window.cells[row * width + (*columns)[f]], request.fields[f].cls));
-  return true;
-}
-
-bool SqlSource::LoadWindow(Window& window, const std::string& provider, const PrefetchQuery& prefetch,
-                           const NoteList& list, std::size_t first) {
-  window.count = 0;
-  window.cells.clear();
-  window.rows.clear();
-  std::vector<Value> args = list.args;
-  args.emplace_back(static_cast<std::int64_t>(first));
-  // At least an eighth of the list: each window query sorts the whole list again.
-  const std::size_t notes = std::max(window_notes_, (list.position.size() + 7) / 8);
-  args.emplace_back(static_cast<std::int64_t>(notes));
-  for (const std::size_t arg : prefetch.query.args)
-    if (arg >= args.size()) return false;
-  const std::string name = "prefetch:" + provider;
-  FetchRequest request{name, name, FetchKind::DataRequest, args, {}};
   try {
-    SqlStatement& st = StatementFor(request, prefetch.query);
-    st.Run(args);
-    window.columns = st.columns;
-    const std::size_t width = window.columns.Count();
-    std::vector<std::size_t> keys;
-    for (const std::string& key : prefetch.keys) {
-      const auto column = window.columns.Find(key);
-      if (!column) return false;
-      keys.push_back(*column);
-    }
-    for (std::size_t row = 0; st.Next(); ++row) {
-      for (std::size_t c = 0; c < width; ++c) window.cells.push_back(st.Cell(c));
-      std::string key;
-      for (const std::size_t c : keys)
-        if (!append_key(key, window.cells[row * width + c])) return false;
-      window.rows[key].push_back(row);
+    // The rows of the notes before this one were asked by nobody; the rows of this one follow.
+    while (stream.row || (!stream.ended && NextRow(stream, list))) {
+      if (stream.position > position->second) break;
+      if (stream.position == position->second)
+        for (std::size_t f = 0; f < columns->size(); ++f)
+          packet.cells.push_back(to_field_class(stream.rows->Cell((*columns)[f]), request.fields[f].cls));
+      stream.row = false;
     }
   } catch (...) {
     // Whatever went wrong, the notes run their own queries, which say it where it belongs.
-    statements_.erase(statement_key(request));
+    stream.failed = true;
+    stream.rows.reset();
     return false;
   }
-  window.first = first;
-  window.count = notes;
+  return !packet.cells.empty();  // a note without rows asks the database itself
+}
+
+std::unique_ptr<SqlSource::Stream> SqlSource::StartStream(const PrefetchQuery& prefetch, const NoteList& list) {
+  auto stream = std::make_unique<Stream>();
+  stream->generation = list.generation;
+  stream->failed = true;
+  for (const std::size_t arg : prefetch.query.args)
+    if (arg >= list.args.size()) return stream;
+  try {
+    stream->rows = connection_->Stream(prefetch.query, list.args);
+    for (const std::string& key : prefetch.keys) {
+      const auto column = stream->rows->columns.Find(key);
+      if (!column) return stream;
+      stream->keys.push_back(*column);
+    }
+  } catch (...) {
+    return stream;
+  }
+  stream->failed = false;
+  return stream;
+}
+
+bool SqlSource::NextRow(Stream& stream, const NoteList& list) {
+  if (!stream.rows->Next()) {
+    stream.ended = true;
+    return false;
+  }
+  std::string key;
+  for (const std::size_t c : stream.keys)
+    if (!append_key(key, stream.rows->Cell(c))) throw Error("linha sem nota");
+  const auto position = list.position.find(key);
+  // A note the list lacks, or out of the list's order: the query does not read the list.
+  if (position == list.position.end() || position->second < stream.position) throw Error("fora da lista");
+  stream.position = position->second;
+  stream.row = true;
   return true;
 }
 
@@ -598,7 +608,7 @@ Packet SqlSource::fetch(const FetchRequest& request) {
       throw Error("O provedor " + std::string(request.provider) + " usa o parâmetro " + std::to_string(arg + 1) +
                   ", mas " + std::string(request.dataset) + " enviou " + std::to_string(request.args.size()));
   Packet packet;
-  if (prefetch_on_ && FromWindow(request, packet)) {
+  if (prefetch_on_ && FromStream(request, packet)) {
     ++prefetched_;
     return packet;
   }

@@ -35,10 +35,10 @@ ProviderCatalog parse_provider_catalog(const std::string& text, const std::strin
                                        const std::string& origin);
 
 // Fetching ahead: "-- prefetch: PROVIDER LIST KEY... [database]" gives a SELECT that answers
-// the per-note PROVIDER for a window of the notes of LIST (a list provider): it takes the
-// list's values, then the window's first position (from 0) and its length, and returns the
-// columns of PROVIDER plus the KEY columns, which name the note as PROVIDER's values do, in
-// order (e.g. CDTIPONOTAFISCAL CDNOTAFISCAL).
+// the per-note PROVIDER for every note of LIST (a list provider) at once: it takes the list's
+// values and returns the columns of PROVIDER plus the KEY columns, which name the note as
+// PROVIDER's values do, in order (e.g. CDTIPONOTAFISCAL CDNOTAFISCAL), the notes in the list's
+// order and the rows of each note in PROVIDER's.
 struct PrefetchQuery {
   std::string list;
   std::vector<std::string> keys;  // upper case
@@ -55,9 +55,10 @@ std::string default_catalog_path();
 
 // Every fetch runs one prepared statement, found or prepared in StatementFor, the one place
 // that knows them. A per-note provider with a prefetch entry is answered, while its list is
-// the one fetched last, from one query per window of notes of that list; any failure
-// of that query, or a note it does not answer, falls back to the provider's own query, so that
-// every error surfaces at the note where it would have without fetching ahead.
+// the one fetched last, from the stream of one query for the whole list, read as far as the
+// note asked for; any failure of that query, a note it does not answer, or rows out of the
+// list's order, fall back to the provider's own query, so that every error surfaces at the note
+// where it would have without fetching ahead.
 class SqlSource : public RecordSource {
  public:
   // Connects to `address` ("sqlite:PATH", "postgresql:CONNINFO", "postgresql://...",
@@ -75,28 +76,26 @@ class SqlSource : public RecordSource {
   // How many statements have been prepared so far (one per provider and kinds of values).
   std::size_t PreparedStatements() const { return statements_.size(); }
 
-  // Fetching ahead is on for the server databases and off for SQLite unless set here; off,
-  // every note runs its own query.
+  // Fetching ahead is on for PostgreSQL and off for the others unless set here; off, every
+  // note runs its own query.
   void Prefetch(bool on) { prefetch_on_ = on; }
-  // How many fetches were answered from a window.
+  // How many fetches were answered from a stream.
   std::size_t PrefetchedAnswers() const { return prefetched_; }
-
-  // How many notes of a list one window holds at least (1,024 unless set; an eighth of the
-  // list when that is more).
-  void PrefetchWindow(std::size_t notes) { window_notes_ = notes; }
 
  private:
   struct NoteList;
-  struct Window;
+  struct Stream;
   // The one cache of prepared statements: found or prepared here, reused by every fetch.
   SqlStatement& StatementFor(const FetchRequest& request, const ProviderQuery& query);
   Packet Read(SqlStatement& statement, const FetchRequest& request);
-  // Keeps the order of the notes of a list that prefetch entries read windows of.
+  // Keeps the order of the notes of a list that prefetch entries stream.
   void RememberList(const FetchRequest& request, const Packet& packet);
-  // The answer from a window of the list, or false when the provider's own query must run.
-  bool FromWindow(const FetchRequest& request, Packet& packet);
-  bool LoadWindow(Window& window, const std::string& provider, const PrefetchQuery& prefetch,
-                  const NoteList& list, std::size_t first);
+  // The answer from the stream of the list, or false when the provider's own query must run.
+  bool FromStream(const FetchRequest& request, Packet& packet);
+  std::unique_ptr<Stream> StartStream(const PrefetchQuery& prefetch, const NoteList& list);
+  // Steps the stream to its next row and finds that row's note in the list; false at the end.
+  // Throws for a row of no note of the list, or out of the list's order.
+  bool NextRow(Stream& stream, const NoteList& list);
 
   std::string address_, dialect_;
   std::unique_ptr<SqlConnection> connection_;
@@ -104,10 +103,9 @@ class SqlSource : public RecordSource {
   PrefetchCatalog prefetch_;
   std::map<std::string, std::unique_ptr<SqlStatement>> statements_;
   std::map<std::string, std::unique_ptr<NoteList>, std::less<>> lists_;  // by list provider
-  std::map<std::string, std::unique_ptr<Window>, std::less<>> windows_;  // by per-note provider
+  std::map<std::string, std::unique_ptr<Stream>, std::less<>> streams_;  // by per-note provider
   std::uint64_t list_generation_ = 0;
   std::size_t prefetched_ = 0;
-  std::size_t window_notes_ = 1024;
   bool prefetch_on_ = true;
 };
 

@@ -1,12 +1,15 @@
 #include "host/sources/sql_statement.h"
 
+#include <libpq-fe.h>
 #include <sqlite3.h>
 
 #include <cctype>
+#include <charconv>
 #include <cstdio>
 #include <ctime>
 #include <deque>
 
+#include <fmt/format.h>
 #include <soci/soci.h>
 
 namespace infofiscal {
@@ -48,7 +51,22 @@ const std::vector<std::size_t>* ColumnNames::Of(std::span<const FieldDef> fields
   return &last_columns_;
 }
 
+std::unique_ptr<RowCursor> SqlConnection::Stream(const ProviderQuery& query, std::span<const Value> args) {
+  auto statement = Prepare(query, args);
+  statement->Run(args);
+  return statement;
+}
+
 namespace {
+
+// A value as the text of a bound parameter.
+std::string parameter_text(const Value& value) {
+  if (const auto* i = std::get_if<std::int64_t>(&value)) return std::to_string(*i);
+  if (const auto* d = std::get_if<double>(&value)) return fmt::format("{}", *d);
+  if (const auto* t = std::get_if<TimeStamp>(&value))
+    return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", t->year, t->month, t->day, t->hour, t->minute, t->second);
+  return std::get<std::string>(value);
+}
 
 // SQLite's statements, on a connection of their own.
 class SqliteStatement : public SqlStatement {
@@ -98,15 +116,11 @@ class SqliteStatement : public SqlStatement {
       result = sqlite3_bind_int64(statement_, parameter, *i);
     } else if (const auto* d = std::get_if<double>(&value)) {
       result = sqlite3_bind_double(statement_, parameter, *d);
-    } else if (const auto* s = std::get_if<std::string>(&value)) {
-      result = sqlite3_bind_text(statement_, parameter, s->data(), static_cast<int>(s->size()), SQLITE_TRANSIENT);
-    } else if (const auto* t = std::get_if<TimeStamp>(&value)) {
-      char text[32];
-      const int n = std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t->year, t->month, t->day,
-                                  t->hour, t->minute, t->second);
-      result = sqlite3_bind_text(statement_, parameter, text, n, SQLITE_TRANSIENT);
-    } else {
+    } else if (is_null(value)) {
       result = sqlite3_bind_null(statement_, parameter);
+    } else {  // text, and times as text
+      const std::string text = parameter_text(value);
+      result = sqlite3_bind_text(statement_, parameter, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
     }
     if (result != SQLITE_OK) throw soci::soci_error(sqlite3_errmsg(db_));
   }
@@ -243,16 +257,140 @@ class SociStatement : public SqlStatement {
   std::deque<Param> params_;  // one per fetch value
 };
 
+// The rows of one SELECT as PostgreSQL sends them, one at a time (libpq's single-row mode), on
+// a connection of its own: the answer of a whole note list is never held at once, and the
+// server computes the next rows while this process writes the lines of the first. The cells
+// are those SOCI would give (integers, numbers, times, text); a column of any other type
+// fails the stream.
+class PostgresqlStream : public RowCursor {
+ public:
+  PostgresqlStream(const std::string& conninfo, const ProviderQuery& query, std::span<const Value> args)
+      : connection_(PQconnectdb(conninfo.c_str()), PQfinish) {
+    if (PQstatus(Connection()) != CONNECTION_OK) Fail(PQerrorMessage(Connection()));
+    // The rows are read at the pace of the lines written: workers that sort ahead of that
+    // would cost the server their start and gain nothing.
+    PQclear(PQexec(Connection(), "SET max_parallel_workers_per_gather = 0"));
+    std::vector<std::string> texts;
+    std::vector<const char*> values;
+    texts.reserve(query.args.size());
+    for (const std::size_t arg : query.args) {
+      texts.push_back(is_null(args[arg]) ? std::string() : parameter_text(args[arg]));
+      values.push_back(is_null(args[arg]) ? nullptr : texts.back().c_str());
+    }
+    if (!PQsendQueryParams(Connection(), query.numbered_sql.c_str(), static_cast<int>(values.size()), nullptr,
+                           values.data(), nullptr, nullptr, 0) ||
+        !PQsetSingleRowMode(Connection()))
+      Fail(PQerrorMessage(Connection()));
+    Advance();  // the first row, or the end: either describes the columns
+    for (int c = 0; c < PQnfields(Result()); ++c) {
+      columns.Add(PQfname(Result(), c));
+      kinds_.push_back(kind_of(PQftype(Result(), c), PQfname(Result(), c)));
+    }
+    pending_ = true;
+  }
+
+  bool Next() override {
+    if (pending_) {
+      pending_ = false;
+    } else if (row_) {
+      Advance();
+    }
+    return row_;
+  }
+
+  Value Cell(std::size_t column) const override {
+    const int c = static_cast<int>(column);
+    if (PQgetisnull(Result(), 0, c)) return std::monostate{};
+    const std::string_view text(PQgetvalue(Result(), 0, c), static_cast<std::size_t>(PQgetlength(Result(), 0, c)));
+    switch (kinds_[column]) {
+      case Kind::Integer: {
+        std::int64_t i = 0;
+        if (std::from_chars(text.data(), text.data() + text.size(), i).ptr == text.data() + text.size()) return i;
+        break;
+      }
+      case Kind::Number: {
+        double d = 0;
+        if (std::from_chars(text.data(), text.data() + text.size(), d).ptr == text.data() + text.size()) return d;
+        break;
+      }
+      case Kind::Time: {
+        TimeStamp t;
+        if (parse_timestamp(std::string(text), t)) return t;
+        break;
+      }
+      case Kind::Text:
+        return std::string(text);
+    }
+    throw soci::soci_error("valor '" + std::string(text) + "' ilegível na coluna '" + PQfname(Result(), c) + "'");
+  }
+
+ private:
+  enum class Kind : std::uint8_t { Integer, Number, Time, Text };
+
+  static Kind kind_of(Oid type, const char* column) {
+    switch (type) {
+      case 20: case 21: case 23: case 26:  // int8, int2, int4, oid
+        return Kind::Integer;
+      case 700: case 701: case 1700:  // float4, float8, numeric
+        return Kind::Number;
+      case 1082: case 1114:  // date, timestamp
+        return Kind::Time;
+      case 18: case 19: case 25: case 1042: case 1043:  // char, name, text, bpchar, varchar
+        return Kind::Text;
+      default:
+        throw soci::soci_error(std::string("a coluna '") + column + "' tem um tipo que a leitura antecipada não lê");
+    }
+  }
+
+  // The next result: a row, or the end of the rows (whose result still describes the columns).
+  void Advance() {
+    PGresult* next = PQgetResult(Connection());
+    if (next == nullptr) {
+      row_ = false;
+      return;
+    }
+    result_.reset(next);
+    switch (PQresultStatus(Result())) {
+      case PGRES_SINGLE_TUPLE:
+        row_ = true;
+        return;
+      case PGRES_TUPLES_OK:
+        row_ = false;
+        while (PGresult* rest = PQgetResult(Connection())) PQclear(rest);
+        return;
+      default:
+        Fail(PQresultErrorMessage(Result()));
+    }
+  }
+
+  [[noreturn]] static void Fail(const char* message) { throw soci::soci_error(message ? message : "?"); }
+  PGconn* Connection() const { return connection_.get(); }
+  PGresult* Result() const { return result_.get(); }
+
+  std::unique_ptr<PGconn, void (*)(PGconn*)> connection_;
+  std::unique_ptr<PGresult, void (*)(PGresult*)> result_{nullptr, PQclear};
+  std::vector<Kind> kinds_;
+  bool row_ = false;      // result_ holds a row
+  bool pending_ = false;  // that row has not been handed out yet
+};
+
 class SociConnection : public SqlConnection {
  public:
-  explicit SociConnection(std::unique_ptr<soci::session> session) : session_(std::move(session)) {}
+  SociConnection(std::unique_ptr<soci::session> session, std::string postgresql_conninfo)
+      : session_(std::move(session)), postgresql_conninfo_(std::move(postgresql_conninfo)) {}
 
   std::unique_ptr<SqlStatement> Prepare(const ProviderQuery& query, std::span<const Value> args) override {
     return std::make_unique<SociStatement>(*session_, query, args);
   }
 
+  std::unique_ptr<RowCursor> Stream(const ProviderQuery& query, std::span<const Value> args) override {
+    if (postgresql_conninfo_.empty()) return SqlConnection::Stream(query, args);
+    return std::make_unique<PostgresqlStream>(postgresql_conninfo_, query, args);
+  }
+
  private:
   std::unique_ptr<soci::session> session_;
+  std::string postgresql_conninfo_;
 };
 
 }  // namespace
@@ -261,8 +399,9 @@ std::unique_ptr<SqlConnection> open_sqlite_reader(const std::string& path) {
   return std::make_unique<SqliteReader>(path);
 }
 
-std::unique_ptr<SqlConnection> soci_connection(std::unique_ptr<soci::session> session) {
-  return std::make_unique<SociConnection>(std::move(session));
+std::unique_ptr<SqlConnection> soci_connection(std::unique_ptr<soci::session> session,
+                                               std::string postgresql_conninfo) {
+  return std::make_unique<SociConnection>(std::move(session), std::move(postgresql_conninfo));
 }
 
 }  // namespace infofiscal

@@ -27,6 +27,7 @@ namespace infofiscal {
 struct ProviderQuery {
   std::string sql;
   std::vector<std::size_t> args;
+  std::string numbered_sql;  // the same with $1, $2, ... (libpq's own placeholders)
 };
 
 // `text` with ASCII letters in upper case: column and field names compare so.
@@ -50,18 +51,25 @@ class ColumnNames {
   std::vector<std::size_t> last_columns_;
 };
 
-// A prepared SELECT. Database errors throw soci::soci_error, as SOCI's own do.
-class SqlStatement {
+// The rows of a SELECT that runs, read one by one. Database errors throw soci::soci_error, as
+// SOCI's own do.
+class RowCursor {
  public:
-  virtual ~SqlStatement() = default;
-  // Binds the fetch's values (each placeholder the one its query names) and runs the SELECT.
-  virtual void Run(std::span<const Value> args) = 0;
+  virtual ~RowCursor() = default;
   // Moves to the next row; false after the last.
   virtual bool Next() = 0;
   // A cell of the current row, in the type the database gave it.
   virtual Value Cell(std::size_t column) const = 0;
 
-  ColumnNames columns;        // known after the first Run
+  ColumnNames columns;  // of a statement, known after its first Run
+};
+
+// A prepared SELECT, run again for every fetch.
+class SqlStatement : public RowCursor {
+ public:
+  // Binds the fetch's values (each placeholder the one its query names) and runs the SELECT.
+  virtual void Run(std::span<const Value> args) = 0;
+
   std::size_t last_cells = 0;  // cells of the last answer: the next one is likely as large
 };
 
@@ -70,6 +78,9 @@ class SqlConnection {
   virtual ~SqlConnection() = default;
   // `query` prepared for values of the kinds of `args` (the SOCI back ends bind by type).
   virtual std::unique_ptr<SqlStatement> Prepare(const ProviderQuery& query, std::span<const Value> args) = 0;
+  // `query` run once with `args`, its rows read as they are needed, alongside every other
+  // statement; its columns are known on return.
+  virtual std::unique_ptr<RowCursor> Stream(const ProviderQuery& query, std::span<const Value> args);
 };
 
 // A read-only connection to the SQLite file at `path`, in one read transaction for the whole run
@@ -77,7 +88,9 @@ class SqlConnection {
 // Throws soci::soci_error for a file that cannot be opened or is no database.
 std::unique_ptr<SqlConnection> open_sqlite_reader(const std::string& path);
 
-// Statements through a SOCI session (PostgreSQL, Firebird).
-std::unique_ptr<SqlConnection> soci_connection(std::unique_ptr<soci::session> session);
+// Statements through a SOCI session (PostgreSQL, Firebird). With `postgresql_conninfo`, the
+// session's own, a Stream reads its rows as the server sends them, on a connection of its own.
+std::unique_ptr<SqlConnection> soci_connection(std::unique_ptr<soci::session> session,
+                                               std::string postgresql_conninfo = {});
 
 }  // namespace infofiscal
