@@ -217,20 +217,15 @@ SELECT * FROM inventarioprodutoregistro WHERE fechamento = 'A' AND cdregistrofis
  ORDER BY cdproduto;
 
 -- Fetching ahead. "-- prefetch: PROVIDER LIST KEY..." answers the per-note PROVIDER for every
--- note of LIST at once: the SELECT takes the list's values and returns PROVIDER's columns with
--- the KEY columns that name the note as PROVIDER's values do, the notes in the list's order
--- (the list's own WHERE and ORDER BY) and the rows of each note in PROVIDER's order. Its rows
--- are read as the notes ask for them. Only PostgreSQL uses these (a round trip per note is
+-- note of LIST at once: the SELECT takes the list's values and returns PROVIDER's columns
+-- (extra ones are ignored) with the KEY columns that name the note as PROVIDER's values do,
+-- the notes in the list's order (the list's own WHERE and ORDER BY) and the rows of each note
+-- in PROVIDER's order. Its rows are read as the notes ask for them. Only PostgreSQL uses these (a round trip per note is
 -- what a server costs). Where one of these fails, leaves a note out or strays from the list's
 -- order, the notes run their provider's own SELECT.
 
 -- prefetch: DspCompra DspListaCompra CDCOMPRA
-SELECT l.cdcompra, l.cdfornecedor, l.modelo, l.serie, l.pde, l.chavenfefornecedor,
-       l.totalcompra, l.desconto, l.totalproduto, l.frete, l.seguro, l.outrasdespesas,
-       l.icms_basecalculo, l.icms_valor, l.icms_st_basecalculo, l.icms_st_valor,
-       l.ipi_valor, l.pis_valor, l.cofins_valor, l.numnf, l.dataemissaonf,
-       l.datarecebimento, l.cdtabcfop, co.codibge AS cdcidadeorigemibge,
-       cd.codibge AS cdcidadedestinoibge
+SELECT l.*, co.codibge AS cdcidadeorigemibge, cd.codibge AS cdcidadedestinoibge
   FROM compraregistro l
   JOIN fornecedor f ON f.cdfornecedor = l.cdfornecedor
   JOIN empresa e ON e.cdempresa = l.cdempresa
@@ -279,11 +274,7 @@ SELECT v.*, v.cditem AS cdprodconsumo, v.descricao AS descproduto
  ORDER BY l.datarecebimento, LENGTH(l.numnf), l.numnf, l.cdcompra, v.itemcompra;
 
 -- prefetch: DspNF_Venda DspListaNotaFiscal CDTIPONOTAFISCAL CDNOTAFISCAL
-SELECT l.cdtiponotafiscal, l.cdnotafiscal, l.cdparte AS cdcliente, l.numserie, l.emissao,
-       l.pde, l.saida, l.chavenfe, l.valortotalnota, l.valordesconto, l.valortotalproduto,
-       l.valorfrete, l.valorseguro, l.valoroutrasdesp, l.icms_basecalculo, l.icms_valor,
-       l.icms_st_basecalculo, l.icms_st_valor, l.ipi_valor, l.pis_valor, l.cofins_valor,
-       l.cdtabcfop
+SELECT l.*, l.cdparte AS cdcliente
   FROM notafiscalregistro l
  WHERE l.cdregistrofiscal = ?2 AND l.tipoprocesso = ?3 AND l.pde IN (2, 3)
  ORDER BY l.emissao, l.cdnotafiscal, l.cdtiponotafiscal;
