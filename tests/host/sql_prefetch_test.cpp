@@ -1,6 +1,8 @@
 // Fetching ahead in the SQL source: the answers of a per-note provider read from one stream for
 // the whole note list are those of its own query, note by note, and any failure falls back to
 // that query, so that an error surfaces at the note where it would have.
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "export/controle_exportacao.h"
@@ -136,6 +138,30 @@ TEST_P(SqlPrefetchTest, AStreamThatCannotRunOrStraysFromTheListLeavesTheNotesToT
     EXPECT_EQ(antecipadas > 0, c.some_streamed) << c.nome;
     EXPECT_LT(antecipadas, 600u - 600u / 7) << c.nome;
   }
+}
+
+TEST_P(SqlPrefetchTest, AListReadAgainHalfwayGetsAStreamOfItsOwn) {
+  // The first stream is left after 100 notes; its connection must not serve the next one
+  // with the rest of its rows.
+  const std::string path = fresh_dir("catalogo-antecipada-de-novo") + "/providers.sql";
+  write_file(path, catalog("0", "0"));
+  SqlSource com(db_->address(), path), sem(db_->address(), path);
+  com.Prefetch(true);
+  sem.Prefetch(false);
+  const std::vector<Value> de = {std::int64_t{1}};
+  const Packet lista = com.fetch({"TabLista", "DspLista", FetchKind::DataRequest, de, kLista});
+  for (std::size_t i = 0; i < 100; ++i) {
+    const std::vector<Value> args = {lista.cells[i]};
+    com.fetch({"TabItens", "DspItens", FetchKind::ParameterOpen, args, kItens});
+  }
+  const Leitura de_novo = ler(com), so_a_nota = ler(sem);
+  EXPECT_EQ(de_novo.erro, "");
+  ASSERT_TRUE(de_novo.itens == so_a_nota.itens);
+  const auto com_itens = [&](std::size_t n) {
+    return static_cast<std::size_t>(std::count_if(so_a_nota.itens.begin(), so_a_nota.itens.begin() + n,
+                                                  [](const auto& itens) { return !itens.empty(); }));
+  };
+  EXPECT_EQ(com.PrefetchedAnswers(), com_itens(100) + com_itens(600));
 }
 
 INSTANTIATE_TEST_SUITE_P(Bancos, SqlPrefetchTest, ::testing::Values("sqlite", "postgresql"));

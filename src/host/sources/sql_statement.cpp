@@ -257,6 +257,37 @@ class SociStatement : public SqlStatement {
   std::deque<Param> params_;  // one per fetch value
 };
 
+using PgConnection = std::unique_ptr<PGconn, void (*)(PGconn*)>;
+
+// The connections of the streams, kept from one stream to the next: a new server process for
+// every stream would map the server's shared memory and grow its working memory afresh.
+class PgConnections {
+ public:
+  explicit PgConnections(std::string conninfo) : conninfo_(std::move(conninfo)) {}
+
+  // An idle connection, or a new one.
+  PgConnection Take() {
+    if (!idle_.empty()) {
+      PgConnection connection = std::move(idle_.back());
+      idle_.pop_back();
+      return connection;
+    }
+    PgConnection connection(PQconnectdb(conninfo_.c_str()), PQfinish);
+    if (PQstatus(connection.get()) != CONNECTION_OK) throw soci::soci_error(PQerrorMessage(connection.get()));
+    // The rows are read at the pace of the lines written: workers that sort ahead of that
+    // would cost the server their start and gain nothing.
+    PQclear(PQexec(connection.get(), "SET max_parallel_workers_per_gather = 0"));
+    return connection;
+  }
+
+  // Takes back a connection whose query is over.
+  void Give(PgConnection connection) { idle_.push_back(std::move(connection)); }
+
+ private:
+  std::string conninfo_;
+  std::vector<PgConnection> idle_;
+};
+
 // The rows of one SELECT as PostgreSQL sends them, one at a time (libpq's single-row mode), on
 // a connection of its own: the answer of a whole note list is never held at once, and the
 // server computes the next rows while this process writes the lines of the first. The cells
@@ -264,12 +295,8 @@ class SociStatement : public SqlStatement {
 // fails the stream.
 class PostgresqlStream : public RowCursor {
  public:
-  PostgresqlStream(const std::string& conninfo, const ProviderQuery& query, std::span<const Value> args)
-      : connection_(PQconnectdb(conninfo.c_str()), PQfinish) {
-    if (PQstatus(Connection()) != CONNECTION_OK) Fail(PQerrorMessage(Connection()));
-    // The rows are read at the pace of the lines written: workers that sort ahead of that
-    // would cost the server their start and gain nothing.
-    PQclear(PQexec(Connection(), "SET max_parallel_workers_per_gather = 0"));
+  PostgresqlStream(PgConnections& pool, const ProviderQuery& query, std::span<const Value> args)
+      : pool_(pool), connection_(pool.Take()) {
     std::vector<std::string> texts;
     std::vector<const char*> values;
     texts.reserve(query.args.size());
@@ -287,6 +314,22 @@ class PostgresqlStream : public RowCursor {
       kinds_.push_back(kind_of(PQftype(Result(), c), PQfname(Result(), c)));
     }
     pending_ = true;
+  }
+
+  // The connection goes back to the pool when what is left of the query can be read without
+  // waiting (a stream read to its end, or one that answered nothing); otherwise it is closed,
+  // which stops the query.
+  ~PostgresqlStream() override {
+    result_.reset();
+    if (!PQconsumeInput(Connection())) return;
+    while (!PQisBusy(Connection())) {
+      PGresult* rest = PQgetResult(Connection());
+      if (rest == nullptr) {
+        if (PQtransactionStatus(Connection()) == PQTRANS_IDLE) pool_.Give(std::move(connection_));
+        return;
+      }
+      PQclear(rest);
+    }
   }
 
   bool Next() override {
@@ -367,7 +410,8 @@ class PostgresqlStream : public RowCursor {
   PGconn* Connection() const { return connection_.get(); }
   PGresult* Result() const { return result_.get(); }
 
-  std::unique_ptr<PGconn, void (*)(PGconn*)> connection_;
+  PgConnections& pool_;
+  PgConnection connection_;
   std::unique_ptr<PGresult, void (*)(PGresult*)> result_{nullptr, PQclear};
   std::vector<Kind> kinds_;
   bool row_ = false;      // result_ holds a row
@@ -377,20 +421,22 @@ class PostgresqlStream : public RowCursor {
 class SociConnection : public SqlConnection {
  public:
   SociConnection(std::unique_ptr<soci::session> session, std::string postgresql_conninfo)
-      : session_(std::move(session)), postgresql_conninfo_(std::move(postgresql_conninfo)) {}
+      : session_(std::move(session)) {
+    if (!postgresql_conninfo.empty()) streams_ = std::make_unique<PgConnections>(std::move(postgresql_conninfo));
+  }
 
   std::unique_ptr<SqlStatement> Prepare(const ProviderQuery& query, std::span<const Value> args) override {
     return std::make_unique<SociStatement>(*session_, query, args);
   }
 
   std::unique_ptr<RowCursor> Stream(const ProviderQuery& query, std::span<const Value> args) override {
-    if (postgresql_conninfo_.empty()) return SqlConnection::Stream(query, args);
-    return std::make_unique<PostgresqlStream>(postgresql_conninfo_, query, args);
+    if (!streams_) return SqlConnection::Stream(query, args);
+    return std::make_unique<PostgresqlStream>(*streams_, query, args);
   }
 
  private:
   std::unique_ptr<soci::session> session_;
-  std::string postgresql_conninfo_;
+  std::unique_ptr<PgConnections> streams_;  // PostgreSQL's
 };
 
 }  // namespace
