@@ -7,7 +7,6 @@
 #include <charconv>
 #include <cmath>
 #include <fstream>
-#include <optional>
 #include <set>
 #include <sstream>
 #include <unordered_map>

@@ -5,7 +5,6 @@
 
 #include <cctype>
 #include <charconv>
-#include <cstdio>
 #include <ctime>
 #include <deque>
 
