@@ -10,27 +10,22 @@ namespace infofiscal {
 
 namespace {
 
-// Huge pages for a block: a large month's text is hundreds of megabytes, and touching it 4 KiB
-// at a time costs about as much as writing it. Only the block's whole huge pages can be.
-void advise_huge_pages(std::string& block) {
-  constexpr std::uintptr_t kHuge = std::uintptr_t{2} << 20;
-  const auto begin = reinterpret_cast<std::uintptr_t>(block.data());
-  const std::uintptr_t first = (begin + kHuge - 1) & ~(kHuge - 1), last = (begin + block.capacity()) & ~(kHuge - 1);
-  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+// `advice` for the whole `unit`-aligned units within [data, data + size).
+void advise(const char* data, std::size_t size, std::uintptr_t unit, int advice) {
+  const auto begin = reinterpret_cast<std::uintptr_t>(data);
+  const std::uintptr_t first = (begin + unit - 1) & ~(unit - 1), last = (begin + size) & ~(unit - 1);
+  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, advice);
 }
 
 // Faults in the pages of a block (on the thread that calls it).
-void populate(char* data, std::size_t size) {
-  constexpr std::uintptr_t kPage = 4096;
-  const auto begin = reinterpret_cast<std::uintptr_t>(data);
-  const std::uintptr_t first = (begin + kPage - 1) & ~(kPage - 1), last = (begin + size) & ~(kPage - 1);
-  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_POPULATE_WRITE);
-}
+void populate(const char* data, std::size_t size) { advise(data, size, 4096, MADV_POPULATE_WRITE); }
 
+// A block in huge pages: a large month's text is hundreds of megabytes, and touching it 4 KiB at
+// a time costs about as much as writing it.
 std::string new_block(std::size_t size) {
   std::string block;
   block.reserve(size);
-  advise_huge_pages(block);
+  advise(block.data(), block.capacity(), std::uintptr_t{2} << 20, MADV_HUGEPAGE);
   return block;
 }
 

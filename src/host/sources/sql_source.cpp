@@ -340,54 +340,63 @@ std::string postgresql_conninfo(const std::string& address) {
   return rest.rfind("//", 0) == 0 ? uri_to_conninfo(address) : rest;
 }
 
-// A writable session on `address` (an SQLite file is created when missing).
-std::unique_ptr<soci::session> open_session(const std::string& address) {
+// Throws for an address that names no database after its scheme.
+void require_database(const std::string& address) {
   const auto [scheme, rest] = split_address(address);
   if (trim(rest).empty())
     throw Error("Endereço de fonte de dados incompleto: '" + address + "' (falta o banco depois de '" + scheme + ":')");
-  std::unique_ptr<soci::session> session;
-  if (scheme == "sqlite") {
-    session = std::make_unique<soci::session>(*soci::factory_sqlite3(), "db=" + connect_value(rest));
-    // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
-    int tables = 0;
-    *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
-  } else if (scheme == "postgresql") {
-    session = std::make_unique<soci::session>(*soci::factory_postgresql(), postgresql_conninfo(address));
-  } else if (scheme == "firebird") {
-    // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
-    const std::string parameters = rest.find('=') != std::string::npos
-                                       ? rest
-                                       : "service=" + connect_value(rest) + " user=SYSDBA charset=UTF8";
-    session = std::make_unique<soci::session>(*soci::factory_firebird(), parameters);
-  } else {
-    throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
+}
+
+[[noreturn]] void cannot_open(const std::string& address, const soci::soci_error& e) {
+  throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
+}
+
+// A writable session on `address` (an SQLite file is created when missing).
+std::unique_ptr<soci::session> open_session(const std::string& address) {
+  require_database(address);
+  const auto [scheme, rest] = split_address(address);
+  try {
+    std::unique_ptr<soci::session> session;
+    if (scheme == "sqlite") {
+      session = std::make_unique<soci::session>(*soci::factory_sqlite3(), "db=" + connect_value(rest));
+      // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
+      int tables = 0;
+      *session << "SELECT count(*) FROM sqlite_master", soci::into(tables);
+    } else if (scheme == "postgresql") {
+      session = std::make_unique<soci::session>(*soci::factory_postgresql(), postgresql_conninfo(address));
+    } else if (scheme == "firebird") {
+      // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
+      const std::string parameters = rest.find('=') != std::string::npos
+                                         ? rest
+                                         : "service=" + connect_value(rest) + " user=SYSDBA charset=UTF8";
+      session = std::make_unique<soci::session>(*soci::factory_firebird(), parameters);
+    } else {
+      throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
+    }
+    return session;
+  } catch (const soci::soci_error& e) {
+    cannot_open(address, e);
   }
-  return session;
 }
 
 // The connection the record source reads through; an SQLite file must exist.
 std::unique_ptr<SqlConnection> open_connection(const std::string& address) {
   const auto [scheme, rest] = split_address(address);
+  if (scheme == "postgresql") return soci_connection(open_session(address), postgresql_conninfo(address));
+  if (scheme != "sqlite") return soci_connection(open_session(address));
+  require_database(address);
+  if (access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
   try {
-    if (scheme == "postgresql") return soci_connection(open_session(address), postgresql_conninfo(address));
-    if (scheme != "sqlite") return soci_connection(open_session(address));
-    if (trim(rest).empty()) open_session(address);  // says the address is incomplete
-    if (access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
     return open_sqlite_reader(rest);
   } catch (const soci::soci_error& e) {
-    throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
+    cannot_open(address, e);
   }
 }
 
 }  // namespace
 
 void run_sql_script(const std::string& address, const std::string& script) {
-  std::unique_ptr<soci::session> session;
-  try {
-    session = open_session(address);
-  } catch (const soci::soci_error& e) {
-    throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
-  }
+  const auto session = open_session(address);
   const std::string scheme = split_address(address).scheme;
   // SQLite would write the file out after every statement of its own: one transaction for
   // the script, which also leaves no half-loaded file behind.
