@@ -1,5 +1,6 @@
 #include "export/arquivo_texto.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -16,9 +17,7 @@
 
 namespace infofiscal {
 
-namespace {
-
-// One iconv conversion descriptor for the life of a call.
+// One iconv conversion descriptor, for the life of its owner.
 class Iconv {
  public:
   Iconv(const char* to, const char* from) : cd_(iconv_open(to, from)) {
@@ -46,6 +45,8 @@ class Iconv {
   iconv_t cd_;
 };
 
+namespace {
+
 // Length of the UTF-8 sequence that starts with `lead` (1 for a stray byte).
 std::size_t utf8_length(unsigned char lead) {
   if (lead >= 0xF0 && lead < 0xF8) return 4;
@@ -71,24 +72,32 @@ std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
 
 }  // namespace
 
-std::string utf8_to_windows1252(std::string_view utf8) {
-  Iconv cd("CP1252", "UTF-8");
-  std::string out;
-  out.reserve(utf8.size());
+void Windows1252::Append(std::string_view utf8, std::string& out) {
   // ASCII is the same in both: copied as it stands, iconv sees only the runs of other bytes.
   for (std::size_t i = 0; i < utf8.size();) {
     const std::size_t ascii = run_end(utf8, i, true);
     out.append(utf8, i, ascii - i);
+    if (ascii == utf8.size()) break;
     i = run_end(utf8, ascii, false);
+    if (!iconv_) iconv_ = std::make_unique<Iconv>("CP1252", "UTF-8");
     const char* in = utf8.data() + ascii;
     std::size_t left = i - ascii;
-    while (!cd.convert(in, left, out)) {
+    while (!iconv_->convert(in, left, out)) {
       const std::size_t skip = std::min(left, utf8_length(static_cast<unsigned char>(*in)));
       out += '?';
       in += skip;
       left -= skip;
     }
   }
+}
+
+Windows1252::Windows1252() = default;
+Windows1252::~Windows1252() = default;
+
+std::string utf8_to_windows1252(std::string_view utf8) {
+  std::string out;
+  out.reserve(utf8.size());
+  Windows1252().Append(utf8, out);
   return out;
 }
 
@@ -125,8 +134,7 @@ std::string normalize_line_breaks(std::string_view text) {
 }
 
 void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
-  normalized_.clear();
-  // Spans between line breaks are copied whole; each CR, LF or CR LF becomes one CR LF (a CR
+  // Spans between line breaks are encoded whole; each CR, LF or CR LF becomes one CR LF (a CR
   // LF split between two pieces included).
   const char* const begin = piece.data();
   const char* const end = begin + piece.size();
@@ -142,19 +150,18 @@ void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
     const char* brk = next_cr && (!next_lf || next_cr < next_lf) ? next_cr : next_lf;
     const char* stop = brk ? brk : end;
     if (stop > p) {
-      normalized_.append(p, stop);
+      encoder_.Append(std::string_view(p, stop - p), out);
       line_open_ = true;
       after_cr_ = false;
     }
     if (!brk) break;
-    normalized_ += "\r\n";
+    out += "\r\n";
     line_open_ = false;
     after_cr_ = *brk == '\r';
     if (brk == next_cr) next_cr = static_cast<const char*>(std::memchr(brk + 1, '\r', end - brk - 1));
     else next_lf = static_cast<const char*>(std::memchr(brk + 1, '\n', end - brk - 1));
     p = brk + 1;
   }
-  out += utf8_to_windows1252(normalized_);
 }
 
 void CodificadorTexto::Finish(std::string& out) {
@@ -235,20 +242,29 @@ std::string save_text_file(const std::string& path, std::string_view text) {
 }
 
 std::string save_string_list(const std::string& path, TStringList& list, bool want_text) {
+  // A piece at a time, so that the encoded bytes are written from a buffer still in the cache.
+  constexpr std::size_t kPiece = std::size_t{1} << 20;
   ArquivoAtomico file(path);
   CodificadorTexto codificador;
   std::string bytes, saved;
-  for (std::string& block : list.TakeBlocks()) {
-    bytes.clear();
-    codificador.Feed(block, bytes);
-    std::string().swap(block);  // the run's memory goes as the file grows
+  bytes.reserve(kPiece + kPiece / 2);
+  const auto write = [&] {
     file.Write(bytes);
     if (want_text) saved += windows1252_to_utf8(bytes);
+    bytes.clear();
+  };
+  for (std::string& block : list.TakeBlocks()) {
+    for (std::size_t at = 0; at < block.size();) {
+      std::size_t cut = std::min(block.size(), at + kPiece);
+      while (cut < block.size() && (static_cast<unsigned char>(block[cut]) & 0xC0) == 0x80) --cut;
+      codificador.Feed(std::string_view(block).substr(at, cut - at), bytes);
+      write();
+      at = cut;
+    }
+    std::string().swap(block);  // the run's memory goes as the file grows
   }
-  bytes.clear();
   codificador.Finish(bytes);
-  file.Write(bytes);
-  if (want_text) saved += bytes;
+  write();
   file.Commit();
   return saved;
 }

@@ -2,12 +2,28 @@
 // at all.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace infofiscal {
 
 class TStringList;
+
+class Iconv;
+
+// UTF-8 to Windows-1252, appended piece by piece; opens the code page's converter only when a
+// piece is not all ASCII.
+class Windows1252 {
+ public:
+  Windows1252();
+  ~Windows1252();
+  // Appends `utf8` in Windows-1252 to `out`; as utf8_to_windows1252 below.
+  void Append(std::string_view utf8, std::string& out);
+
+ private:
+  std::unique_ptr<Iconv> iconv_;
+};
 
 // UTF-8 to Windows-1252; each code point the code page lacks (U+0081, U+008D, U+008F,
 // U+0090 and U+009D included) and each invalid byte becomes one '?'.
@@ -30,7 +46,7 @@ class CodificadorTexto {
   void Finish(std::string& out);
 
  private:
-  std::string normalized_;
+  Windows1252 encoder_;
   bool after_cr_ = false;    // the last character fed was a CR
   bool line_open_ = false;   // characters fed since the last break
 };
