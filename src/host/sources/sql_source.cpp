@@ -449,6 +449,7 @@ struct SqlSource::Stream {
   bool row = false;               // `rows` stands on a row not handed out yet...
   std::size_t position = 0;       // ...of the note at this position of the list
   bool ended = false;
+  std::size_t last_cells = 0;     // in the last note's answer: the next one is about as large
 };
 
 namespace {
@@ -526,6 +527,7 @@ bool SqlSource::FromStream(const FetchRequest& request, Packet& packet) {
   if (!columns) return false;  // its own query names the missing field
   packet.width = request.fields.size();
   packet.cells.clear();
+  packet.cells.reserve(stream.last_cells);
   try {
     // The rows of the notes before this one were asked by nobody; the rows of this one follow.
     while (stream.row || (!stream.ended && NextRow(stream, list))) {
@@ -541,6 +543,7 @@ bool SqlSource::FromStream(const FetchRequest& request, Packet& packet) {
     stream.rows.reset();
     return false;
   }
+  stream.last_cells = packet.cells.size();
   return !packet.cells.empty();  // a note without rows asks the database itself
 }
 
