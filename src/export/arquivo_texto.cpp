@@ -72,6 +72,9 @@ std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
 
 }  // namespace
 
+Windows1252::Windows1252() = default;
+Windows1252::~Windows1252() = default;
+
 void Windows1252::Append(std::string_view utf8, std::string& out) {
   // ASCII is the same in both: copied as it stands, iconv sees only the runs of other bytes.
   for (std::size_t i = 0; i < utf8.size();) {
@@ -90,9 +93,6 @@ void Windows1252::Append(std::string_view utf8, std::string& out) {
     }
   }
 }
-
-Windows1252::Windows1252() = default;
-Windows1252::~Windows1252() = default;
 
 std::string utf8_to_windows1252(std::string_view utf8) {
   std::string out;
@@ -175,6 +175,16 @@ std::filesystem::path folder_of(const std::filesystem::path& target) {
   return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
 }
 
+// The end of the piece of `block` that starts at `at`: just after the last line feed within
+// `size` bytes (after the next one for a longer line). A line feed is ASCII, so the cut cannot
+// change how the text around it encodes.
+std::size_t piece_end(std::string_view block, std::size_t at, std::size_t size) {
+  if (block.size() - at <= size) return block.size();
+  const void* lf = memrchr(block.data() + at, '\n', size);
+  if (lf == nullptr) lf = std::memchr(block.data() + at + size, '\n', block.size() - at - size);
+  return lf == nullptr ? block.size() : static_cast<std::size_t>(static_cast<const char*>(lf) - block.data()) + 1;
+}
+
 }  // namespace
 
 void exigir_pasta_de(const std::string& path) {
@@ -255,11 +265,10 @@ std::string save_string_list(const std::string& path, TStringList& list, bool wa
   };
   for (std::string& block : list.TakeBlocks()) {
     for (std::size_t at = 0; at < block.size();) {
-      std::size_t cut = std::min(block.size(), at + kPiece);
-      while (cut < block.size() && (static_cast<unsigned char>(block[cut]) & 0xC0) == 0x80) --cut;
-      codificador.Feed(std::string_view(block).substr(at, cut - at), bytes);
+      const std::size_t end = piece_end(block, at, kPiece);
+      codificador.Feed(std::string_view(block).substr(at, end - at), bytes);
       write();
-      at = cut;
+      at = end;
     }
     std::string().swap(block);  // the run's memory goes as the file grows
   }

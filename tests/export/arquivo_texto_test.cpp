@@ -117,12 +117,19 @@ TEST(ArquivoTexto, PiecewiseEncodingEqualsTheWholeText) {
 }
 
 TEST(ArquivoTexto, AStringListOfManyBlocksSavesAsItsText) {
-  // Blocks larger than the saver's pieces, of lines mostly of two-byte characters: the pieces
-  // are cut within blocks, next to characters.
+  // Blocks larger than the saver's pieces (a megabyte), so that pieces end within blocks; one
+  // line longer than a piece, of two-byte characters.
   TStringList list(std::size_t{3} << 20);
-  for (int i = 0; i < 120000; ++i) list.Add("[C00]06[/C00][C01]" + std::to_string(i) + "[/C01]çãçãçãçãçãção[C99]38[/C99]");
+  for (int i = 0; i < 120000; ++i) {
+    list.Add("[C00]06[/C00][C01]" + std::to_string(i) + "[/C01]çãçãçãçãçãção[C99]38[/C99]");
+    if (i == 30000) {
+      std::string longa;
+      for (int c = 0; c < 600000; ++c) longa += "ç";
+      list.Add(longa);
+    }
+  }
   ASSERT_GT(list.Blocks().size(), 1u);
-  EXPECT_EQ(list[119999], "[C00]06[/C00][C01]119999[/C01]çãçãçãçãçãção[C99]38[/C99]");
+  EXPECT_EQ(list[120000], "[C00]06[/C00][C01]119999[/C01]çãçãçãçãçãção[C99]38[/C99]");
   const std::filesystem::path dir = std::filesystem::path(::testing::TempDir()) / "arquivo_texto_lista";
   std::filesystem::create_directories(dir);
   const std::string path = (dir / "SpedInformacao.txt").string();
