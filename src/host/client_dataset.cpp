@@ -132,9 +132,13 @@ std::int64_t Field::AsInteger() const {
   const Value& v = value();
   if (const auto* i = std::get_if<std::int64_t>(&v)) return *i;
   if (const auto* s = std::get_if<std::string>(&v)) return text_to_integer(*s);
-  if (const auto* d = std::get_if<double>(&v)) return static_cast<std::int64_t>(std::nearbyint(*d));
-  if (std::holds_alternative<TimeStamp>(v)) throw Error("'" + AsString() + "' não é um valor inteiro válido");
-  return 0;
+  if (const auto* d = std::get_if<double>(&v)) {
+    const double rounded = std::nearbyint(*d);
+    if (rounded >= -0x1p63 && rounded < 0x1p63) return static_cast<std::int64_t>(rounded);
+  }
+  if (std::holds_alternative<std::monostate>(v)) return 0;
+  // A time, or a number past the integers' range.
+  throw Error("'" + AsString() + "' não é um valor inteiro válido");
 }
 
 double Field::AsFloat() const {

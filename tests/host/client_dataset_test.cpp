@@ -58,6 +58,17 @@ TEST(FieldConversions, AsInteger) {
       EXPECT_EQ(e.what(), "'" + std::string(bad) + "' não é um valor inteiro válido");
     }
   }
+  // Numbers past the integers' range, as a database or a snapshot may hold them.
+  for (const double bad : {2.2e47, -1e300, 9223372036854775808.0}) {
+    const auto cell = OneCell(bad, FieldClass::Integer);
+    try {
+      cell.field().AsInteger();
+      ADD_FAILURE() << bad;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.what(), "'" + cell.field().AsString() + "' não é um valor inteiro válido");
+    }
+  }
+  EXPECT_EQ(OneCell(-9223372036854775808.0, FieldClass::Integer).field().AsInteger(), INT64_MIN);
 }
 
 TEST(FieldConversions, AsFloat) {
