@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -229,6 +231,10 @@ void ArquivoAtomico::Write(std::string_view bytes) {
   }
 }
 
+void ArquivoAtomico::StartWriteback() {
+  if (fd_ >= 0) ::sync_file_range(fd_, 0, 0, SYNC_FILE_RANGE_WRITE);  // a hint: its failure changes nothing
+}
+
 void ArquivoAtomico::Commit() {
   if (fd_ < 0) Fail("arquivo já fechado");
   if (::fchmod(fd_, 0644) != 0 || ::fsync(fd_) != 0) Fail(errno_text());
@@ -251,31 +257,81 @@ std::string save_text_file(const std::string& path, std::string_view text) {
   return windows1252_to_utf8(bytes);
 }
 
-std::string save_string_list(const std::string& path, TStringList& list, bool want_text) {
+GravacaoDaLista::GravacaoDaLista(std::string path, TStringList& list, bool keep_text)
+    : path_(std::move(path)), list_(list), keep_text_(keep_text) {
+  try {
+    writer_ = std::thread([this] { Work(); });
+  } catch (const std::system_error&) {
+    return;  // no thread to spare: Concluir writes the whole list
+  }
+  list_.OnBlockFull([this](std::string_view block) {
+    {
+      const std::lock_guard<std::mutex> lock(mutex_);
+      queue_.push_back(block);
+    }
+    queued_.notify_one();
+  });
+}
+
+GravacaoDaLista::~GravacaoDaLista() { Stop(); }
+
+void GravacaoDaLista::Stop() {
+  list_.OnBlockFull(nullptr);
+  if (!writer_.joinable()) return;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    stopping_ = true;
+  }
+  queued_.notify_one();
+  writer_.join();
+}
+
+void GravacaoDaLista::Work() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  for (;;) {
+    queued_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
+    if (stopping_ || failure_) return;
+    const std::string_view block = queue_.front();
+    queue_.pop_front();
+    lock.unlock();
+    try {
+      Write(block);
+    } catch (...) {
+      failure_ = std::current_exception();
+    }
+    lock.lock();
+  }
+}
+
+void GravacaoDaLista::Write(std::string_view block) {
   // A piece at a time, so that the encoded bytes are written from a buffer still in the cache.
   constexpr std::size_t kPiece = std::size_t{1} << 20;
-  ArquivoAtomico file(path);
-  CodificadorTexto codificador;
-  std::string bytes, saved;
-  bytes.reserve(kPiece + kPiece / 2);
-  const auto write = [&] {
-    file.Write(bytes);
-    if (want_text) saved += windows1252_to_utf8(bytes);
-    bytes.clear();
-  };
-  for (std::string& block : list.TakeBlocks()) {
-    for (std::size_t at = 0; at < block.size();) {
-      const std::size_t end = piece_end(block, at, kPiece);
-      codificador.Feed(std::string_view(block).substr(at, end - at), bytes);
-      write();
-      at = end;
-    }
-    std::string().swap(block);  // the run's memory goes as the file grows
+  if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);
+  for (std::size_t at = 0; at < block.size();) {
+    const std::size_t end = piece_end(block, at, kPiece);
+    bytes_.clear();
+    codificador_.Feed(block.substr(at, end - at), bytes_);
+    file_->Write(bytes_);
+    if (keep_text_) saved_ += windows1252_to_utf8(bytes_);
+    at = end;
   }
-  codificador.Finish(bytes);
-  write();
-  file.Commit();
-  return saved;
+  file_->StartWriteback();
+  ++written_;
+}
+
+std::string GravacaoDaLista::Concluir() {
+  Stop();
+  if (failure_) std::rethrow_exception(failure_);
+  const std::vector<std::string>& blocks = list_.Blocks();
+  for (std::size_t b = written_; b < blocks.size(); ++b) Write(blocks[b]);
+  if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);  // an empty list: an empty file
+  bytes_.clear();
+  codificador_.Finish(bytes_);
+  file_->Write(bytes_);
+  saved_ += bytes_;
+  file_->Commit();
+  list_.Clear();
+  return keep_text_ ? std::move(saved_) : std::string();
 }
 
 }  // namespace infofiscal

@@ -2,9 +2,14 @@
 // at all.
 #pragma once
 
+#include <condition_variable>
+#include <deque>
+#include <exception>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
 
 namespace infofiscal {
 
@@ -67,6 +72,9 @@ class ArquivoAtomico {
   ArquivoAtomico& operator=(const ArquivoAtomico&) = delete;
 
   void Write(std::string_view bytes);
+  // Asks the system to start writing what was written so far to disk, so that Commit has less
+  // left to wait for.
+  void StartWriteback();
   // Flushes to disk and renames the temporary over the target.
   void Commit();
 
@@ -87,9 +95,43 @@ void write_file_atomically(const std::string& path, std::string_view bytes);
 // '?' there too): that is what the converter is given.
 std::string save_text_file(const std::string& path, std::string_view text);
 
-// The same for the run's string list, block by block, without assembling its text; the list
-// is left empty, each block freed once written. Returns the saved text only when `want_text`
-// (the converter needs it), else an empty string.
-std::string save_string_list(const std::string& path, TStringList& list, bool want_text);
+// Saves the run's string list as save_text_file saves a text, while the run is still filling
+// it: each block the list is done with is encoded and written on another thread, so that a
+// large month ends with only its last block to write. Attach it before the list is filled (the
+// run clears the list first); nothing is opened before the first block is written. Destroyed
+// without Concluir (a run that failed), it leaves any earlier file as it was and no temporary.
+class GravacaoDaLista {
+ public:
+  // With `keep_text`, Concluir returns the saved text (the converter needs it).
+  GravacaoDaLista(std::string path, TStringList& list, bool keep_text);
+  ~GravacaoDaLista();
+  GravacaoDaLista(const GravacaoDaLista&) = delete;
+  GravacaoDaLista& operator=(const GravacaoDaLista&) = delete;
+
+  // Writes the rest of the list, flushes, renames over the target and empties the list.
+  // Returns the saved text read back as UTF-8 when kept, else an empty string. Throws the
+  // first failure of the writing, as an Error naming the file.
+  std::string Concluir();
+
+ private:
+  void Write(std::string_view block);  // encodes and writes one block
+  void Work();                         // the writer thread: the blocks queued, in order
+  void Stop();                         // the writer thread ends after its current block
+
+  std::string path_;
+  TStringList& list_;
+  bool keep_text_;
+  std::unique_ptr<ArquivoAtomico> file_;
+  CodificadorTexto codificador_;
+  std::string bytes_, saved_;
+  std::size_t written_ = 0;  // blocks of the list written
+
+  std::mutex mutex_;
+  std::condition_variable queued_;
+  std::deque<std::string_view> queue_;
+  bool stopping_ = false;
+  std::exception_ptr failure_;
+  std::thread writer_;
+};
 
 }  // namespace infofiscal

@@ -41,6 +41,7 @@ void TStringList::Add(std::string_view line) {
 }
 
 void TStringList::NewBlock(std::size_t needed) {
+  if (on_full_ && !blocks_.empty()) on_full_(blocks_.back());
   const bool spare = spare_ready_.valid();
   if (spare) spare_ready_.get();
   if (spare && spare_.capacity() >= needed) {
@@ -56,12 +57,6 @@ void TStringList::NewBlock(std::size_t needed) {
     spare_ready_ = {};  // no thread to spare: the block's pages are faulted in as it fills
     std::string().swap(spare_);
   }
-}
-
-std::vector<std::string> TStringList::TakeBlocks() {
-  std::vector<std::string> blocks = std::move(blocks_);
-  Clear();
-  return blocks;
 }
 
 void TStringList::Clear() {

@@ -2,10 +2,12 @@
 //
 // Lines are kept in large blocks, each line followed by CR LF, so a month of a million lines
 // costs one allocation per 32 MiB and never a copy of everything when the list grows;
-// the file is written block by block (Blocks) without ever assembling the whole text.
+// the file is written block by block (OnBlockFull, Blocks) without ever assembling the whole
+// text.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <future>
 #include <string>
 #include <string_view>
@@ -31,9 +33,9 @@ class TStringList {
   std::string Text() const;
   // The text in order, as consecutive blocks that each end at the end of a line.
   const std::vector<std::string>& Blocks() const { return blocks_; }
-  // Moves the blocks out and leaves the list empty, so that a saver can free each block as
-  // soon as it is written.
-  std::vector<std::string> TakeBlocks();
+  // Calls `full` with each block the list is done with (it has started the next), in order,
+  // on the thread that adds the lines. Such a block stays as it is until the next Clear.
+  void OnBlockFull(std::function<void(std::string_view)> full) { on_full_ = std::move(full); }
 
  private:
   static constexpr std::size_t kBlockSize = std::size_t{32} << 20;
@@ -45,6 +47,7 @@ class TStringList {
   std::size_t block_size_;
   std::vector<std::string> blocks_;
   std::vector<Where> lines_;
+  std::function<void(std::string_view)> on_full_;
   // A large list's next block, its pages faulted in on another thread while this one fills
   // the current block: the kernel's zeroing of new memory is a tenth of a large month's run.
   std::string spare_;

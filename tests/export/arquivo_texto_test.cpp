@@ -116,10 +116,9 @@ TEST(ArquivoTexto, PiecewiseEncodingEqualsTheWholeText) {
   }
 }
 
-TEST(ArquivoTexto, AStringListOfManyBlocksSavesAsItsText) {
-  // Blocks larger than the saver's pieces (a megabyte), so that pieces end within blocks; one
-  // line longer than a piece, of two-byte characters.
-  TStringList list(std::size_t{3} << 20);
+// Fills a list of blocks larger than the saver's pieces (a megabyte), so that pieces end within
+// blocks, with lines mostly of two-byte characters and one line longer than a piece.
+void fill(TStringList& list) {
   for (int i = 0; i < 120000; ++i) {
     list.Add("[C00]06[/C00][C01]" + std::to_string(i) + "[/C01]çãçãçãçãçãção[C99]38[/C99]");
     if (i == 30000) {
@@ -128,15 +127,58 @@ TEST(ArquivoTexto, AStringListOfManyBlocksSavesAsItsText) {
       list.Add(longa);
     }
   }
-  ASSERT_GT(list.Blocks().size(), 1u);
-  EXPECT_EQ(list[120000], "[C00]06[/C00][C01]119999[/C01]çãçãçãçãçãção[C99]38[/C99]");
-  const std::filesystem::path dir = std::filesystem::path(::testing::TempDir()) / "arquivo_texto_lista";
-  std::filesystem::create_directories(dir);
+}
+
+TEST(ArquivoTexto, AListSavedWhileItIsFilledSavesAsItsText) {
+  const fs::path dir = fs::path(::testing::TempDir()) / "arquivo_texto_lista";
+  fs::remove_all(dir);
+  fs::create_directories(dir);
   const std::string path = (dir / "SpedInformacao.txt").string();
-  const std::string text = list.Text();
-  EXPECT_TRUE(save_string_list(path, list, true) == text);
-  EXPECT_TRUE(read(path) == utf8_to_windows1252(text));
-  EXPECT_EQ(list.Count(), 0u) << "each block is freed once written";
+  for (const bool keep_text : {true, false}) {
+    TStringList list(std::size_t{3} << 20);
+    GravacaoDaLista gravacao(path, list, keep_text);
+    list.Clear();  // as a run starts
+    fill(list);
+    ASSERT_GT(list.Blocks().size(), 2u);
+    EXPECT_EQ(list[120000], "[C00]06[/C00][C01]119999[/C01]çãçãçãçãçãção[C99]38[/C99]");
+    const std::string text = list.Text();
+    EXPECT_TRUE(gravacao.Concluir() == (keep_text ? text : std::string()));
+    EXPECT_TRUE(read(path) == utf8_to_windows1252(text));
+    EXPECT_EQ(list.Count(), 0u);
+  }
+  // A list filled before the saver came: all of it is written at the end.
+  TStringList list;
+  list.Add("anterior");
+  EXPECT_EQ(GravacaoDaLista(path, list, true).Concluir(), "anterior\r\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);  // no temporary left
+}
+
+TEST(ArquivoTexto, AListWhoseRunFailsOrCannotBeSavedLeavesTheEarlierFile) {
+  const fs::path dir = fs::path(::testing::TempDir()) / "arquivo_texto_lista_falha";
+  fs::remove_all(dir);
+  fs::create_directories(dir);
+  const std::string path = (dir / "SpedInformacao.txt").string();
+  save_text_file(path, "anterior");
+  {
+    // A run that fails after blocks were written: the saver goes without Concluir.
+    TStringList list(std::size_t{3} << 20);
+    GravacaoDaLista gravacao(path, list, false);
+    fill(list);
+  }
+  // A folder that does not exist: the run goes on, the save says why it could not be done.
+  const fs::path missing = dir / "nao-existe" / "SpedInformacao.txt";
+  TStringList list(std::size_t{3} << 20);
+  GravacaoDaLista gravacao(missing.string(), list, false);
+  fill(list);
+  try {
+    gravacao.Concluir();
+    FAIL();
+  } catch (const Error& e) {
+    EXPECT_EQ(std::string(e.what()), "A pasta '" + missing.parent_path().string() + "' não existe: o arquivo '" +
+                                         missing.string() + "' não foi gravado");
+  }
+  EXPECT_EQ(read(path), "anterior\r\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);
 }
 
 }  // namespace
