@@ -262,7 +262,7 @@ GravacaoDaLista::GravacaoDaLista(std::string path, TStringList& list, bool keep_
   try {
     writer_ = std::thread([this] { Work(); });
   } catch (const std::system_error&) {
-    return;  // no thread to spare: Concluir writes the whole list
+    return;  // no thread to spare: Commit writes the whole list
   }
   list_.OnBlockFull([this](std::string_view block) {
     {
@@ -319,7 +319,7 @@ void GravacaoDaLista::Write(std::string_view block) {
   ++written_;
 }
 
-std::string GravacaoDaLista::Concluir() {
+std::string GravacaoDaLista::Commit() {
   Stop();
   if (failure_) std::rethrow_exception(failure_);
   const std::vector<std::string>& blocks = list_.Blocks();

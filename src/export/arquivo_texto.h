@@ -99,10 +99,10 @@ std::string save_text_file(const std::string& path, std::string_view text);
 // it: each block the list is done with is encoded and written on another thread, so that a
 // large month ends with only its last block to write. Attach it before the list is filled (the
 // run clears the list first); nothing is opened before the first block is written. Destroyed
-// without Concluir (a run that failed), it leaves any earlier file as it was and no temporary.
+// without Commit (a run that failed), it leaves any earlier file as it was and no temporary.
 class GravacaoDaLista {
  public:
-  // With `keep_text`, Concluir returns the saved text (the converter needs it).
+  // With `keep_text`, Commit returns the saved text (the converter needs it).
   GravacaoDaLista(std::string path, TStringList& list, bool keep_text);
   ~GravacaoDaLista();
   GravacaoDaLista(const GravacaoDaLista&) = delete;
@@ -111,7 +111,7 @@ class GravacaoDaLista {
   // Writes the rest of the list, flushes, renames over the target and empties the list.
   // Returns the saved text read back as UTF-8 when kept, else an empty string. Throws the
   // first failure of the writing, as an Error naming the file.
-  std::string Concluir();
+  std::string Commit();
 
  private:
   void Write(std::string_view block);  // encodes and writes one block

@@ -25,7 +25,7 @@ std::string ControleExportacao::GerarInformacao(const std::string& base, int ACo
   // The file is written while the run fills the list; a run that fails leaves no file.
   GravacaoDaLista gravacao(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo, !SomenteInformacao);
   oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
-  std::string texto = gravacao.Concluir();
+  std::string texto = gravacao.Commit();
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
   return tipo == 1 || tipo == 2 ? texto : std::string();
 }

@@ -142,14 +142,14 @@ TEST(ArquivoTexto, AListSavedWhileItIsFilledSavesAsItsText) {
     ASSERT_GT(list.Blocks().size(), 2u);
     EXPECT_EQ(list[120000], "[C00]06[/C00][C01]119999[/C01]çãçãçãçãçãção[C99]38[/C99]");
     const std::string text = list.Text();
-    EXPECT_TRUE(gravacao.Concluir() == (keep_text ? text : std::string()));
+    EXPECT_TRUE(gravacao.Commit() == (keep_text ? text : std::string()));
     EXPECT_TRUE(read(path) == utf8_to_windows1252(text));
     EXPECT_EQ(list.Count(), 0u);
   }
   // A list filled before the saver came: all of it is written at the end.
   TStringList list;
   list.Add("anterior");
-  EXPECT_EQ(GravacaoDaLista(path, list, true).Concluir(), "anterior\r\n");
+  EXPECT_EQ(GravacaoDaLista(path, list, true).Commit(), "anterior\r\n");
   EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);  // no temporary left
 }
 
@@ -160,7 +160,7 @@ TEST(ArquivoTexto, AListWhoseRunFailsOrCannotBeSavedLeavesTheEarlierFile) {
   const std::string path = (dir / "SpedInformacao.txt").string();
   save_text_file(path, "anterior");
   {
-    // A run that fails after blocks were written: the saver goes without Concluir.
+    // A run that fails after blocks were written: the saver goes without Commit.
     TStringList list(std::size_t{3} << 20);
     GravacaoDaLista gravacao(path, list, false);
     fill(list);
@@ -171,7 +171,7 @@ TEST(ArquivoTexto, AListWhoseRunFailsOrCannotBeSavedLeavesTheEarlierFile) {
   GravacaoDaLista gravacao(missing.string(), list, false);
   fill(list);
   try {
-    gravacao.Concluir();
+    gravacao.Commit();
     FAIL();
   } catch (const Error& e) {
     EXPECT_EQ(std::string(e.what()), "A pasta '" + missing.parent_path().string() + "' não existe: o arquivo '" +
