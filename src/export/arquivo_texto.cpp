@@ -309,14 +309,18 @@ void GravacaoDaLista::Write(std::string_view block) {
   if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);
   for (std::size_t at = 0; at < block.size();) {
     const std::size_t end = piece_end(block, at, kPiece);
-    bytes_.clear();
     codificador_.Feed(block.substr(at, end - at), bytes_);
-    file_->Write(bytes_);
-    if (keep_text_) saved_ += windows1252_to_utf8(bytes_);
+    WriteBytes();
     at = end;
   }
   file_->StartWriteback();
   ++written_;
+}
+
+void GravacaoDaLista::WriteBytes() {
+  file_->Write(bytes_);
+  if (keep_text_) saved_ += windows1252_to_utf8(bytes_);
+  bytes_.clear();
 }
 
 std::string GravacaoDaLista::Commit() {
@@ -325,10 +329,8 @@ std::string GravacaoDaLista::Commit() {
   const std::vector<std::string>& blocks = list_.Blocks();
   for (std::size_t b = written_; b < blocks.size(); ++b) Write(blocks[b]);
   if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);  // an empty list: an empty file
-  bytes_.clear();
   codificador_.Finish(bytes_);
-  file_->Write(bytes_);
-  saved_ += bytes_;
+  WriteBytes();
   file_->Commit();
   list_.Clear();
   return keep_text_ ? std::move(saved_) : std::string();

@@ -115,6 +115,7 @@ class GravacaoDaLista {
 
  private:
   void Write(std::string_view block);  // encodes and writes one block
+  void WriteBytes();                   // writes (and keeps) the bytes encoded so far
   void Work();                         // the writer thread: the blocks queued, in order
   void Stop();                         // the writer thread ends after its current block
 
