@@ -74,9 +74,9 @@ SELECT c.cdcompra, k.i,
        (180 + (c.cdcompra * 31 + k.i * 17) % 40000) * 18 / 100 / 100.0, 0, 0, '49', '999', 0, 0,
        '50', 1.65, (180 + (c.cdcompra * 31 + k.i * 17) % 40000) / 100.0, 0, 0, 0.33,
        '50', 7.6, (180 + (c.cdcompra * 31 + k.i * 17) % 40000) / 100.0, 0, 0, 1.52
-  FROM compra c CROSS JOIN bench_escala e
-  JOIN bench_n k ON k.i <= e.itens_compra
- WHERE c.cdcompra > 100000;
+  FROM compra c CROSS JOIN bench_escala e CROSS JOIN bench_n k
+ WHERE k.i <= e.itens_compra AND c.cdcompra > 100000
+ ORDER BY c.cdcompra, k.i;
 
 -- Outgoing notes: the five kinds in turn (sales of goods most of all), parties by role.
 INSERT INTO notafiscal (cdtiponotafiscal, cdnotafiscal, cdempresa, cdparte, numserie, emissao, saida, pde, chavenfe,
@@ -106,9 +106,9 @@ SELECT n.cdtiponotafiscal, n.cdnotafiscal, k.i,
        (120 + (n.cdnotafiscal * 29 + k.i * 13) % 90000) * 18 / 100 / 100.0, 0, 0, '53', '999', 0, 0,
        '01', 1.65, (120 + (n.cdnotafiscal * 29 + k.i * 13) % 90000) / 100.0, 0, 0, 0.5,
        '01', 7.6, (120 + (n.cdnotafiscal * 29 + k.i * 13) % 90000) / 100.0, 0, 0, 2.25
-  FROM notafiscal n CROSS JOIN bench_escala e
-  JOIN bench_n k ON k.i <= e.itens_saida
- WHERE n.cdnotafiscal > 100000;
+  FROM notafiscal n CROSS JOIN bench_escala e CROSS JOIN bench_n k
+ WHERE k.i <= e.itens_saida AND n.cdnotafiscal > 100000
+ ORDER BY n.cdtiponotafiscal, n.cdnotafiscal, k.i;
 
 -- Voided numbers, after the notes' numbers.
 INSERT INTO nfeinutilizada (cdnfe_inutilizado, cdempresa, data, justificativa)
