@@ -22,12 +22,13 @@ std::string ControleExportacao::CaminhoInformacao(const std::string& base) {
 std::string ControleExportacao::GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda) {
   oExportaInfoFiscal.PROC_LinhaInfo_B(LinhaInfo);
   oExportaInfoFiscal.PROC_Progresso_B(Progresso);
-  // The file is written while the run fills the list; a run that fails leaves no file.
-  GravacaoDaLista gravacao(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo, !SomenteInformacao);
-  oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
-  std::string texto = gravacao.Commit();
+  // Only a register with a converter needs the text back.
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
-  return tipo == 1 || tipo == 2 ? texto : std::string();
+  const bool converte = !SomenteInformacao && (tipo == 1 || tipo == 2);
+  // The file is written while the run fills the list; a run that fails leaves no file.
+  GravacaoDaLista gravacao(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo, converte);
+  oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
+  return gravacao.Commit();
 }
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const {
