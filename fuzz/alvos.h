@@ -19,10 +19,10 @@
 
 #include "export/obj_exportainfofiscal.h"
 #include "fiscal/efd.h"
-#include "fiscal/informacao.h"
+#include "informacao/informacao.h"
 #include "fiscal/sintegra.h"
 #include "host/client_dataset.h"
-#include "host/error.h"
+#include "base/error.h"
 #include "host/sources/snapshot_source.h"
 
 namespace infofiscal::fuzz {

@@ -17,12 +17,13 @@
 
 #include "cli/opcoes.h"
 #include "cli/progresso.h"
-#include "export/arquivo_texto.h"
+#include "base/arquivo_atomico.h"
+#include "base/pagina_codigo.h"
 #include "export/controle_exportacao.h"
 #include "fiscal/efd.h"
 #include "fiscal/sintegra.h"
-#include "host/arquivo_fiscal.h"
-#include "host/error.h"
+#include "fiscal/arquivo_fiscal.h"
+#include "base/error.h"
 #include "host/sources/recording_source.h"
 
 namespace infofiscal {
@@ -30,7 +31,7 @@ namespace {
 
 struct OpcoesExportar : OpcoesRegistro {
   std::string arquivo_fiscal, gravar_snapshot, progresso = "auto";
-  bool somente_informacao = false;
+  bool somente_informacao = false, sem_leitura_antecipada = false;
 };
 
 // A mistake in how the command was called: exit status 2.
@@ -49,7 +50,8 @@ int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
   if (!o.gravar_snapshot.empty()) exigir_pasta_de(o.gravar_snapshot);
-  const auto live = open_record_source(o.fonte);
+  const auto live =
+      open_record_source(o.fonte, o.sem_leitura_antecipada ? LeituraAntecipada::Desligada : LeituraAntecipada::Padrao);
   std::unique_ptr<RecordingSource> gravador;
   RecordSource* fonte = live.get();
   if (!o.gravar_snapshot.empty()) fonte = (gravador = std::make_unique<RecordingSource>(*live)).get();
@@ -140,6 +142,8 @@ int principal(int argc, char** argv) {
   exp->add_option("--progresso", o.progresso, "Progresso em stderr: auto, barra, linhas ou nada")
       ->check(um_de({"auto", "barra", "linhas", "nada"}));
   exp->add_option("--gravar-snapshot", o.gravar_snapshot, "Grava as respostas da fonte neste snapshot JSON");
+  exp->add_flag("--sem-leitura-antecipada", o.sem_leitura_antecipada,
+                "Consulta cada nota à parte, sem ler adiante a lista inteira (para medir o que a leitura antecipada ganha)");
 
   int tipo = 1;
   std::string informacao, saida, progresso = "auto";

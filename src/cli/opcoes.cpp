@@ -8,7 +8,7 @@
 #include <fmt/ranges.h>
 
 #include "host/client_dataset.h"
-#include "host/error.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "export/arquivo_texto.h"
-#include "host/arquivo_fiscal.h"
+#include "base/gravacao_texto.h"
+#include "fiscal/arquivo_fiscal.h"
 
 namespace infofiscal {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "export/dtm_a_padrao.h"
+#include "registers/dtm_a_padrao.h"
 #include "registers/header/dtm_a_registrofiscal.h"
 #include "registers/header/dtm_a_tabcontador.h"
 #include "registers/header/dtm_a_tabempresa.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "host/framework.h"
 
 namespace infofiscal {

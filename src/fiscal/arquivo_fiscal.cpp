@@ -1,6 +1,6 @@
-#include "host/arquivo_fiscal.h"
+#include "fiscal/arquivo_fiscal.h"
 
-#include "export/arquivo_texto.h"
+#include "base/arquivo_atomico.h"
 #include "fiscal/efd.h"
 #include "fiscal/sintegra.h"
 

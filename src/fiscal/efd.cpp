@@ -6,11 +6,11 @@
 
 #include <fmt/format.h>
 
-#include "export/arquivo_texto.h"
+#include "base/pagina_codigo.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
-#include "fiscal/informacao.h"
-#include "host/error.h"
+#include "informacao/informacao.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
-#include "export/arquivo_texto.h"
-#include "host/dates.h"
-#include "host/error.h"
+#include "base/pagina_codigo.h"
+#include "base/value.h"
+#include "base/error.h"
 
 namespace infofiscal::efd {
 

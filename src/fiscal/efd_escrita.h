@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "fiscal/efd_layout.h"
-#include "host/value.h"
+#include "base/value.h"
 
 namespace infofiscal::efd {
 

@@ -10,7 +10,7 @@
 #include "fiscal/efd.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
-#include "host/dates.h"
+#include "base/value.h"
 
 namespace infofiscal {
 

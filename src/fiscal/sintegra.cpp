@@ -2,7 +2,7 @@
 
 #include "fiscal/sintegra_conversor.h"
 #include "fiscal/sintegra_validador.h"
-#include "host/error.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "fiscal/informacao.h"
+#include "informacao/informacao.h"
 #include "fiscal/sintegra_registro.h"
 #include "host/framework.h"
 

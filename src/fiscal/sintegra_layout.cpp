@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "host/error.h"
+#include "base/error.h"
 
 namespace infofiscal::sintegra {
 

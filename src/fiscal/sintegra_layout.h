@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/value.h"
+#include "base/value.h"
 
 namespace infofiscal::sintegra {
 

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "host/error.h"
+#include "base/error.h"
 
 namespace infofiscal::sintegra {
 

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "host/dates.h"
+#include "base/value.h"
 
 namespace infofiscal::sintegra {
 

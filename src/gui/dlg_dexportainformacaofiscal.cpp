@@ -10,7 +10,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "export/renderings.h"
+#include "base/renderings.h"
 
 namespace infofiscal {
 

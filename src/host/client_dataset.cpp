@@ -3,8 +3,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "export/renderings.h"
-#include "host/error.h"
+#include "base/renderings.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

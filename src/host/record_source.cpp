@@ -1,6 +1,6 @@
 #include "host/record_source.h"
 
-#include "host/error.h"
+#include "base/error.h"
 #include "host/sources/snapshot_source.h"
 #include "host/sources/sql_source.h"
 
@@ -10,13 +10,13 @@ std::string missing_field_message(std::string_view field, std::string_view datas
   return "Campo '" + std::string(field) + "' não encontrado em " + std::string(dataset);
 }
 
-std::unique_ptr<RecordSource> open_record_source(const std::string& address) {
+std::unique_ptr<RecordSource> open_record_source(const std::string& address, LeituraAntecipada leitura) {
   const auto colon = address.find(':');
   const std::string scheme = colon == std::string::npos ? "" : address.substr(0, colon);
   const std::string rest = colon == std::string::npos ? "" : address.substr(colon + 1);
   if (scheme == "snapshot") return std::make_unique<SnapshotSource>(rest);
   if (scheme == "sqlite" || scheme == "postgresql" || scheme == "firebird")
-    return open_sql_source(scheme, rest, address);
+    return open_sql_source(address, leitura);
   throw Error("Endereço de fonte de dados desconhecido: '" + address +
               "' (use sqlite:ARQUIVO, postgresql:CONEXAO, firebird:BANCO ou snapshot:ARQUIVO.json)");
 }

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/value.h"
+#include "base/value.h"
 
 namespace infofiscal {
 
@@ -54,9 +54,14 @@ class RecordSource {
   virtual Packet fetch(const FetchRequest& request) = 0;
 };
 
+// Whether an SQL source fetches a note list's answers ahead (its back end's default: on for
+// PostgreSQL, off for the others) or never, which the benchmark uses to measure what it gains.
+enum class LeituraAntecipada { Padrao, Desligada };
+
 // Opens the back end that an address names: "snapshot:FILE.json", "sqlite:PATH",
 // "postgresql:..." or "postgresql://...", "firebird:...". Throws Error for an unknown or
 // unusable address.
-std::unique_ptr<RecordSource> open_record_source(const std::string& address);
+std::unique_ptr<RecordSource> open_record_source(const std::string& address,
+                                                 LeituraAntecipada leitura = LeituraAntecipada::Padrao);
 
 }  // namespace infofiscal

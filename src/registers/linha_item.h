@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "export/register_line.h"
+#include "registers/register_line.h"
 
 namespace infofiscal {
 

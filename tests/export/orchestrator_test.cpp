@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/error.h"
+#include "base/error.h"
 #include "support/fixture.h"
 
 namespace infofiscal {

@@ -15,8 +15,9 @@
 
 #include "faults/support.h"
 #include "fiscal/sintegra_dados.h"
-#include "host/error.h"
+#include "base/error.h"
 #include "host/sources/sql_source.h"
+#include "support/script_sql.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/fixture.h"

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "fiscal/efd_informacao.h"
-#include "host/error.h"
+#include "base/error.h"
 #include "support/cli.h"
 #include "support/golden.h"
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "fiscal/sintegra_layout.h"
-#include "host/error.h"
+#include "base/error.h"
 
 namespace infofiscal::sintegra {
 namespace {

@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "export/arquivo_texto.h"
+#include "base/pagina_codigo.h"
 #include "fiscal/sintegra.h"
 #include "fiscal/sintegra_dados.h"
-#include "host/error.h"
+#include "base/error.h"
 #include "support/cli.h"
 #include "support/golden.h"
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "export/dtm_a_padrao.h"
-#include "host/error.h"
+#include "registers/dtm_a_padrao.h"
+#include "base/error.h"
 #include "support/fixture.h"
 
 namespace infofiscal {

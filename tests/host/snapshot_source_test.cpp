@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "host/client_dataset.h"
-#include "host/error.h"
+#include "base/error.h"
 #include "support/fixture.h"
 
 namespace infofiscal {

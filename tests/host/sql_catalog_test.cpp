@@ -4,7 +4,7 @@
 
 #include <sstream>
 
-#include "host/error.h"
+#include "base/error.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "host/sources/recording_source.h"

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "export/controle_exportacao.h"
-#include "host/error.h"
+#include "base/error.h"
 #include "host/sql_support.h"
 #include "host/sources/sql_source.h"
 #include "support/cli.h"

@@ -5,9 +5,10 @@
 
 #include <fstream>
 
-#include "host/error.h"
+#include "base/error.h"
 #include "host/sql_support.h"
 #include "host/sources/sql_source.h"
+#include "support/script_sql.h"
 #include "support/cli.h"
 
 namespace infofiscal {

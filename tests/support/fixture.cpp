@@ -1,6 +1,6 @@
 #include "support/fixture.h"
 
-#include "export/dtm_a_padrao.h"
+#include "registers/dtm_a_padrao.h"
 #include "support/golden.h"
 
 namespace infofiscal::testing {

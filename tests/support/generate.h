@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "support/fixture.h"
 
 namespace infofiscal::testing {

@@ -1,7 +1,7 @@
 #include "host/sources/recording_source.h"
 
-#include "export/arquivo_texto.h"
-#include "host/error.h"
+#include "base/arquivo_atomico.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

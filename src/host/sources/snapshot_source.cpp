@@ -6,7 +6,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/error.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

@@ -1,17 +1,7 @@
-// SQL back ends of the record source: one SELECT per provider, read from the provider catalog.
-//
-// The catalog (db/providers.sql) is plain SQL with a marker line before each provider:
-//
-//   -- provider: DspCompra
-//   SELECT ... FROM compra c WHERE c.cdcompra = ?;
-//
-//   -- provider: DspCompra [firebird]     (a variant for one back end; the plain entry serves
-//   SELECT ...;                            the others)
-//
-// `?N` takes the N-th value of the fetch (from 1: the parameters of a parameter open, or the
-// data-request array), `?` the one after the largest number used so far (the first, at first); the values are bound with their own types. Values that the
-// SELECT does not use are ignored. The columns are matched to the dataset's declared fields by
-// name, ignoring case.
+// SQL back ends of the record source: each fetch answered by its provider's SELECT from the
+// provider catalog (host/sources/catalogo_sql.h). The columns are matched to the dataset's
+// declared fields by name, ignoring case; the values are bound with their own types, and values
+// that the SELECT does not use are ignored.
 #pragma once
 
 #include <cstddef>
@@ -22,36 +12,10 @@
 #include <vector>
 
 #include "host/record_source.h"
+#include "host/sources/catalogo_sql.h"
 #include "host/sources/sql_statement.h"
 
 namespace infofiscal {
-
-// Provider name -> query, for one back end ("sqlite", "postgresql", "firebird").
-using ProviderCatalog = std::map<std::string, ProviderQuery>;
-
-// Parses catalog text for `dialect`; `origin` names the file in messages. Throws Error for a
-// provider given twice, a provider without SELECT, or a bad `?N`.
-ProviderCatalog parse_provider_catalog(const std::string& text, const std::string& dialect,
-                                       const std::string& origin);
-
-// Fetching ahead: "-- prefetch: PROVIDER LIST KEY... [database]" gives a SELECT that answers
-// the per-note PROVIDER for every note of LIST (a list provider) at once: it takes the list's
-// values and returns the columns of PROVIDER plus the KEY columns, which name the note as
-// PROVIDER's values do, in order (e.g. CDTIPONOTAFISCAL CDNOTAFISCAL), the notes in the list's
-// order and the rows of each note in PROVIDER's.
-struct PrefetchQuery {
-  std::string list;
-  std::vector<std::string> keys;  // upper case
-  ProviderQuery query;
-};
-using PrefetchCatalog = std::map<std::string, PrefetchQuery>;  // by per-note provider
-
-// The prefetch entries of catalog text, as parse_provider_catalog reads the providers.
-PrefetchCatalog parse_prefetch_catalog(const std::string& text, const std::string& dialect,
-                                       const std::string& origin);
-
-// The catalog that the SQL sources read by default: db/providers.sql of this source tree.
-std::string default_catalog_path();
 
 // Every fetch runs one prepared statement, found or prepared in StatementFor, the one place
 // that knows them. A per-note provider with a prefetch entry is answered, while its list is
@@ -109,14 +73,8 @@ class SqlSource : public RecordSource {
   bool prefetch_on_ = true;
 };
 
-// Runs an SQL script on a writable connection to `address` (an SQLite file is created when
-// missing): statements end with ';' at the end of a line, lines starting with "--" are
-// comments. For setting up databases (tests, demo). Throws Error quoting the failing statement.
-void run_sql_script(const std::string& address, const std::string& script);
-
-// Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the default catalog (scheme and
-// the rest of the address split at the first colon); `address` is the whole address.
-std::unique_ptr<RecordSource> open_sql_source(const std::string& scheme, const std::string& rest,
-                                              const std::string& address);
+// Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the default catalog; fetching
+// ahead as the back end's default, or off (to measure what it gains).
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, LeituraAntecipada leitura);
 
 }  // namespace infofiscal

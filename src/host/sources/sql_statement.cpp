@@ -19,6 +19,12 @@ std::string upper_case(std::string_view text) {
   return out;
 }
 
+std::string trim(const std::string& text) {
+  const auto first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string::npos) return "";
+  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
 void ColumnNames::Add(std::string_view name) { by_name_.emplace(upper_case(name), count_++); }
 
 std::optional<std::size_t> ColumnNames::Find(std::string_view upper_name) const {

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "host/record_source.h"
-#include "host/value.h"
+#include "base/value.h"
 
 namespace soci {
 class session;
@@ -32,6 +32,9 @@ struct ProviderQuery {
 
 // `text` with ASCII letters in upper case: column and field names compare so.
 std::string upper_case(std::string_view text);
+
+// `text` without the blanks, tabs and line breaks at its ends.
+std::string trim(const std::string& text);
 
 // The names of a SELECT's columns, and which column holds each declared field of a dataset
 // (by name, ignoring case; the first column of a name wins).

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "export/register_line.h"
+#include "registers/register_line.h"
 #include "host/framework.h"
 
 namespace infofiscal {

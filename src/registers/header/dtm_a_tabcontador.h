@@ -1,8 +1,8 @@
 // Line 03: the company's accountant.
 #pragma once
 
-#include "export/register_line.h"
-#include "export/string_list.h"
+#include "registers/register_line.h"
+#include "base/string_list.h"
 #include "host/framework.h"
 
 namespace infofiscal {

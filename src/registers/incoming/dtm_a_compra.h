@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "export/dtm_a_padrao.h"
-#include "export/register_line.h"
-#include "export/string_list.h"
+#include "registers/dtm_a_padrao.h"
+#include "registers/register_line.h"
+#include "base/string_list.h"
 
 namespace infofiscal {
 

@@ -1,7 +1,7 @@
 // Purchases of equipment: lines 04, 05 and 06 of every note of the kind.
 #pragma once
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "registers/incoming/dtm_a_compra.h"
 
 namespace infofiscal {

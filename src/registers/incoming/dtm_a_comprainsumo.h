@@ -1,7 +1,7 @@
 // Purchases of inputs: the list is walked for progress only; no line is written.
 #pragma once
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "registers/incoming/dtm_a_compra.h"
 
 namespace infofiscal {

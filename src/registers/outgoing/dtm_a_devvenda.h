@@ -4,9 +4,9 @@
 // calls Reg_04_InfoNotaFiscal and Reg_05_InstituicaoCliente itself.
 #pragma once
 
-#include "export/dtm_a_padrao.h"
-#include "export/register_line.h"
-#include "export/string_list.h"
+#include "registers/dtm_a_padrao.h"
+#include "registers/register_line.h"
+#include "base/string_list.h"
 
 namespace infofiscal {
 

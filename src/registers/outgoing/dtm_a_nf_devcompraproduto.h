@@ -1,7 +1,7 @@
 // Returns of product purchases (kind 9): the party is the supplier (line 05 role 2).
 #pragma once
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "registers/outgoing/dtm_a_nf_itens.h"
 
 namespace infofiscal {

@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
-#include "export/dtm_a_padrao.h"
-#include "export/register_line.h"
-#include "export/string_list.h"
+#include "registers/dtm_a_padrao.h"
+#include "registers/register_line.h"
+#include "base/string_list.h"
 
 namespace infofiscal {
 

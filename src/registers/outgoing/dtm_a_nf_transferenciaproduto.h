@@ -1,7 +1,7 @@
 // Product transfers to clients (kind 11).
 #pragma once
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "registers/outgoing/dtm_a_nf_itens.h"
 
 namespace infofiscal {

@@ -2,7 +2,7 @@
 // reports progress.
 #pragma once
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "registers/outgoing/dtm_a_nf_itens.h"
 
 namespace infofiscal {

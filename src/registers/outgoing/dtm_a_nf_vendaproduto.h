@@ -1,7 +1,7 @@
 // Product sales (kind 10), the one kind that honours the row range of the fiscal register.
 #pragma once
 
-#include "export/string_list.h"
+#include "base/string_list.h"
 #include "registers/outgoing/dtm_a_nf_itens.h"
 
 namespace infofiscal {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "export/register_line.h"
+#include "registers/register_line.h"
 #include "host/client_dataset.h"
 
 namespace infofiscal::nf_saida {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "export/obj_exportainfofiscal.h"
-#include "host/error.h"
+#include "base/error.h"
 #include "support/fixture.h"
 #include "support/golden.h"
 

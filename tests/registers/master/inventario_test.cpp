@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/error.h"
+#include "base/error.h"
 #include "registers/master/dtm_a_tabinventario_finalano.h"
 #include "registers/master/dtm_a_tabinventario_finalmes.h"
 #include "support/fixture.h"

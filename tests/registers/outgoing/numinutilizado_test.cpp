@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/error.h"
+#include "base/error.h"
 #include "registers/outgoing/dtm_a_nf_numinutilizado.h"
 #include "support/fixture.h"
 #include "support/generate.h"

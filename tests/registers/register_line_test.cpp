@@ -1,4 +1,4 @@
-#include "export/register_line.h"
+#include "registers/register_line.h"
 
 #include <gtest/gtest.h>
 

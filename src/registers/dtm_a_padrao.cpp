@@ -1,4 +1,4 @@
-#include "export/dtm_a_padrao.h"
+#include "registers/dtm_a_padrao.h"
 
 namespace infofiscal {
 

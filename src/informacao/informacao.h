@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/value.h"
+#include "base/value.h"
 
 namespace infofiscal {
 

@@ -1,8 +1,8 @@
 // The information-file reader: register lines back into typed columns.
 #include <gtest/gtest.h>
 
-#include "fiscal/informacao.h"
-#include "host/error.h"
+#include "informacao/informacao.h"
+#include "base/error.h"
 
 namespace infofiscal {
 namespace {

@@ -1,4 +1,4 @@
-#include "export/string_list.h"
+#include "base/string_list.h"
 
 #include <sys/mman.h>
 

@@ -16,6 +16,10 @@ struct TimeStamp {
   friend bool operator==(const TimeStamp&, const TimeStamp&) = default;
 };
 
+bool is_leap_year(int year);
+// Days of a month 1-12; 0 for any other month.
+int days_in_month(int month, int year);
+
 // Null, whole number, floating point, text or timestamp.
 using Value = std::variant<std::monostate, std::int64_t, double, std::string, TimeStamp>;
 

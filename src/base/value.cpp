@@ -1,12 +1,19 @@
-#include "host/value.h"
+#include "base/value.h"
 
 #include <charconv>
 
 #include <fmt/format.h>
 
-#include "host/dates.h"
 
 namespace infofiscal {
+
+bool is_leap_year(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
+
+int days_in_month(int month, int year) {
+  static constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  if (month < 1 || month > 12) return 0;
+  return month == 2 && is_leap_year(year) ? 29 : kDays[month - 1];
+}
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "export/renderings.h"
+#include "base/renderings.h"
 
 #include <algorithm>
 #include <charconv>

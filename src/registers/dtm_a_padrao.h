@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "export/register_line.h"
+#include "registers/register_line.h"
 #include "host/framework.h"
 
 namespace infofiscal {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/value.h"
+#include "base/value.h"
 
 namespace infofiscal {
 

@@ -13,10 +13,10 @@
 #include <utility>
 #include <vector>
 
-#include "export/renderings.h"
-#include "export/string_list.h"
+#include "base/renderings.h"
+#include "base/string_list.h"
 #include "host/client_dataset.h"
-#include "host/error.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

@@ -1,11 +1,11 @@
-#include "fiscal/informacao.h"
+#include "informacao/informacao.h"
 
 #include <charconv>
 
 #include <fmt/format.h>
 
-#include "host/dates.h"
-#include "host/error.h"
+#include "base/value.h"
+#include "base/error.h"
 
 namespace infofiscal {
 

@@ -1,4 +1,4 @@
-#include "export/arquivo_texto.h"
+#include "base/gravacao_texto.h"
 
 #include <sys/stat.h>
 
@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "export/string_list.h"
-#include "host/error.h"
+#include "base/string_list.h"
+#include "base/error.h"
 
 namespace infofiscal {
 namespace {

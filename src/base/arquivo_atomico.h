@@ -1,0 +1,44 @@
+// A file written whole or not at all: the fiscal files and the information file are never left
+// half-written, and a failed run leaves the previous file as it was.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace infofiscal {
+
+// Throws the error of a file that cannot be written because its folder does not exist; lets a
+// front refuse such a path before a long run rather than after it.
+void exigir_pasta_de(const std::string& path);
+
+// A file written whole or not at all: bytes go to a temporary file in the target's folder,
+// renamed over the target by Commit. Destroyed without Commit, it removes the temporary and
+// leaves any earlier file as it was. Every failure throws Error naming the target.
+class ArquivoAtomico {
+ public:
+  // The folder must exist; it is not created.
+  explicit ArquivoAtomico(std::string path);
+  ~ArquivoAtomico();
+  ArquivoAtomico(const ArquivoAtomico&) = delete;
+  ArquivoAtomico& operator=(const ArquivoAtomico&) = delete;
+
+  void Write(std::string_view bytes);
+  // Asks the system to start writing what was written so far to disk, so that Commit has less
+  // left to wait for.
+  void StartWriteback();
+  // Flushes to disk and renames the temporary over the target.
+  void Commit();
+
+ private:
+  [[noreturn]] void Fail(const std::string& why);
+
+  std::string path_, temp_;
+  int fd_ = -1;
+};
+
+// Writes `bytes` to `path` through a temporary file in the same folder, renamed over `path`
+// only when complete: a failure leaves any earlier file as it was and no temporary behind.
+// The folder must exist; it is not created. Throws Error naming the file.
+void write_file_atomically(const std::string& path, std::string_view bytes);
+
+}  // namespace infofiscal

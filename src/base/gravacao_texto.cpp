@@ -1,0 +1,110 @@
+#include "base/gravacao_texto.h"
+
+#include <cstring>
+#include <system_error>
+#include <utility>
+
+#include "base/string_list.h"
+
+namespace infofiscal {
+
+namespace {
+
+// The end of the piece of `block` that starts at `at`: just after the last line feed within
+// `size` bytes (after the next one for a longer line). A line feed is ASCII, so the cut cannot
+// change how the text around it encodes.
+std::size_t piece_end(std::string_view block, std::size_t at, std::size_t size) {
+  if (block.size() - at <= size) return block.size();
+  const void* lf = memrchr(block.data() + at, '\n', size);
+  if (lf == nullptr) lf = std::memchr(block.data() + at + size, '\n', block.size() - at - size);
+  return lf == nullptr ? block.size() : static_cast<std::size_t>(static_cast<const char*>(lf) - block.data()) + 1;
+}
+
+}  // namespace
+
+std::string save_text_file(const std::string& path, std::string_view text) {
+  const std::string bytes = utf8_to_windows1252(normalize_line_breaks(text));
+  write_file_atomically(path, bytes);
+  return windows1252_to_utf8(bytes);
+}
+
+GravacaoDaLista::GravacaoDaLista(std::string path, TStringList& list, bool keep_text)
+    : path_(std::move(path)), list_(list), keep_text_(keep_text) {
+  try {
+    writer_ = std::thread([this] { Work(); });
+  } catch (const std::system_error&) {
+    return;  // no thread to spare: Commit writes the whole list
+  }
+  list_.OnBlockFull([this](std::string_view block) {
+    {
+      const std::lock_guard<std::mutex> lock(mutex_);
+      queue_.push_back(block);
+    }
+    queued_.notify_one();
+  });
+}
+
+GravacaoDaLista::~GravacaoDaLista() { Stop(); }
+
+void GravacaoDaLista::Stop() {
+  list_.OnBlockFull(nullptr);
+  if (!writer_.joinable()) return;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    stopping_ = true;
+  }
+  queued_.notify_one();
+  writer_.join();
+}
+
+void GravacaoDaLista::Work() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  for (;;) {
+    queued_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
+    if (stopping_ || failure_) return;
+    const std::string_view block = queue_.front();
+    queue_.pop_front();
+    lock.unlock();
+    try {
+      Write(block);
+    } catch (...) {
+      failure_ = std::current_exception();
+    }
+    lock.lock();
+  }
+}
+
+void GravacaoDaLista::Write(std::string_view block) {
+  // A piece at a time, so that the encoded bytes are written from a buffer still in the cache.
+  constexpr std::size_t kPiece = std::size_t{1} << 20;
+  if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);
+  for (std::size_t at = 0; at < block.size();) {
+    const std::size_t end = piece_end(block, at, kPiece);
+    codificador_.Feed(block.substr(at, end - at), bytes_);
+    WriteBytes();
+    at = end;
+  }
+  file_->StartWriteback();
+  ++written_;
+}
+
+void GravacaoDaLista::WriteBytes() {
+  file_->Write(bytes_);
+  if (keep_text_) saved_ += windows1252_to_utf8(bytes_);
+  bytes_.clear();
+}
+
+std::string GravacaoDaLista::Commit() {
+  Stop();
+  if (failure_) std::rethrow_exception(failure_);
+  const std::vector<std::string>& blocks = list_.Blocks();
+  for (std::size_t b = written_; b < blocks.size(); ++b) Write(blocks[b]);
+  if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);  // an empty list: an empty file
+  codificador_.Finish(bytes_);
+  WriteBytes();
+  file_->Commit();
+  list_.Clear();
+  return keep_text_ ? std::move(saved_) : std::string();
+}
+
+}  // namespace infofiscal

@@ -1,0 +1,66 @@
+// Saving the information file: the text as a string list saves it (lines normalized,
+// Windows-1252, CR LF), written atomically, while the run still fills the list.
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "base/arquivo_atomico.h"
+#include "base/pagina_codigo.h"
+
+namespace infofiscal {
+
+class TStringList;
+
+// Saves the text as a string list saves it: lines normalized as above, Windows-1252, CR LF,
+// atomically. Returns the saved text read back as UTF-8 (a character the code page lacks is a
+// '?' there too): that is what the converter is given.
+std::string save_text_file(const std::string& path, std::string_view text);
+
+// Saves the run's string list as save_text_file saves a text, while the run is still filling
+// it: each block the list is done with is encoded and written on another thread, so that a
+// large month ends with only its last block to write. Attach it before the list is filled (the
+// run clears the list first); nothing is opened before the first block is written. Destroyed
+// without Commit (a run that failed), it leaves any earlier file as it was and no temporary.
+class GravacaoDaLista {
+ public:
+  // With `keep_text`, Commit returns the saved text (the converter needs it).
+  GravacaoDaLista(std::string path, TStringList& list, bool keep_text);
+  ~GravacaoDaLista();
+  GravacaoDaLista(const GravacaoDaLista&) = delete;
+  GravacaoDaLista& operator=(const GravacaoDaLista&) = delete;
+
+  // Writes the rest of the list, flushes, renames over the target and empties the list.
+  // Returns the saved text read back as UTF-8 when kept, else an empty string. Throws the
+  // first failure of the writing, as an Error naming the file.
+  std::string Commit();
+
+ private:
+  void Write(std::string_view block);  // encodes and writes one block
+  void WriteBytes();                   // writes (and keeps) the bytes encoded so far
+  void Work();                         // the writer thread: the blocks queued, in order
+  void Stop();                         // the writer thread ends after its current block
+
+  std::string path_;
+  TStringList& list_;
+  bool keep_text_;
+  std::unique_ptr<ArquivoAtomico> file_;
+  CodificadorTexto codificador_;
+  std::string bytes_, saved_;
+  std::size_t written_ = 0;  // blocks of the list written
+
+  std::mutex mutex_;
+  std::condition_variable queued_;
+  std::deque<std::string_view> queue_;
+  bool stopping_ = false;
+  std::exception_ptr failure_;
+  std::thread writer_;
+};
+
+}  // namespace infofiscal

@@ -1,0 +1,164 @@
+#include "base/pagina_codigo.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+
+#include <iconv.h>
+
+#include "base/error.h"
+
+namespace infofiscal {
+
+// One iconv conversion descriptor, for the life of its owner.
+class Iconv {
+ public:
+  Iconv(const char* to, const char* from) : cd_(iconv_open(to, from)) {
+    if (cd_ == reinterpret_cast<iconv_t>(-1)) throw Error(std::string("Conversão de código indisponível: ") + from + " para " + to);
+  }
+  ~Iconv() { iconv_close(cd_); }
+  Iconv(const Iconv&) = delete;
+  Iconv& operator=(const Iconv&) = delete;
+
+  // Converts as much as it can; returns false at a sequence it cannot convert, with `in`
+  // standing on it.
+  bool convert(const char*& in, std::size_t& in_left, std::string& out) {
+    char buffer[16384];
+    while (in_left > 0) {
+      char* dst = buffer;
+      std::size_t dst_left = sizeof buffer;
+      const std::size_t rc = iconv(cd_, const_cast<char**>(&in), &in_left, &dst, &dst_left);
+      out.append(buffer, dst - buffer);
+      if (rc == static_cast<std::size_t>(-1) && errno != E2BIG) return false;
+    }
+    return true;
+  }
+
+ private:
+  iconv_t cd_;
+};
+
+namespace {
+
+// Length of the UTF-8 sequence that starts with `lead` (1 for a stray byte).
+std::size_t utf8_length(unsigned char lead) {
+  if (lead >= 0xF0 && lead < 0xF8) return 4;
+  if (lead >= 0xE0) return lead < 0xF0 ? 3 : 1;
+  if (lead >= 0xC0) return 2;
+  return 1;
+}
+
+// The end of the run of ASCII bytes (or, with `ascii` false, of other bytes) that starts at `i`.
+std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
+  if (ascii) {
+    // Eight bytes at a time: the bulk of a register file is ASCII.
+    for (std::uint64_t word; i + 8 <= text.size(); i += 8) {
+      std::memcpy(&word, text.data() + i, 8);
+      if (word & 0x8080808080808080u) break;
+    }
+  }
+  while (i < text.size() && (static_cast<unsigned char>(text[i]) < 0x80) == ascii) ++i;
+  return i;
+}
+
+}  // namespace
+
+Windows1252::Windows1252() = default;
+Windows1252::~Windows1252() = default;
+
+void Windows1252::Append(std::string_view utf8, std::string& out) {
+  // ASCII is the same in both: copied as it stands, iconv sees only the runs of other bytes.
+  for (std::size_t i = 0; i < utf8.size();) {
+    const std::size_t ascii = run_end(utf8, i, true);
+    out.append(utf8, i, ascii - i);
+    if (ascii == utf8.size()) break;
+    i = run_end(utf8, ascii, false);
+    if (!iconv_) iconv_ = std::make_unique<Iconv>("CP1252", "UTF-8");
+    const char* in = utf8.data() + ascii;
+    std::size_t left = i - ascii;
+    while (!iconv_->convert(in, left, out)) {
+      const std::size_t skip = std::min(left, utf8_length(static_cast<unsigned char>(*in)));
+      out += '?';
+      in += skip;
+      left -= skip;
+    }
+  }
+}
+
+std::string utf8_to_windows1252(std::string_view utf8) {
+  std::string out;
+  out.reserve(utf8.size());
+  Windows1252().Append(utf8, out);
+  return out;
+}
+
+std::string windows1252_to_utf8(std::string_view bytes) {
+  Iconv cd("UTF-8", "CP1252");
+  std::string out;
+  out.reserve(bytes.size() + bytes.size() / 8);
+  const char* in = bytes.data();
+  std::size_t left = bytes.size();
+  while (!cd.convert(in, left, out)) {
+    out += "\xEF\xBF\xBD";
+    ++in;
+    --left;
+  }
+  return out;
+}
+
+std::string normalize_line_breaks(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() + 2);
+  std::size_t i = 0;
+  while (i < text.size()) {
+    const std::size_t end = text.find_first_of("\r\n", i);
+    if (end == std::string_view::npos) {
+      out.append(text.substr(i));
+      out += "\r\n";
+      break;
+    }
+    out.append(text.substr(i, end - i));
+    out += "\r\n";
+    i = end + (text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n' ? 2 : 1);
+  }
+  return out;
+}
+
+void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
+  // Spans between line breaks are encoded whole; each CR, LF or CR LF becomes one CR LF (a CR
+  // LF split between two pieces included).
+  const char* const begin = piece.data();
+  const char* const end = begin + piece.size();
+  const char* next_cr = static_cast<const char*>(std::memchr(begin, '\r', piece.size()));
+  const char* next_lf = static_cast<const char*>(std::memchr(begin, '\n', piece.size()));
+  for (const char* p = begin; p < end;) {
+    if (after_cr_ && *p == '\n') {
+      after_cr_ = false;
+      next_lf = static_cast<const char*>(std::memchr(p + 1, '\n', end - p - 1));
+      ++p;
+      continue;
+    }
+    const char* brk = next_cr && (!next_lf || next_cr < next_lf) ? next_cr : next_lf;
+    const char* stop = brk ? brk : end;
+    if (stop > p) {
+      encoder_.Append(std::string_view(p, stop - p), out);
+      line_open_ = true;
+      after_cr_ = false;
+    }
+    if (!brk) break;
+    out += "\r\n";
+    line_open_ = false;
+    after_cr_ = *brk == '\r';
+    if (brk == next_cr) next_cr = static_cast<const char*>(std::memchr(brk + 1, '\r', end - brk - 1));
+    else next_lf = static_cast<const char*>(std::memchr(brk + 1, '\n', end - brk - 1));
+    p = brk + 1;
+  }
+}
+
+void CodificadorTexto::Finish(std::string& out) {
+  if (line_open_) out += "\r\n";
+  line_open_ = false;
+}
+
+}  // namespace infofiscal

@@ -1,0 +1,52 @@
+// The code pages of the files: the information file is Windows-1252, the text the program
+// works with is UTF-8. Lines end with CR LF in every file written.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace infofiscal {
+
+class Iconv;
+
+// UTF-8 to Windows-1252, appended piece by piece; opens the code page's converter only when a
+// piece is not all ASCII.
+class Windows1252 {
+ public:
+  Windows1252();
+  ~Windows1252();
+  // Appends `utf8` in Windows-1252 to `out`; as utf8_to_windows1252 below.
+  void Append(std::string_view utf8, std::string& out);
+
+ private:
+  std::unique_ptr<Iconv> iconv_;
+};
+
+// UTF-8 to Windows-1252; each code point the code page lacks (U+0081, U+008D, U+008F,
+// U+0090 and U+009D included) and each invalid byte becomes one '?'.
+std::string utf8_to_windows1252(std::string_view utf8);
+// Windows-1252 to UTF-8; the five undefined bytes become U+FFFD.
+std::string windows1252_to_utf8(std::string_view bytes);
+
+// Splits the text at CR LF, lone CR or lone LF (LF then CR is two breaks) and joins the lines
+// again, each followed by CR LF: a final break opens no empty line, an empty text stays empty.
+std::string normalize_line_breaks(std::string_view text);
+
+// Turns text into the saved bytes piece by piece, with the same result as
+// utf8_to_windows1252(normalize_line_breaks(whole text)). REQUIRES: pieces split the text
+// between whole UTF-8 characters.
+class CodificadorTexto {
+ public:
+  // Appends the bytes of `piece` to `out`.
+  void Feed(std::string_view piece, std::string& out);
+  // Appends what the end of the text adds (the last line's CR LF when it had no break).
+  void Finish(std::string& out);
+
+ private:
+  Windows1252 encoder_;
+  bool after_cr_ = false;    // the last character fed was a CR
+  bool line_open_ = false;   // characters fed since the last break
+};
+
+}  // namespace infofiscal
