@@ -14,6 +14,6 @@ class Error : public std::runtime_error {
 // The system's reason for a failed call (an errno value) in Portuguese, for messages such as
 // "Não foi possível gravar o arquivo 'x': disco cheio"; an uncommon one keeps the C library's
 // text with its number.
-std::string motivo_do_sistema(int erro);
+std::string system_reason(int erro);
 
 }  // namespace infofiscal

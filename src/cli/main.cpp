@@ -17,8 +17,8 @@
 
 #include "cli/opcoes.h"
 #include "cli/progresso.h"
-#include "base/arquivo_atomico.h"
-#include "base/pagina_codigo.h"
+#include "base/atomic_file.h"
+#include "base/code_page.h"
 #include "export/controle_exportacao.h"
 #include "fiscal/efd.h"
 #include "fiscal/sintegra.h"
@@ -49,9 +49,9 @@ void info_line(const std::string& line) {
 int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
-  if (!o.gravar_snapshot.empty()) exigir_pasta_de(o.gravar_snapshot);
+  if (!o.gravar_snapshot.empty()) require_folder_of(o.gravar_snapshot);
   const auto live =
-      open_record_source(o.fonte, o.sem_leitura_antecipada ? LeituraAntecipada::Desligada : LeituraAntecipada::Padrao);
+      open_record_source(o.fonte, o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default);
   std::unique_ptr<RecordingSource> gravador;
   RecordSource* fonte = live.get();
   if (!o.gravar_snapshot.empty()) fonte = (gravador = std::make_unique<RecordingSource>(*live)).get();
@@ -94,7 +94,7 @@ int exportar(const OpcoesExportar& o) {
 }
 
 std::string ler_arquivo(const std::string& path) {
-  const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + motivo_do_sistema(erro)); };
+  const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + system_reason(erro)); };
   std::ifstream in(path, std::ios::binary);
   if (!in) throw falha(errno);
   // A folder opens like a file and reads as nothing.

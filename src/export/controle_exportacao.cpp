@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "base/gravacao_texto.h"
+#include "base/list_saver.h"
 #include "fiscal/arquivo_fiscal.h"
 
 namespace infofiscal {
@@ -26,9 +26,9 @@ std::string ControleExportacao::GerarInformacao(const std::string& base, int ACo
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
   const bool converte = !SomenteInformacao && (tipo == 1 || tipo == 2);
   // The file is written while the run fills the list; a run that fails leaves no file.
-  GravacaoDaLista gravacao(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo, converte);
+  ListSaver gravacao(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo, converte);
   oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
-  return gravacao.Commit();
+  return gravacao.commit();
 }
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const {

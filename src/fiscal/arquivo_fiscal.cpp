@@ -1,6 +1,6 @@
 #include "fiscal/arquivo_fiscal.h"
 
-#include "base/arquivo_atomico.h"
+#include "base/atomic_file.h"
 #include "fiscal/efd.h"
 #include "fiscal/sintegra.h"
 

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "base/pagina_codigo.h"
+#include "base/code_page.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "informacao/informacao.h"

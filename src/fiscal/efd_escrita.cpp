@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "base/pagina_codigo.h"
+#include "base/code_page.h"
 #include "base/value.h"
 #include "base/error.h"
 

@@ -56,12 +56,12 @@ class RecordSource {
 
 // Whether an SQL source fetches a note list's answers ahead (its back end's default: on for
 // PostgreSQL, off for the others) or never, which the benchmark uses to measure what it gains.
-enum class LeituraAntecipada { Padrao, Desligada };
+enum class FetchAhead { Default, Off };
 
 // Opens the back end that an address names: "snapshot:FILE.json", "sqlite:PATH",
 // "postgresql:..." or "postgresql://...", "firebird:...". Throws Error for an unknown or
 // unusable address.
 std::unique_ptr<RecordSource> open_record_source(const std::string& address,
-                                                 LeituraAntecipada leitura = LeituraAntecipada::Padrao);
+                                                 FetchAhead fetch_ahead = FetchAhead::Default);
 
 }  // namespace infofiscal

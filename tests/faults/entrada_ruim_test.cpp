@@ -17,7 +17,7 @@
 #include "fiscal/sintegra_dados.h"
 #include "base/error.h"
 #include "host/sources/sql_source.h"
-#include "support/script_sql.h"
+#include "support/sql_script.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/fixture.h"

@@ -19,7 +19,7 @@
 #include <gtest/gtest.h>
 
 #include "host/sources/sql_source.h"
-#include "support/script_sql.h"
+#include "support/sql_script.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/fixture.h"

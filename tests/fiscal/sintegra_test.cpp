@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "base/pagina_codigo.h"
+#include "base/code_page.h"
 #include "fiscal/sintegra.h"
 #include "fiscal/sintegra_dados.h"
 #include "base/error.h"

@@ -8,7 +8,7 @@
 #include "base/error.h"
 #include "host/sql_support.h"
 #include "host/sources/sql_source.h"
-#include "support/script_sql.h"
+#include "support/sql_script.h"
 #include "support/cli.h"
 
 namespace infofiscal {

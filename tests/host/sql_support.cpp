@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "host/sources/sql_source.h"
-#include "support/script_sql.h"
+#include "support/sql_script.h"
 #include "support/cli.h"
 
 namespace infofiscal::testing {

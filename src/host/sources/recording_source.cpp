@@ -1,6 +1,6 @@
 #include "host/sources/recording_source.h"
 
-#include "base/arquivo_atomico.h"
+#include "base/atomic_file.h"
 #include "base/error.h"
 
 namespace infofiscal {

@@ -74,7 +74,7 @@ Value value_from_json(const json& cell, FieldClass cls) {
 SnapshotSource::SnapshotSource(const std::string& path) : origin_(path) {
   std::ifstream in(path, std::ios::binary);
   const auto unreadable = [&](int erro) {
-    return Error("Não foi possível abrir o snapshot '" + path + "': " + motivo_do_sistema(erro));
+    return Error("Não foi possível abrir o snapshot '" + path + "': " + system_reason(erro));
   };
   if (!in) throw unreadable(errno);
   if (std::filesystem::is_directory(path)) throw unreadable(EISDIR);

@@ -7,8 +7,8 @@
 #include <soci/soci.h>
 
 #include "base/error.h"
-#include "host/sources/conexao_sql.h"
-#include "host/sources/valor_sql.h"
+#include "host/sources/sql_connection.h"
+#include "host/sources/sql_values.h"
 
 namespace infofiscal {
 
@@ -255,9 +255,9 @@ Packet SqlSource::fetch(const FetchRequest& request) {
   }
 }
 
-std::unique_ptr<RecordSource> open_sql_source(const std::string& address, LeituraAntecipada leitura) {
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead) {
   auto source = std::make_unique<SqlSource>(address, default_catalog_path());
-  if (leitura == LeituraAntecipada::Desligada) source->Prefetch(false);
+  if (fetch_ahead == FetchAhead::Off) source->Prefetch(false);
   return source;
 }
 

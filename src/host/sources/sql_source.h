@@ -1,5 +1,5 @@
 // SQL back ends of the record source: each fetch answered by its provider's SELECT from the
-// provider catalog (host/sources/catalogo_sql.h). The columns are matched to the dataset's
+// provider catalog (host/sources/sql_catalog.h). The columns are matched to the dataset's
 // declared fields by name, ignoring case; the values are bound with their own types, and values
 // that the SELECT does not use are ignored.
 #pragma once
@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "host/record_source.h"
-#include "host/sources/catalogo_sql.h"
+#include "host/sources/sql_catalog.h"
 #include "host/sources/sql_statement.h"
 
 namespace infofiscal {
@@ -75,6 +75,6 @@ class SqlSource : public RecordSource {
 
 // Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the default catalog; fetching
 // ahead as the back end's default, or off (to measure what it gains).
-std::unique_ptr<RecordSource> open_sql_source(const std::string& address, LeituraAntecipada leitura);
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead);
 
 }  // namespace infofiscal

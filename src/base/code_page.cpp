@@ -1,4 +1,4 @@
-#include "base/pagina_codigo.h"
+#include "base/code_page.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -67,7 +67,7 @@ std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
 Windows1252::Windows1252() = default;
 Windows1252::~Windows1252() = default;
 
-void Windows1252::Append(std::string_view utf8, std::string& out) {
+void Windows1252::append(std::string_view utf8, std::string& out) {
   // ASCII is the same in both: copied as it stands, iconv sees only the runs of other bytes.
   for (std::size_t i = 0; i < utf8.size();) {
     const std::size_t ascii = run_end(utf8, i, true);
@@ -89,7 +89,7 @@ void Windows1252::Append(std::string_view utf8, std::string& out) {
 std::string utf8_to_windows1252(std::string_view utf8) {
   std::string out;
   out.reserve(utf8.size());
-  Windows1252().Append(utf8, out);
+  Windows1252().append(utf8, out);
   return out;
 }
 
@@ -125,7 +125,7 @@ std::string normalize_line_breaks(std::string_view text) {
   return out;
 }
 
-void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
+void TextEncoder::feed(std::string_view piece, std::string& out) {
   // Spans between line breaks are encoded whole; each CR, LF or CR LF becomes one CR LF (a CR
   // LF split between two pieces included).
   const char* const begin = piece.data();
@@ -142,7 +142,7 @@ void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
     const char* brk = next_cr && (!next_lf || next_cr < next_lf) ? next_cr : next_lf;
     const char* stop = brk ? brk : end;
     if (stop > p) {
-      encoder_.Append(std::string_view(p, stop - p), out);
+      encoder_.append(std::string_view(p, stop - p), out);
       line_open_ = true;
       after_cr_ = false;
     }
@@ -156,7 +156,7 @@ void CodificadorTexto::Feed(std::string_view piece, std::string& out) {
   }
 }
 
-void CodificadorTexto::Finish(std::string& out) {
+void TextEncoder::finish(std::string& out) {
   if (line_open_) out += "\r\n";
   line_open_ = false;
 }

@@ -17,7 +17,7 @@ class Windows1252 {
   Windows1252();
   ~Windows1252();
   // Appends `utf8` in Windows-1252 to `out`; as utf8_to_windows1252 below.
-  void Append(std::string_view utf8, std::string& out);
+  void append(std::string_view utf8, std::string& out);
 
  private:
   std::unique_ptr<Iconv> iconv_;
@@ -36,12 +36,12 @@ std::string normalize_line_breaks(std::string_view text);
 // Turns text into the saved bytes piece by piece, with the same result as
 // utf8_to_windows1252(normalize_line_breaks(whole text)). REQUIRES: pieces split the text
 // between whole UTF-8 characters.
-class CodificadorTexto {
+class TextEncoder {
  public:
   // Appends the bytes of `piece` to `out`.
-  void Feed(std::string_view piece, std::string& out);
+  void feed(std::string_view piece, std::string& out);
   // Appends what the end of the text adds (the last line's CR LF when it had no break).
-  void Finish(std::string& out);
+  void finish(std::string& out);
 
  private:
   Windows1252 encoder_;

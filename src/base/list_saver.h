@@ -11,8 +11,8 @@
 #include <string_view>
 #include <thread>
 
-#include "base/arquivo_atomico.h"
-#include "base/pagina_codigo.h"
+#include "base/atomic_file.h"
+#include "base/code_page.h"
 
 namespace infofiscal {
 
@@ -27,31 +27,31 @@ std::string save_text_file(const std::string& path, std::string_view text);
 // it: each block the list is done with is encoded and written on another thread, so that a
 // large month ends with only its last block to write. Attach it before the list is filled (the
 // run clears the list first); nothing is opened before the first block is written. Destroyed
-// without Commit (a run that failed), it leaves any earlier file as it was and no temporary.
-class GravacaoDaLista {
+// without commit (a run that failed), it leaves any earlier file as it was and no temporary.
+class ListSaver {
  public:
-  // With `keep_text`, Commit returns the saved text (the converter needs it).
-  GravacaoDaLista(std::string path, TStringList& list, bool keep_text);
-  ~GravacaoDaLista();
-  GravacaoDaLista(const GravacaoDaLista&) = delete;
-  GravacaoDaLista& operator=(const GravacaoDaLista&) = delete;
+  // With `keep_text`, commit returns the saved text (the converter needs it).
+  ListSaver(std::string path, TStringList& list, bool keep_text);
+  ~ListSaver();
+  ListSaver(const ListSaver&) = delete;
+  ListSaver& operator=(const ListSaver&) = delete;
 
   // Writes the rest of the list, flushes, renames over the target and empties the list.
   // Returns the saved text read back as UTF-8 when kept, else an empty string. Throws the
   // first failure of the writing, as an Error naming the file.
-  std::string Commit();
+  std::string commit();
 
  private:
-  void Write(std::string_view block);  // encodes and writes one block
-  void WriteBytes();                   // writes (and keeps) the bytes encoded so far
-  void Work();                         // the writer thread: the blocks queued, in order
-  void Stop();                         // the writer thread ends after its current block
+  void write(std::string_view block);  // encodes and writes one block
+  void write_bytes();                   // writes (and keeps) the bytes encoded so far
+  void work();                         // the writer thread: the blocks queued, in order
+  void stop();                         // the writer thread ends after its current block
 
   std::string path_;
   TStringList& list_;
   bool keep_text_;
-  std::unique_ptr<ArquivoAtomico> file_;
-  CodificadorTexto codificador_;
+  std::unique_ptr<AtomicFile> file_;
+  TextEncoder encoder_;
   std::string bytes_, saved_;
   std::size_t written_ = 0;  // blocks of the list written
 

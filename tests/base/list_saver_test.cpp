@@ -1,4 +1,4 @@
-#include "base/gravacao_texto.h"
+#include "base/list_saver.h"
 
 #include <sys/stat.h>
 
@@ -107,11 +107,11 @@ TEST(ArquivoTexto, PiecewiseEncodingEqualsTheWholeText) {
   const std::string text = "a\r\nç\n\rb\rc\r\n\r\nd€\u0081";
   for (std::size_t cut = 0; cut <= text.size(); ++cut) {
     if (cut < text.size() && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) continue;  // mid-character
-    CodificadorTexto c;
+    TextEncoder c;
     std::string out;
-    c.Feed(std::string_view(text).substr(0, cut), out);
-    c.Feed(std::string_view(text).substr(cut), out);
-    c.Finish(out);
+    c.feed(std::string_view(text).substr(0, cut), out);
+    c.feed(std::string_view(text).substr(cut), out);
+    c.finish(out);
     EXPECT_EQ(out, utf8_to_windows1252(normalize_line_breaks(text))) << cut;
   }
 }
@@ -136,20 +136,20 @@ TEST(ArquivoTexto, AListSavedWhileItIsFilledSavesAsItsText) {
   const std::string path = (dir / "SpedInformacao.txt").string();
   for (const bool keep_text : {true, false}) {
     TStringList list(std::size_t{3} << 20);
-    GravacaoDaLista gravacao(path, list, keep_text);
+    ListSaver gravacao(path, list, keep_text);
     list.Clear();  // as a run starts
     fill(list);
     ASSERT_GT(list.Blocks().size(), 2u);
     EXPECT_EQ(list[120000], "[C00]06[/C00][C01]119999[/C01]çãçãçãçãçãção[C99]38[/C99]");
     const std::string text = list.Text();
-    EXPECT_TRUE(gravacao.Commit() == (keep_text ? text : std::string()));
+    EXPECT_TRUE(gravacao.commit() == (keep_text ? text : std::string()));
     EXPECT_TRUE(read(path) == utf8_to_windows1252(text));
     EXPECT_EQ(list.Count(), 0u);
   }
   // A list filled before the saver came: all of it is written at the end.
   TStringList list;
   list.Add("anterior");
-  EXPECT_EQ(GravacaoDaLista(path, list, true).Commit(), "anterior\r\n");
+  EXPECT_EQ(ListSaver(path, list, true).commit(), "anterior\r\n");
   EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);  // no temporary left
 }
 
@@ -160,18 +160,18 @@ TEST(ArquivoTexto, AListWhoseRunFailsOrCannotBeSavedLeavesTheEarlierFile) {
   const std::string path = (dir / "SpedInformacao.txt").string();
   save_text_file(path, "anterior");
   {
-    // A run that fails after blocks were written: the saver goes without Commit.
+    // A run that fails after blocks were written: the saver goes without commit.
     TStringList list(std::size_t{3} << 20);
-    GravacaoDaLista gravacao(path, list, false);
+    ListSaver gravacao(path, list, false);
     fill(list);
   }
   // A folder that does not exist: the run goes on, the save says why it could not be done.
   const fs::path missing = dir / "nao-existe" / "SpedInformacao.txt";
   TStringList list(std::size_t{3} << 20);
-  GravacaoDaLista gravacao(missing.string(), list, false);
+  ListSaver gravacao(missing.string(), list, false);
   fill(list);
   try {
-    gravacao.Commit();
+    gravacao.commit();
     FAIL();
   } catch (const Error& e) {
     EXPECT_EQ(std::string(e.what()), "A pasta '" + missing.parent_path().string() + "' não existe: o arquivo '" +

@@ -1,4 +1,4 @@
-#include "host/sources/catalogo_sql.h"
+#include "host/sources/sql_catalog.h"
 
 #include <algorithm>
 #include <cctype>

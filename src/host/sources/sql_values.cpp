@@ -1,4 +1,4 @@
-#include "host/sources/valor_sql.h"
+#include "host/sources/sql_values.h"
 
 #include <charconv>
 #include <string>

@@ -1,4 +1,4 @@
-#include "base/arquivo_atomico.h"
+#include "base/atomic_file.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -15,7 +15,7 @@ namespace infofiscal {
 
 namespace {
 
-std::string errno_text() { return motivo_do_sistema(errno); }
+std::string errno_text() { return system_reason(errno); }
 
 std::filesystem::path folder_of(const std::filesystem::path& target) {
   return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
@@ -23,16 +23,16 @@ std::filesystem::path folder_of(const std::filesystem::path& target) {
 
 }  // namespace
 
-void exigir_pasta_de(const std::string& path) {
+void require_folder_of(const std::string& path) {
   const std::filesystem::path folder = folder_of(path);
   std::error_code ec;
   if (!std::filesystem::is_directory(folder, ec))
     throw Error("A pasta '" + folder.string() + "' não existe: o arquivo '" + path + "' não foi gravado");
 }
 
-ArquivoAtomico::ArquivoAtomico(std::string path) : path_(std::move(path)) {
+AtomicFile::AtomicFile(std::string path) : path_(std::move(path)) {
   namespace fs = std::filesystem;
-  exigir_pasta_de(path_);
+  require_folder_of(path_);
   const fs::path target(path_);
   const fs::path folder = folder_of(target);
   temp_ = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
@@ -40,12 +40,12 @@ ArquivoAtomico::ArquivoAtomico(std::string path) : path_(std::move(path)) {
   if (fd_ < 0) throw Error("Não foi possível gravar o arquivo '" + path_ + "': " + errno_text());
 }
 
-ArquivoAtomico::~ArquivoAtomico() {
+AtomicFile::~AtomicFile() {
   if (fd_ >= 0) ::close(fd_);
   if (!temp_.empty()) ::unlink(temp_.c_str());
 }
 
-void ArquivoAtomico::Fail(const std::string& why) {
+void AtomicFile::Fail(const std::string& why) {
   if (fd_ >= 0) ::close(fd_);
   fd_ = -1;
   ::unlink(temp_.c_str());
@@ -53,7 +53,7 @@ void ArquivoAtomico::Fail(const std::string& why) {
   throw Error("Não foi possível gravar o arquivo '" + path_ + "': " + why);
 }
 
-void ArquivoAtomico::Write(std::string_view bytes) {
+void AtomicFile::write(std::string_view bytes) {
   if (fd_ < 0) Fail("arquivo já fechado");
   while (!bytes.empty()) {
     const ssize_t n = ::write(fd_, bytes.data(), bytes.size());
@@ -65,11 +65,11 @@ void ArquivoAtomico::Write(std::string_view bytes) {
   }
 }
 
-void ArquivoAtomico::StartWriteback() {
+void AtomicFile::start_writeback() {
   if (fd_ >= 0) ::sync_file_range(fd_, 0, 0, SYNC_FILE_RANGE_WRITE);  // a hint: its failure changes nothing
 }
 
-void ArquivoAtomico::Commit() {
+void AtomicFile::commit() {
   if (fd_ < 0) Fail("arquivo já fechado");
   if (::fchmod(fd_, 0644) != 0 || ::fsync(fd_) != 0) Fail(errno_text());
   const int fd = fd_;
@@ -80,9 +80,9 @@ void ArquivoAtomico::Commit() {
 }
 
 void write_file_atomically(const std::string& path, std::string_view bytes) {
-  ArquivoAtomico file(path);
-  file.Write(bytes);
-  file.Commit();
+  AtomicFile file(path);
+  file.write(bytes);
+  file.commit();
 }
 
 }  // namespace infofiscal

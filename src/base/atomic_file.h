@@ -9,25 +9,25 @@ namespace infofiscal {
 
 // Throws the error of a file that cannot be written because its folder does not exist; lets a
 // front refuse such a path before a long run rather than after it.
-void exigir_pasta_de(const std::string& path);
+void require_folder_of(const std::string& path);
 
 // A file written whole or not at all: bytes go to a temporary file in the target's folder,
-// renamed over the target by Commit. Destroyed without Commit, it removes the temporary and
+// renamed over the target by commit. Destroyed without commit, it removes the temporary and
 // leaves any earlier file as it was. Every failure throws Error naming the target.
-class ArquivoAtomico {
+class AtomicFile {
  public:
   // The folder must exist; it is not created.
-  explicit ArquivoAtomico(std::string path);
-  ~ArquivoAtomico();
-  ArquivoAtomico(const ArquivoAtomico&) = delete;
-  ArquivoAtomico& operator=(const ArquivoAtomico&) = delete;
+  explicit AtomicFile(std::string path);
+  ~AtomicFile();
+  AtomicFile(const AtomicFile&) = delete;
+  AtomicFile& operator=(const AtomicFile&) = delete;
 
-  void Write(std::string_view bytes);
-  // Asks the system to start writing what was written so far to disk, so that Commit has less
+  void write(std::string_view bytes);
+  // Asks the system to start writing what was written so far to disk, so that commit has less
   // left to wait for.
-  void StartWriteback();
+  void start_writeback();
   // Flushes to disk and renames the temporary over the target.
-  void Commit();
+  void commit();
 
  private:
   [[noreturn]] void Fail(const std::string& why);

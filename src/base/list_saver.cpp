@@ -1,4 +1,4 @@
-#include "base/gravacao_texto.h"
+#include "base/list_saver.h"
 
 #include <cstring>
 #include <system_error>
@@ -28,12 +28,12 @@ std::string save_text_file(const std::string& path, std::string_view text) {
   return windows1252_to_utf8(bytes);
 }
 
-GravacaoDaLista::GravacaoDaLista(std::string path, TStringList& list, bool keep_text)
+ListSaver::ListSaver(std::string path, TStringList& list, bool keep_text)
     : path_(std::move(path)), list_(list), keep_text_(keep_text) {
   try {
-    writer_ = std::thread([this] { Work(); });
+    writer_ = std::thread([this] { work(); });
   } catch (const std::system_error&) {
-    return;  // no thread to spare: Commit writes the whole list
+    return;  // no thread to spare: commit writes the whole list
   }
   list_.OnBlockFull([this](std::string_view block) {
     {
@@ -44,9 +44,9 @@ GravacaoDaLista::GravacaoDaLista(std::string path, TStringList& list, bool keep_
   });
 }
 
-GravacaoDaLista::~GravacaoDaLista() { Stop(); }
+ListSaver::~ListSaver() { stop(); }
 
-void GravacaoDaLista::Stop() {
+void ListSaver::stop() {
   list_.OnBlockFull(nullptr);
   if (!writer_.joinable()) return;
   {
@@ -57,7 +57,7 @@ void GravacaoDaLista::Stop() {
   writer_.join();
 }
 
-void GravacaoDaLista::Work() {
+void ListSaver::work() {
   std::unique_lock<std::mutex> lock(mutex_);
   for (;;) {
     queued_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
@@ -66,7 +66,7 @@ void GravacaoDaLista::Work() {
     queue_.pop_front();
     lock.unlock();
     try {
-      Write(block);
+      write(block);
     } catch (...) {
       failure_ = std::current_exception();
     }
@@ -74,35 +74,35 @@ void GravacaoDaLista::Work() {
   }
 }
 
-void GravacaoDaLista::Write(std::string_view block) {
+void ListSaver::write(std::string_view block) {
   // A piece at a time, so that the encoded bytes are written from a buffer still in the cache.
   constexpr std::size_t kPiece = std::size_t{1} << 20;
-  if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);
+  if (!file_) file_ = std::make_unique<AtomicFile>(path_);
   for (std::size_t at = 0; at < block.size();) {
     const std::size_t end = piece_end(block, at, kPiece);
-    codificador_.Feed(block.substr(at, end - at), bytes_);
-    WriteBytes();
+    encoder_.feed(block.substr(at, end - at), bytes_);
+    write_bytes();
     at = end;
   }
-  file_->StartWriteback();
+  file_->start_writeback();
   ++written_;
 }
 
-void GravacaoDaLista::WriteBytes() {
-  file_->Write(bytes_);
+void ListSaver::write_bytes() {
+  file_->write(bytes_);
   if (keep_text_) saved_ += windows1252_to_utf8(bytes_);
   bytes_.clear();
 }
 
-std::string GravacaoDaLista::Commit() {
-  Stop();
+std::string ListSaver::commit() {
+  stop();
   if (failure_) std::rethrow_exception(failure_);
   const std::vector<std::string>& blocks = list_.Blocks();
-  for (std::size_t b = written_; b < blocks.size(); ++b) Write(blocks[b]);
-  if (!file_) file_ = std::make_unique<ArquivoAtomico>(path_);  // an empty list: an empty file
-  codificador_.Finish(bytes_);
-  WriteBytes();
-  file_->Commit();
+  for (std::size_t b = written_; b < blocks.size(); ++b) write(blocks[b]);
+  if (!file_) file_ = std::make_unique<AtomicFile>(path_);  // an empty list: an empty file
+  encoder_.finish(bytes_);
+  write_bytes();
+  file_->commit();
   list_.Clear();
   return keep_text_ ? std::move(saved_) : std::string();
 }

@@ -1,4 +1,4 @@
-#include "host/sources/conexao_sql.h"
+#include "host/sources/sql_connection.h"
 
 #include <unistd.h>
 

@@ -1,11 +1,11 @@
-#include "support/script_sql.h"
+#include "support/sql_script.h"
 
 #include <sstream>
 
 #include <soci/soci.h>
 
 #include "base/error.h"
-#include "host/sources/conexao_sql.h"
+#include "host/sources/sql_connection.h"
 
 namespace infofiscal {
 
