@@ -106,10 +106,12 @@ double LinhaInformacao::valor(int n) const {
   return v;
 }
 
-std::int64_t LinhaInformacao::centesimos(int n) const {
+std::int64_t LinhaInformacao::decimal(int n, int casas) const {
   const std::string_view s = texto(n);
+  const auto invalido = [&] { falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s)); };
   std::size_t i = s.empty() || s[0] != '-' ? 0 : 1;
   const bool negativo = i == 1;
+  // 18 significant digits always fit an int64 (< 9.2e18).
   std::int64_t v = 0;
   int digitos = 0, decimais = -1;  // decimals read after the separator; -1 before it
   bool arredonda = false;
@@ -117,20 +119,23 @@ std::int64_t LinhaInformacao::centesimos(int n) const {
     const char c = s[i];
     if ((c == ',' || c == '.') && decimais < 0) {
       decimais = 0;
-    } else if (c >= '0' && c <= '9' && digitos < 17) {
-      ++digitos;
-      if (decimais < 2) {
+    } else if (c >= '0' && c <= '9') {
+      if (decimais < casas) {
+        if (++digitos > 18) falha(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
         v = v * 10 + (c - '0');
         if (decimais >= 0) ++decimais;
-      } else if (decimais++ == 2) {
+      } else if (decimais++ == casas) {
         arredonda = c >= '5';
       }
     } else {
-      falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s));
+      invalido();
     }
   }
-  if (digitos == 0) falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s));
-  for (int d = decimais < 0 ? 0 : decimais; d < 2; ++d) v *= 10;
+  if (digitos == 0 && !arredonda) invalido();
+  for (int d = decimais < 0 ? 0 : decimais; d < casas; ++d) {
+    if (++digitos > 18) falha(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
+    v *= 10;
+  }
   v += arredonda ? 1 : 0;
   return negativo ? -v : v;
 }

@@ -29,10 +29,13 @@ struct LinhaInformacao {
   std::int64_t inteiro(int n) const;
   // Column `n` as an amount with a decimal comma ("1234,50", "-0,33"); throws Error otherwise.
   double valor(int n) const;
-  // Column `n` as an amount in hundredths, read exactly from its text ("1234,50" gives 123450;
-  // a point is taken as the decimal separator too; digits past the second decimal round half
-  // away from zero); throws Error like valor().
-  std::int64_t centesimos(int n) const;
+  // Column `n` as a decimal number in units of 10^-casas, read exactly from its text: "1234,50"
+  // with casas 2 gives 123450, "0,004" with casas 5 gives 400; a point is taken as the decimal
+  // separator too; digits past `casas` round half away from zero ("1,005" gives 101 hundredths,
+  // as the line's own rendering does). The one amount parser of the converters. Throws Error
+  // naming the line and column for a text that is not such a number or does not fit.
+  std::int64_t decimal(int n, int casas) const;
+  std::int64_t centesimos(int n) const { return decimal(n, 2); }
   // Column `n` as "dd/mm/yyyy" with an optional " hh:nn:ss"; throws Error otherwise.
   TimeStamp data(int n) const;
 };

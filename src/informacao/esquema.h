@@ -1,0 +1,26 @@
+// The columns of the information file by name: `L06::Quantidade` is C07 of line 06,
+// `L06::kTipo` the line type 6 and `L06::kTrailer` the count of its [C99]. Generated from
+// informacao/linhas.def, the one table of every line type's columns.
+#pragma once
+
+#include <string_view>
+
+namespace infofiscal::linha {
+
+#define LINHA(L, TIPO, TRAILER)          \
+  namespace L {                          \
+  inline constexpr int kTipo = TIPO;     \
+  inline constexpr int kTrailer = TRAILER; \
+  }
+#define COLUNA(L, NOME, N) \
+  namespace L {            \
+  inline constexpr int NOME = N; \
+  }
+#include "informacao/linhas.def"
+
+// The name of column `coluna` of line type `tipo` as the table gives it ("Quantidade" for C07
+// of line 06), for messages; empty for a column the table does not name. Lines 04 and 05 are
+// named as the export writes them (not as the stand-alone sales-return generator does).
+std::string_view nome_da_coluna(int tipo, int coluna);
+
+}  // namespace infofiscal::linha
