@@ -24,3 +24,15 @@ namespace infofiscal::linha {
 std::string_view nome_da_coluna(int tipo, int coluna);
 
 }  // namespace infofiscal::linha
+
+namespace infofiscal::linha {
+
+// The year-end inventory is laid out as the month-end one: one generator writes both.
+static_assert(L18::Codigo == L16::Codigo && L18::Data == L16::Data && L18::Total == L16::Total &&
+              L18::kTrailer == L16::kTrailer);
+static_assert(L19::TipoInventario == L17::TipoInventario && L19::Inventario == L17::Inventario &&
+              L19::Produto == L17::Produto && L19::Quantidade == L17::Quantidade &&
+              L19::PrecoUnitario == L17::PrecoUnitario && L19::PrecoTotal == L17::PrecoTotal &&
+              L19::Unidade == L17::Unidade && L19::TipoItem == L17::TipoItem && L19::kTrailer == L17::kTrailer);
+
+}  // namespace infofiscal::linha

@@ -1,8 +1,11 @@
 #include "registers/header/dtm_a_registrofiscal.h"
 
 #include "host/dates.h"
+#include "informacao/esquema.h"
 
 namespace infofiscal {
+
+using namespace linha;
 
 TDTM_A_RegistroFiscal::TDTM_A_RegistroFiscal(TDTM_ConexaoDS& conexao)
     : TDTM_FPadraoConsulta(conexao),
@@ -55,39 +58,37 @@ TDTM_A_RegistroFiscal::TDTM_A_RegistroFiscal(TDTM_ConexaoDS& conexao)
   Bind(TabRegistroInfoFiscal);
 }
 
-void TDTM_A_RegistroFiscal::ConsultarRegistro() {
-  TabRegistroInfoFiscal.Reopen({FCodRegistroFiscal});
-}
+void TDTM_A_RegistroFiscal::ConsultarRegistro() { TabRegistroInfoFiscal.Reopen({FCodRegistroFiscal}); }
 
 void TDTM_A_RegistroFiscal::L01_RegistroFiscal(TStringList& AArquivo) {
   ConsultarRegistro();
   // C06 to C15; the tax incidence (C12) stands between the legal-person nature and the credit
   // appropriation method, not in the order of the dataset.
   static const Column kIndicadores[] = {
-      {6, Render::Text, "FINALIDADEARQUIVO"},
-      {7, Render::Text, "NUMREGANTERIOR"},
-      {8, Render::Text, "PERFILAPRESENTARARQ"},
-      {9, Render::Text, "INDICADORTIPOATIVIDADE"},
-      {10, Render::Text, "INDICADORSITESPECIAL"},
-      {11, Render::Text, "INDICADORNATPESSOAJURIDICA"},
-      {12, Render::Text, "INDICADORINCIDENCIATRIBUTARIA"},
-      {13, Render::Text, "INDICADORMETODOAPROPCREDITO"},
-      {14, Render::Text, "INDICADORTIPOCONTRIBUICAO"},
-      {15, Render::Text, "INDICADORCRITESCRITURACAO"},
+      {L01::Finalidade, Render::Text, "FINALIDADEARQUIVO"},
+      {L01::RegistroAnterior, Render::Text, "NUMREGANTERIOR"},
+      {L01::Perfil, Render::Text, "PERFILAPRESENTARARQ"},
+      {L01::TipoAtividade, Render::Text, "INDICADORTIPOATIVIDADE"},
+      {L01::SituacaoEspecial, Render::Text, "INDICADORSITESPECIAL"},
+      {L01::NaturezaPessoaJuridica, Render::Text, "INDICADORNATPESSOAJURIDICA"},
+      {L01::IncidenciaTributaria, Render::Text, "INDICADORINCIDENCIATRIBUTARIA"},
+      {L01::MetodoApropriacaoCredito, Render::Text, "INDICADORMETODOAPROPCREDITO"},
+      {L01::TipoContribuicao, Render::Text, "INDICADORTIPOCONTRIBUICAO"},
+      {L01::CriterioEscrituracao, Render::Text, "INDICADORCRITESCRITURACAO"},
   };
   UnderErrorRule("Erro ano Gerar Registro Linha 01: ", [&] {
     const auto& r = TabRegistroInfoFiscal;
     const int mes = static_cast<int>(r.FieldByName("CDMES").AsInteger());
     const int ano = static_cast<int>(r.FieldByName("ANO").AsInteger());
     const auto s_ou_n = [&](const char* field) { return r.FieldByName(field).AsString() == "S" ? "S" : "N"; };
-    oLinha.Head(1);
-    oLinha.Integer(1, FCodTipoRegistro);
-    oLinha.Date(2, first_day_of_month(mes, ano));
-    oLinha.Date(3, last_day_of_month(mes, ano));
-    oLinha.Text(4, s_ou_n("REGINVENTARIOFINALMES"));
-    oLinha.Text(5, s_ou_n("REGINVENTARIOFINALANO"));
+    oLinha.Head(L01::kTipo);
+    oLinha.Integer(L01::TipoRegistro, FCodTipoRegistro);
+    oLinha.Date(L01::DataInicial, first_day_of_month(mes, ano));
+    oLinha.Date(L01::DataFinal, last_day_of_month(mes, ano));
+    oLinha.Text(L01::InventarioFinalMes, s_ou_n("REGINVENTARIOFINALMES"));
+    oLinha.Text(L01::InventarioFinalAno, s_ou_n("REGINVENTARIOFINALANO"));
     ColumnTable(r, kIndicadores).Write(oLinha);
-    oLinha.Trailer(15);
+    oLinha.Trailer(L01::kTrailer);
     oLinha.AddTo(AArquivo);
   });
 }

@@ -1,6 +1,10 @@
 #include "registers/header/dtm_a_tabcontador.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 TDTM_A_TabContador::TDTM_A_TabContador(TDTM_ConexaoDS& conexao)
     : TDTM_FPadraoConsulta(conexao),
@@ -32,24 +36,24 @@ void TDTM_A_TabContador::ConsultarRegistro() {
 void TDTM_A_TabContador::InformacaoContador(TStringList& AArquivo) {
   // Unlike line 02: the house number before the complement, the postal code after them.
   static const Column kColunas[] = {
-      {1, Render::Text, "CDCONTADOR"},
-      {2, Render::Text, "NOMECONTADOR"},
-      {3, Render::Text, "CPF"},
-      {4, Render::Text, "CRC"},
-      {5, Render::Text, "CNPJ"},
-      {6, Render::Text, "ENDERECO"},
-      {7, Render::Text, "ENDERECONUMERO"},
-      {8, Render::Text, "ENDERECOCOMPLEMENTO"},
-      {9, Render::Text, "CEP"},
-      {10, Render::Text, "BAIRRO"},
-      {11, Render::Text, "FONE"},
-      {12, Render::Text, "FAX"},
-      {13, Render::Text, "EMAIL"},
-      {14, Render::Text, "CODIBGE"},
+      {L03::Codigo, Render::Text, "CDCONTADOR"},
+      {L03::Nome, Render::Text, "NOMECONTADOR"},
+      {L03::Cpf, Render::Text, "CPF"},
+      {L03::Crc, Render::Text, "CRC"},
+      {L03::Cnpj, Render::Text, "CNPJ"},
+      {L03::Endereco, Render::Text, "ENDERECO"},
+      {L03::Numero, Render::Text, "ENDERECONUMERO"},
+      {L03::Complemento, Render::Text, "ENDERECOCOMPLEMENTO"},
+      {L03::Cep, Render::Text, "CEP"},
+      {L03::Bairro, Render::Text, "BAIRRO"},
+      {L03::Fone, Render::Text, "FONE"},
+      {L03::Fax, Render::Text, "FAX"},
+      {L03::Email, Render::Text, "EMAIL"},
+      {L03::IbgeCidade, Render::Text, "CODIBGE"},
   };
   ConsultarRegistro();
   UnderErrorRule("Erro ano Gerar Registro Linha 03 : ",
-                 [&] { WriteLine(oLinha, 3, ColumnTable(TabContador, kColunas), 14, AArquivo); });
+                 [&] { WriteLine(oLinha, L03::kTipo, ColumnTable(TabContador, kColunas), L03::kTrailer, AArquivo); });
 }
 
 }  // namespace infofiscal

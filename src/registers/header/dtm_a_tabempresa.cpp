@@ -1,6 +1,10 @@
 #include "registers/header/dtm_a_tabempresa.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 TDTM_A_TabEmpresa::TDTM_A_TabEmpresa(TDTM_ConexaoDS& conexao)
     : TDTM_FPadraoConsulta(conexao),
@@ -30,37 +34,35 @@ TDTM_A_TabEmpresa::TDTM_A_TabEmpresa(TDTM_ConexaoDS& conexao)
   Bind(TabEmpresa);
 }
 
-void TDTM_A_TabEmpresa::ConsultarRegistro() {
-  TabEmpresa.Reopen({InfoSistema().CodEmpresa()});
-}
+void TDTM_A_TabEmpresa::ConsultarRegistro() { TabEmpresa.Reopen({InfoSistema().CodEmpresa()}); }
 
 void TDTM_A_TabEmpresa::L02_InformacaoEmpresa(TStringList& AArquivo) {
   // Not the dataset's order: the state comes before the registrations, the postal code
   // between street and complement, the complement before the house number.
   static const Column kColunas[] = {
-      {1, Render::Text, "CDEMPRESA"},
-      {2, Render::Text, "RAZAOSOCIAL"},
-      {3, Render::Text, "NOMEFANTASIA"},
-      {4, Render::Text, "CNPJ"},
-      {5, Render::Text, "CDESTADO"},
-      {6, Render::Text, "IE"},
-      {7, Render::Text, "IM"},
-      {8, Render::Text, "SUFRAMA"},
-      {9, Render::Text, "NOMECIDADE"},
-      {10, Render::Text, "ENDERECO"},
-      {11, Render::Text, "CEP"},
-      {12, Render::Text, "ENDERECOCOMPLEMENTO"},
-      {13, Render::Text, "ENDERECONUMERO"},
-      {14, Render::Text, "BAIRRO"},
-      {15, Render::Text, "FONE"},
-      {16, Render::Text, "FAX"},
-      {17, Render::Text, "EMAIL"},
-      {18, Render::Text, "IBGE_CIDADE"},
-      {19, Render::Text, "IBGE_PAIS"},
+      {L02::Codigo, Render::Text, "CDEMPRESA"},
+      {L02::RazaoSocial, Render::Text, "RAZAOSOCIAL"},
+      {L02::NomeFantasia, Render::Text, "NOMEFANTASIA"},
+      {L02::Cnpj, Render::Text, "CNPJ"},
+      {L02::Uf, Render::Text, "CDESTADO"},
+      {L02::Ie, Render::Text, "IE"},
+      {L02::Im, Render::Text, "IM"},
+      {L02::Suframa, Render::Text, "SUFRAMA"},
+      {L02::NomeCidade, Render::Text, "NOMECIDADE"},
+      {L02::Endereco, Render::Text, "ENDERECO"},
+      {L02::Cep, Render::Text, "CEP"},
+      {L02::Complemento, Render::Text, "ENDERECOCOMPLEMENTO"},
+      {L02::Numero, Render::Text, "ENDERECONUMERO"},
+      {L02::Bairro, Render::Text, "BAIRRO"},
+      {L02::Fone, Render::Text, "FONE"},
+      {L02::Fax, Render::Text, "FAX"},
+      {L02::Email, Render::Text, "EMAIL"},
+      {L02::IbgeCidade, Render::Text, "IBGE_CIDADE"},
+      {L02::IbgePais, Render::Text, "IBGE_PAIS"},
   };
   ConsultarRegistro();
   UnderErrorRule("Erro ano Gerar Registro Linha 02 : ",
-                 [&] { WriteLine(oLinha, 2, ColumnTable(TabEmpresa, kColunas), 19, AArquivo); });
+                 [&] { WriteLine(oLinha, L02::kTipo, ColumnTable(TabEmpresa, kColunas), L02::kTrailer, AArquivo); });
 }
 
 }  // namespace infofiscal

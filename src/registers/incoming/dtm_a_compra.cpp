@@ -4,42 +4,46 @@
 #include <string>
 
 #include "host/texto.h"
+#include "informacao/esquema.h"
 #include "registers/linha_item.h"
 
 namespace infofiscal {
 
+using namespace linha;
+
 namespace {
 
 // Line 04: C04, then C06 to C23, then C25 and C26 (C03 and C05 are cleaned, C24 is tested).
-constexpr Column kL04_C04[] = {{4, Render::Text, "CDTABCFOP"}};
+constexpr Column kL04_C04[] = {{L04::Cfop, Render::Text, "CDTABCFOP"}};
 constexpr Column kL04_C06_C23[] = {
-    {6, Render::Text, "MODELO"},
-    {7, Render::Text, "SERIE"},
-    {8, Render::Text, "DATAEMISSAONF"},  // timestamp as text: the time only when not midnight
-    {9, Render::Text, "DATARECEBIMENTO"},
-    {10, Render::Amount, "TOTALCOMPRA"},
-    {11, Render::Amount, "DESCONTO"},
-    {12, Render::Amount, "TOTALPRODUTO"},
-    {13, Render::Amount, "FRETE"},
-    {14, Render::Amount, "SEGURO"},
-    {15, Render::Amount, "OUTRASDESPESAS"},
-    {16, Render::Amount, "ICMS_BASECALCULO"},
-    {17, Render::Amount, "ICMS_VALOR"},
-    {18, Render::Amount, "ICMS_ST_BASECALCULO"},
-    {19, Render::Amount, "ICMS_ST_VALOR"},
-    {20, Render::Amount, "IPI_VALOR"},
-    {21, Render::Amount, "PIS_VALOR"},
-    {22, Render::Amount, "COFINS_VALOR"},
-    {23, Render::Constant, "1"},
+    {L04::Modelo, Render::Text, "MODELO"},
+    {L04::Serie, Render::Text, "SERIE"},
+    {L04::Emissao, Render::Text, "DATAEMISSAONF"},  // timestamp as text: the time only when not midnight
+    {L04::EntradaSaida, Render::Text, "DATARECEBIMENTO"},
+    {L04::Total, Render::Amount, "TOTALCOMPRA"},
+    {L04::Desconto, Render::Amount, "DESCONTO"},
+    {L04::TotalProdutos, Render::Amount, "TOTALPRODUTO"},
+    {L04::Frete, Render::Amount, "FRETE"},
+    {L04::Seguro, Render::Amount, "SEGURO"},
+    {L04::OutrasDespesas, Render::Amount, "OUTRASDESPESAS"},
+    {L04::IcmsBase, Render::Amount, "ICMS_BASECALCULO"},
+    {L04::IcmsValor, Render::Amount, "ICMS_VALOR"},
+    {L04::IcmsStBase, Render::Amount, "ICMS_ST_BASECALCULO"},
+    {L04::IcmsStValor, Render::Amount, "ICMS_ST_VALOR"},
+    {L04::IpiValor, Render::Amount, "IPI_VALOR"},
+    {L04::PisValor, Render::Amount, "PIS_VALOR"},
+    {L04::CofinsValor, Render::Amount, "COFINS_VALOR"},
+    {L04::Fixo, Render::Constant, "1"},
 };
-constexpr Column kL04_C25_C26[] = {{25, Render::Text, "CDCIDADEORIGEMIBGE"}, {26, Render::Text, "CDCIDADEDESTINOIBGE"}};
+constexpr Column kL04_C25_C26[] = {{L04::IbgeOrigem, Render::Text, "CDCIDADEORIGEMIBGE"},
+                                   {L04::IbgeDestino, Render::Text, "CDCIDADEDESTINOIBGE"}};
 
 // Line 05 after the kind, the row counter and the constant party role.
 constexpr Column kL05_C04_C07[] = {
-    {4, Render::Text, "CDFORNECEDOR"},
-    {5, Render::Text, "CNPJ_CPF"},
-    {6, Render::Text, "IE"},
-    {7, Render::Text, "CDESTADO"},
+    {L05::Codigo, Render::Text, "CDFORNECEDOR"},
+    {L05::CnpjCpf, Render::Text, "CNPJ_CPF"},
+    {L05::Ie, Render::Text, "IE"},
+    {L05::Uf, Render::Text, "CDESTADO"},
 };
 
 // Removed from the note number and the access key before they are written.
@@ -140,18 +144,18 @@ void TDTM_A_Compra::L04_InfoCompra(int ANumRegistro, int ACodCompra, TStringList
   const std::string numero = clean_text(TabCompra.FieldAt(FNumNF).AsString(), kLimpeza);
   const std::string chave = clean_text(TabCompra.FieldAt(FChaveNFe).AsString(), kLimpeza);
   UnderErrorRule("Erro ano Gerar Registro Linha 04 : ", [&] {
-    oLinha.Head(4);
-    oLinha.Integer(1, FTipoProcesso);
-    oLinha.Integer(2, ANumRegistro);
-    oLinha.Text(3, numero);
+    oLinha.Head(L04::kTipo);
+    oLinha.Integer(L04::TipoNota, FTipoProcesso);
+    oLinha.Integer(L04::Contador, ANumRegistro);
+    oLinha.Text(L04::Numero, numero);
     FColunasC04.Write(oLinha);
-    oLinha.Text(5, chave);
+    oLinha.Text(L04::Chave, chave);
     FColunasC06_C23.Write(oLinha);
     // Only a purchase in state 3 may be written; any other is a fault of the data, not a skip.
     if (TabCompra.FieldAt(FPDE).AsString() != "3") throw Error("Erro na NFe de Entrada: " + numero);
-    oLinha.Integer(24, 0);
+    oLinha.Integer(L04::Situacao, 0);
     FColunasC25_C26.Write(oLinha);
-    oLinha.Trailer(26);
+    oLinha.Trailer(L04::kTrailer);
     oLinha.AddTo(AArquivo);
   });
 }
@@ -159,12 +163,12 @@ void TDTM_A_Compra::L04_InfoCompra(int ANumRegistro, int ACodCompra, TStringList
 void TDTM_A_Compra::L05_Fornecedor(int ANumRegistro, int ACodCompra, TStringList& AArquivo) {
   ConsRegistro_InstituicaoFornecedor(ACodCompra);
   UnderErrorRule("Erro ano Gerar Registro Linha 05 : ", [&] {
-    oLinha.Head(5);
-    oLinha.Integer(1, FTipoProcesso);
-    oLinha.Integer(2, ANumRegistro);
-    oLinha.Integer(3, 2);  // party role: supplier
+    oLinha.Head(L05::kTipo);
+    oLinha.Integer(L05::TipoNota, FTipoProcesso);
+    oLinha.Integer(L05::Contador, ANumRegistro);
+    oLinha.Integer(L05::Papel, 2);  // party role: supplier
     FColunasL05.Write(oLinha);
-    oLinha.Trailer(7);
+    oLinha.Trailer(L05::kTrailer);
     oLinha.AddTo(AArquivo);
   });
 }
@@ -253,13 +257,13 @@ void TDTM_A_Compra::L06_Itens(ClientDataSet& itens, const ColunasItens& colunas,
   UnderErrorRule("Erro ano Gerar Registro Linha 06 : ", [&] {
     int item = 0;  // the stored ITEMCOMPRA is not written: C04 counts the note's rows
     for (; !itens.Eof(); itens.Next()) {
-      oLinha.Head(6);
-      oLinha.Integer(1, FTipoProcesso);
-      oLinha.Integer(2, ANumRegistro);
-      oLinha.FieldText(3, itens.FieldAt(colunas.codigo));
-      oLinha.Integer(4, ++item);
+      oLinha.Head(L06::kTipo);
+      oLinha.Integer(L06::TipoNota, FTipoProcesso);
+      oLinha.Integer(L06::Contador, ANumRegistro);
+      oLinha.FieldText(L06::Produto, itens.FieldAt(colunas.codigo));
+      oLinha.Integer(L06::Item, ++item);
       colunas.resto.Write(oLinha);
-      oLinha.Trailer(38);
+      oLinha.Trailer(L06::kTrailer);
       oLinha.AddTo(AArquivo);
     }
   });

@@ -3,7 +3,11 @@
 #include <string>
 #include <vector>
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 TDTM_A_TabInventario::TDTM_A_TabInventario(TDTM_ConexaoDS& conexao, const TabelaInventario& tabela)
     : TDTM_A_Padrao(conexao),
@@ -16,9 +20,7 @@ TDTM_A_TabInventario::TDTM_A_TabInventario(TDTM_ConexaoDS& conexao, const Tabela
   Bind(TabInventarioProduto);
 }
 
-void TDTM_A_TabInventario::Consulta(ClientDataSet& tab, std::int32_t registro) {
-  tab.Reopen({registro});
-}
+void TDTM_A_TabInventario::Consulta(ClientDataSet& tab, std::int32_t registro) { tab.Reopen({registro}); }
 
 void TDTM_A_TabInventario::ConsRegistroInventario() { Consulta(TabInventario, FCodRegistroFiscal); }
 
@@ -33,22 +35,28 @@ void TDTM_A_TabInventario::GerarInventario(TStringList& AArquivo) {
 
 void TDTM_A_TabInventario::LinhaInventario(TStringList& AArquivo) {
   // No C01; the trailer still counts 04. C03 is the timestamp's text (date alone at midnight).
+  // Lines 18 and 19 are laid out as 16 and 17 (the static_asserts of the schema say so).
   static const Column kColunas[] = {
-      {2, Render::Text, "CDINVENTARIOEMP"},
-      {3, Render::Text, "DATAINVENTARIO"},
-      {4, Render::Amount, "TOTALINVENTARIO"},
+      {L16::Codigo, Render::Text, "CDINVENTARIOEMP"},
+      {L16::Data, Render::Text, "DATAINVENTARIO"},
+      {L16::Total, Render::Amount, "TOTALINVENTARIO"},
   };
   ConsRegistroInventario();
   UnderErrorRule(tabela_.prefixo_inventario, [&] {
-    WriteLine(oLinha, tabela_.linha_inventario, ColumnTable(TabInventario, kColunas), 4, AArquivo);
+    WriteLine(oLinha, tabela_.linha_inventario, ColumnTable(TabInventario, kColunas), L16::kTrailer, AArquivo);
   });
 }
 
 void TDTM_A_TabInventario::LinhasProduto(TStringList& AArquivo) {
   static const Column kColunas[] = {
-      {1, Render::Text, "CDTIPOINVENTARIO"}, {2, Render::Text, "CDINVENTARIO"},   {3, Render::Text, "CDPRODUTO"},
-      {4, Render::Amount, "QUANTIDADE"},     {5, Render::Amount, "PRECOFABRICA"}, {6, Render::Amount, "PRECOTOTAL"},
-      {7, Render::Text, "SIGLAUNIDADE"},     {8, Render::Constant, "2"},
+      {L17::TipoInventario, Render::Text, "CDTIPOINVENTARIO"},
+      {L17::Inventario, Render::Text, "CDINVENTARIO"},
+      {L17::Produto, Render::Text, "CDPRODUTO"},
+      {L17::Quantidade, Render::Amount, "QUANTIDADE"},
+      {L17::PrecoUnitario, Render::Amount, "PRECOFABRICA"},
+      {L17::PrecoTotal, Render::Amount, "PRECOTOTAL"},
+      {L17::Unidade, Render::Text, "SIGLAUNIDADE"},
+      {L17::TipoItem, Render::Constant, "2"},
   };
   ConsRegistroProdInventario();
   UnderErrorRule(tabela_.prefixo_produto, [&] {
@@ -57,7 +65,7 @@ void TDTM_A_TabInventario::LinhasProduto(TStringList& AArquivo) {
     const Field total = tab.FieldByName("PRECOTOTAL");
     while (!tab.Eof()) {
       FProcProgresso(tab.RecNo(), tab.RecordCount());
-      if (total.AsFloat() > 0) WriteLine(oLinha, tabela_.linha_produto, colunas, 8, AArquivo);
+      if (total.AsFloat() > 0) WriteLine(oLinha, tabela_.linha_produto, colunas, L17::kTrailer, AArquivo);
       tab.Next();
     }
   });

@@ -1,6 +1,10 @@
 #include "registers/master/dtm_a_tabinventario_finalano.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 namespace {
 
@@ -22,9 +26,9 @@ constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALANO",
                                    .campos_inventario = kInventario,
                                    .provider_produto = "DspInventarioProduto_FA",
                                    .campos_produto = kProduto,
-                                   .linha_inventario = 18,
+                                   .linha_inventario = L18::kTipo,
                                    .prefixo_inventario = "Erro ano Gerar Registro Linha 18 : ",
-                                   .linha_produto = 19,
+                                   .linha_produto = L19::kTipo,
                                    .prefixo_produto = "Erro ano Gerar Registro Linha 19 : "};
 
 }  // namespace

@@ -1,6 +1,10 @@
 #include "registers/master/dtm_a_tabinventario_finalmes.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 namespace {
 
@@ -22,9 +26,9 @@ constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALMES",
                                    .campos_inventario = kInventario,
                                    .provider_produto = "DspInventarioProduto_FM",
                                    .campos_produto = kProduto,
-                                   .linha_inventario = 16,
+                                   .linha_inventario = L16::kTipo,
                                    .prefixo_inventario = "Erro ano Gerar Registro Linha 16 : ",
-                                   .linha_produto = 17,
+                                   .linha_produto = L17::kTipo,
                                    .prefixo_produto = "Erro ano Gerar Registro Linha 17 : "};
 
 }  // namespace

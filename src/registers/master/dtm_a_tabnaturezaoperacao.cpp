@@ -1,6 +1,10 @@
 #include "registers/master/dtm_a_tabnaturezaoperacao.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 namespace {
 
@@ -9,15 +13,15 @@ constexpr FieldDef kCampos[] = {
     {"DESCCFOP", FieldClass::String, 50},
 };
 constexpr Column kColunas[] = {
-    {1, Render::Text, "CDTABCFOP"},
-    {2, Render::Text, "DESCCFOP"},
+    {L15::Cfop, Render::Text, "CDTABCFOP"},
+    {L15::Descricao, Render::Text, "DESCCFOP"},
 };
 constexpr TabelaLista kTabela{.dataset = "TabNaturezaOperacao",
                               .provider = "DspNaturezaOperacao",
                               .campos = kCampos,
-                              .tipo = 15,
+                              .tipo = L15::kTipo,
                               .colunas = kColunas,
-                              .trailer = 2,
+                              .trailer = L15::kTrailer,
                               .prefixo = "Erro ano Gerar Registro Linha 15 : "};
 
 }  // namespace

@@ -1,6 +1,10 @@
 #include "registers/master/dtm_a_tabunidade.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 namespace {
 
@@ -10,16 +14,16 @@ constexpr FieldDef kCampos[] = {
     {"DESCUNIDADE", FieldClass::String, 20},
 };
 constexpr Column kColunas[] = {
-    {1, Render::Text, "CDUNIDADE"},
-    {2, Render::Text, "SIGLAUNIDADE"},
-    {3, Render::Text, "DESCUNIDADE"},
+    {L13::Codigo, Render::Text, "CDUNIDADE"},
+    {L13::Sigla, Render::Text, "SIGLAUNIDADE"},
+    {L13::Descricao, Render::Text, "DESCUNIDADE"},
 };
 constexpr TabelaLista kTabela{.dataset = "TabUnidade",
                               .provider = "DspListaUnidade",
                               .campos = kCampos,
-                              .tipo = 13,
+                              .tipo = L13::kTipo,
                               .colunas = kColunas,
-                              .trailer = 3,
+                              .trailer = L13::kTrailer,
                               .prefixo = "Erro ano Gerar Registro Linha 13 : "};
 
 }  // namespace

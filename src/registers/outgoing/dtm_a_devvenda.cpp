@@ -1,28 +1,31 @@
 #include "registers/outgoing/dtm_a_devvenda.h"
 
+#include "informacao/esquema.h"
 #include "registers/outgoing/nf_saida.h"
 
 namespace infofiscal {
+
+using namespace linha;
 
 namespace {
 
 // No CFOP, access key or exit date; the model stands in C04.
 std::vector<Column> colunas_04() {
   std::vector<Column> c = {
-      {3, Render::Text, "CDNOTAFISCAL"},
-      {4, Render::Constant, "55"},
-      {5, Render::Text, "NUMSERIE"},
-      {6, Render::Text, "EMISSAO"},
+      {L04Devolucao::Numero, Render::Text, "CDNOTAFISCAL"},
+      {L04Devolucao::Modelo, Render::Constant, "55"},
+      {L04Devolucao::Serie, Render::Text, "NUMSERIE"},
+      {L04Devolucao::Emissao, Render::Text, "EMISSAO"},
   };
-  for (const Column& v : nf_saida::valores_nota(7)) c.push_back(v);
-  c.push_back({20, Render::Constant, "0"});
+  for (const Column& v : nf_saida::valores_nota(L04Devolucao::Total)) c.push_back(v);
+  c.push_back({L04Devolucao::Fixo, Render::Constant, "0"});
   return c;
 }
 
 constexpr Column kColunas05[] = {
-    {3, Render::Text, "CNPJ_CPF"},
-    {4, Render::Text, "IE"},
-    {5, Render::Text, "CDESTADO"},
+    {L05Devolucao::CnpjCpf, Render::Text, "CNPJ_CPF"},
+    {L05Devolucao::Ie, Render::Text, "IE"},
+    {L05Devolucao::Uf, Render::Text, "CDESTADO"},
 };
 
 void requisita(ClientDataSet& dataset, int tipo, int nota) {
@@ -62,17 +65,19 @@ void TDTM_A_DevVenda::ConsRegistro_InstituicaoCliente(int ACodTipoNotaFiscal, in
 void TDTM_A_DevVenda::Reg_04_InfoNotaFiscal(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                                             TStringList& AArquivo) {
   ConsRegistro_NotaFiscal(ACodTipoNotaFiscal, ACodNotaFiscal);
-  nf_saida::escreve_linha(oLinha, 4, FTipoProcesso, ANumRegistro, FColunas04, 21, AArquivo, [&] {
-    if (TabNF_Venda.FieldAt(FPDE).AsString() != "2")
-      throw Error("Nota Fiscal de Saída (DevVenda) : " + TabNF_Venda.FieldAt(FCodNota).AsString());
-    oLinha.Integer(21, 0);
-  });
+  nf_saida::escreve_linha(
+      oLinha, L04Devolucao::kTipo, FTipoProcesso, ANumRegistro, FColunas04, L04Devolucao::kTrailer, AArquivo, [&] {
+        if (TabNF_Venda.FieldAt(FPDE).AsString() != "2")
+          throw Error("Nota Fiscal de Saída (DevVenda) : " + TabNF_Venda.FieldAt(FCodNota).AsString());
+        oLinha.Integer(L04Devolucao::Situacao, 0);
+      });
 }
 
 void TDTM_A_DevVenda::Reg_05_InstituicaoCliente(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                                                 TStringList& AArquivo) {
   ConsRegistro_InstituicaoCliente(ACodTipoNotaFiscal, ACodNotaFiscal);
-  nf_saida::escreve_linha(oLinha, 5, FTipoProcesso, ANumRegistro, FColunas05, 5, AArquivo, [] {});
+  nf_saida::escreve_linha(oLinha, L05Devolucao::kTipo, FTipoProcesso, ANumRegistro, FColunas05, L05Devolucao::kTrailer,
+                          AArquivo, [] {});
 }
 
 }  // namespace infofiscal

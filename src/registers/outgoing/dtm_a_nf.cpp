@@ -1,27 +1,32 @@
 #include "registers/outgoing/dtm_a_nf.h"
 
+#include "informacao/esquema.h"
 #include "registers/outgoing/nf_saida.h"
 
 namespace infofiscal {
+
+using namespace linha;
 
 namespace {
 
 std::vector<Column> colunas_04() {
   std::vector<Column> c = {
-      {3, Render::Text, "CDNOTAFISCAL"}, {4, Render::Text, "CDTABCFOP"}, {5, Render::Text, "CHAVENFE"},
-      {6, Render::Constant, "55"},       {7, Render::Text, "NUMSERIE"},  {8, Render::Text, "EMISSAO"},
-      {9, Render::Text, "SAIDA"},
+      {L04::Numero, Render::Text, "CDNOTAFISCAL"}, {L04::Cfop, Render::Text, "CDTABCFOP"},
+      {L04::Chave, Render::Text, "CHAVENFE"},      {L04::Modelo, Render::Constant, "55"},
+      {L04::Serie, Render::Text, "NUMSERIE"},      {L04::Emissao, Render::Text, "EMISSAO"},
+      {L04::EntradaSaida, Render::Text, "SAIDA"},
   };
-  for (const Column& v : nf_saida::valores_nota(10)) c.push_back(v);
-  c.push_back({23, Render::Constant, "0"});
+  for (const Column& v : nf_saida::valores_nota(L04::Total)) c.push_back(v);
+  c.push_back({L04::Fixo, Render::Constant, "0"});
   return c;
 }
 
 // C03 is the party role: 1 a customer, 2 a supplier.
 std::vector<Column> colunas_05(std::string_view papel) {
   return {
-      {3, Render::Constant, papel}, {4, Render::Text, "CDCLIENTE"}, {5, Render::Text, "CNPJ_CPF"},
-      {6, Render::Text, "IE"},      {7, Render::Text, "CDESTADO"},
+      {L05::Papel, Render::Constant, papel},    {L05::Codigo, Render::Text, "CDCLIENTE"},
+      {L05::CnpjCpf, Render::Text, "CNPJ_CPF"}, {L05::Ie, Render::Text, "IE"},
+      {L05::Uf, Render::Text, "CDESTADO"},
   };
 }
 
@@ -60,13 +65,13 @@ void TDTM_A_NF::ConsRegistro_NF_Cliente(int ACodTipoNotaFiscal, int ACodNotaFisc
 void TDTM_A_NF::L04_InfoNotaFiscal(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                                    TStringList& AArquivo) {
   ConsRegistro_NotaFiscal(ACodTipoNotaFiscal, ACodNotaFiscal);
-  nf_saida::escreve_linha(oLinha, 4, FTipoProcesso, ANumRegistro, FColunas04, 26, AArquivo, [&] {
+  nf_saida::escreve_linha(oLinha, L04::kTipo, FTipoProcesso, ANumRegistro, FColunas04, L04::kTrailer, AArquivo, [&] {
     // C24, the situation: an issued note (2) is 0, a cancelled one (3) is 2; no other state
     // may reach the file. C25 and C26 are never written although the trailer counts them.
     const Field pde = TabNF_Venda.FieldAt(FPDE);
     const std::string situacao = pde.AsString();
-    if (situacao == "2") oLinha.Integer(24, 0);
-    if (situacao == "3") oLinha.Integer(24, 2);
+    if (situacao == "2") oLinha.Integer(L04::Situacao, 0);
+    if (situacao == "3") oLinha.Integer(L04::Situacao, 2);
     const std::int64_t estado = pde.AsInteger();
     if (estado != 2 && estado != 3)
       throw Error("Erro na Nota Fiscal de Saida: " + TabNF_Venda.FieldAt(FCodNota).AsString());
@@ -85,7 +90,7 @@ void TDTM_A_NF::L05_InstituicaoFornecedor(int ANumRegistro, int ACodTipoNotaFisc
 void TDTM_A_NF::L05(const ColumnTable& colunas, int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal,
                     TStringList& AArquivo) {
   ConsRegistro_NF_Cliente(ACodTipoNotaFiscal, ACodNotaFiscal);
-  nf_saida::escreve_linha(oLinha, 5, FTipoProcesso, ANumRegistro, colunas, 7, AArquivo, [] {});
+  nf_saida::escreve_linha(oLinha, L05::kTipo, FTipoProcesso, ANumRegistro, colunas, L05::kTrailer, AArquivo, [] {});
 }
 
 }  // namespace infofiscal

@@ -1,9 +1,12 @@
 #include "registers/outgoing/dtm_a_nf_itens.h"
 
+#include "informacao/esquema.h"
 #include "registers/linha_item.h"
 #include "registers/outgoing/nf_saida.h"
 
 namespace infofiscal {
+
+using namespace linha;
 
 namespace {
 
@@ -50,7 +53,7 @@ std::vector<FieldDef> produto_campos() {
   };
 }
 
-constexpr Column kProduto[] = {{3, Render::Text, "CDPRODUTO"}};
+constexpr Column kProduto[] = {{L06::Produto, Render::Text, "CDPRODUTO"}};
 
 }  // namespace
 
@@ -71,15 +74,15 @@ void TDTM_A_NF_Itens::ConsRegistro_Produto(int ACodTipoNotaFiscal, int ACodNotaF
 
 void TDTM_A_NF_Itens::L06_Produto(int ANumRegistro, int ACodTipoNotaFiscal, int ACodNotaFiscal, TStringList& AArquivo) {
   ConsRegistro_Produto(ACodTipoNotaFiscal, ACodNotaFiscal);
-  UnderErrorRule(nf_saida::prefixo(6), [&] {
+  UnderErrorRule(nf_saida::prefixo(L06::kTipo), [&] {
     int item = 0;
     while (!TabNF_Produto.Eof()) {
       ++item;
-      nf_saida::abre_linha(oLinha, 6, FTipoProcesso, ANumRegistro);
+      nf_saida::abre_linha(oLinha, L06::kTipo, FTipoProcesso, ANumRegistro);
       FProduto.Write(oLinha);
-      oLinha.Integer(4, item);
+      oLinha.Integer(L06::Item, item);
       FColunas06.Write(oLinha);
-      oLinha.Trailer(38);
+      oLinha.Trailer(L06::kTrailer);
       oLinha.AddTo(AArquivo);
       TabNF_Produto.Next();
     }

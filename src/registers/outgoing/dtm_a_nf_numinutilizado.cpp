@@ -1,6 +1,10 @@
 #include "registers/outgoing/dtm_a_nf_numinutilizado.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal {
+
+using namespace linha;
 
 TDTM_A_NF_NumInutilizado::TDTM_A_NF_NumInutilizado(TDTM_ConexaoDS& conexao)
     : TDTM_A_Padrao(conexao),
@@ -32,37 +36,37 @@ void TDTM_A_NF_NumInutilizado::L04_NF_Inutilizado(std::int32_t ANumRegistro, TSt
   // C03 on; every column that the number does not fill is a literal: the zero amounts are
   // "0,00" with a comma whatever the renderings do.
   static const Column kColunas[] = {
-      {3, Render::Text, "CDNFE_NUMINUTILIZADO"},
-      {4, Render::Empty},
-      {5, Render::Empty},
-      {6, Render::Constant, "55"},
-      {7, Render::Empty},
-      {8, Render::Empty},
-      {9, Render::Empty},
-      {10, Render::Constant, "0,00"},
-      {11, Render::Constant, "0,00"},
-      {12, Render::Constant, "0,00"},
-      {13, Render::Constant, "0,00"},
-      {14, Render::Constant, "0,00"},
-      {15, Render::Constant, "0,00"},
-      {16, Render::Constant, "0,00"},
-      {17, Render::Constant, "0,00"},
-      {18, Render::Constant, "0,00"},
-      {19, Render::Constant, "0,00"},
-      {20, Render::Constant, "0,00"},
-      {21, Render::Constant, "0,00"},
-      {22, Render::Constant, "0,00"},
-      {23, Render::Constant, "0"},
-      {24, Render::Constant, "5"},  // situation: voided
-      {25, Render::Empty},
-      {26, Render::Empty},
+      {L04::Numero, Render::Text, "CDNFE_NUMINUTILIZADO"},
+      {L04::Cfop, Render::Empty},
+      {L04::Chave, Render::Empty},
+      {L04::Modelo, Render::Constant, "55"},
+      {L04::Serie, Render::Empty},
+      {L04::Emissao, Render::Empty},
+      {L04::EntradaSaida, Render::Empty},
+      {L04::Total, Render::Constant, "0,00"},
+      {L04::Desconto, Render::Constant, "0,00"},
+      {L04::TotalProdutos, Render::Constant, "0,00"},
+      {L04::Frete, Render::Constant, "0,00"},
+      {L04::Seguro, Render::Constant, "0,00"},
+      {L04::OutrasDespesas, Render::Constant, "0,00"},
+      {L04::IcmsBase, Render::Constant, "0,00"},
+      {L04::IcmsValor, Render::Constant, "0,00"},
+      {L04::IcmsStBase, Render::Constant, "0,00"},
+      {L04::IcmsStValor, Render::Constant, "0,00"},
+      {L04::IpiValor, Render::Constant, "0,00"},
+      {L04::PisValor, Render::Constant, "0,00"},
+      {L04::CofinsValor, Render::Constant, "0,00"},
+      {L04::Fixo, Render::Constant, "0"},
+      {L04::Situacao, Render::Constant, "5"},  // situation: voided
+      {L04::IbgeOrigem, Render::Empty},
+      {L04::IbgeDestino, Render::Empty},
   };
   UnderErrorRule("Erro ano Gerar Registro Linha 04 : ", [&] {
-    oLinha.Head(4);
-    oLinha.Integer(1, FTipoProcesso);
-    oLinha.Integer(2, ANumRegistro);
+    oLinha.Head(L04::kTipo);
+    oLinha.Integer(L04::TipoNota, FTipoProcesso);
+    oLinha.Integer(L04::Contador, ANumRegistro);
     ColumnTable(TabNFeInutilizada, kColunas).Write(oLinha);
-    oLinha.Trailer(26);
+    oLinha.Trailer(L04::kTrailer);
     oLinha.AddTo(AArquivo);
   });
 }

@@ -1,5 +1,7 @@
 #include "registers/outgoing/nf_saida.h"
 
+#include "informacao/esquema.h"
+
 namespace infofiscal::nf_saida {
 
 std::vector<FieldDef> lista_campos() {
@@ -53,8 +55,9 @@ std::vector<Column> valores_nota(int first) {
 
 void abre_linha(TLinhaRegistro& linha, int tipo_linha, int tipo_processo, int registro) {
   linha.Head(tipo_linha);
-  linha.Integer(1, tipo_processo);
-  linha.Integer(2, registro);
+  // Lines 04, 05 and 06 of a note begin alike; so does the sales return's shorter 04 and 05.
+  linha.Integer(linha::L04::TipoNota, tipo_processo);
+  linha.Integer(linha::L04::Contador, registro);
 }
 
 std::string_view prefixo(int tipo_linha) {
@@ -66,9 +69,7 @@ std::string_view prefixo(int tipo_linha) {
   return kPrefixos[tipo_linha - 4];
 }
 
-void consulta_nota(ClientDataSet& dataset, int tipo, int nota) {
-  dataset.Reopen({tipo, nota});
-}
+void consulta_nota(ClientDataSet& dataset, int tipo, int nota) { dataset.Reopen({tipo, nota}); }
 
 void carrega_lista(ClientDataSet& lista, std::uint8_t tipo_registro, std::int32_t registro,
                    std::uint8_t tipo_processo) {
