@@ -101,6 +101,8 @@ void WriteLine(TLinhaRegistro& line, int type, const ColumnTable& columns, int t
 
 // The generator error rule: runs `body`; any failure in it becomes an Error whose message is
 // `prefix` followed by the caught message (e.g. "Erro ano Gerar Registro Linha 03 : ...").
+// "Erro ano" is the host system's own wording: users and their support search for it, so the
+// prefixes keep it as it stands.
 template <class Body>
 void UnderErrorRule(std::string_view prefix, Body&& body) {
   try {
