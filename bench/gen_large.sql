@@ -41,7 +41,8 @@
 -- weights 9 to 2); access keys of NF-e and CT-e (44 digits, mod 11 with weights 2 to 9).
 --
 -- Amounts are computed in whole cents (integers) and divided by the DOUBLE 100e0 only when
--- stored. Values that several statements need come from helper tables built once (joins, not
+-- stored. Each helper table is analysed once filled: PostgreSQL plans the statements that read
+-- it by its statistics, and its guesses for a new table were nested loops over whole tables. Values that several statements need come from helper tables built once (joins, not
 -- correlated subqueries); the items of the notes come from views read twice, for the header
 -- totals and for the rows, which costs less than storing them twice.
 
@@ -49,6 +50,7 @@ CREATE TABLE bench_n (i INTEGER NOT NULL PRIMARY KEY);
 INSERT INTO bench_n (i)
   WITH RECURSIVE s (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM s WHERE i < (SELECT maior FROM bench_escala))
   SELECT i FROM s;
+ANALYZE bench_n;
 
 -- Days of issue and receipt: March 2024 and the last days of February (a purchase received at
 -- the start of the month may have been issued in the month before).
@@ -161,6 +163,7 @@ SELECT x.dono, x.j, 100000 + x.j, x.tipo, x.uf, c.cdcidade, c.cep
           FROM bench_n n CROSS JOIN bench_escala e WHERE n.i <= e.fornecedores) x
   JOIN bench_uf u ON u.uf = x.uf
   JOIN bench_cidade c ON c.uf = x.uf AND c.ordem = (x.j * 7) % u.cidades;
+ANALYZE bench_pessoa;
 
 -- Their documents: a CNPJ (8 digits, branch 0001) or a CPF, and a company's registration,
 -- without check digits; distinct numbers from a bijection of j (7919 and 104729 are prime to
@@ -181,6 +184,7 @@ SELECT p.dono, p.j, u.esquema, 1,
                CAST(q.j AS BIGINT) + CASE q.dono WHEN 'F' THEN 500000 ELSE 0 END + e.semente * 1000003 AS x
           FROM bench_pessoa q CROSS JOIN bench_escala e WHERE q.tipo <> 'F') p
   JOIN bench_uf u ON u.uf = p.uf;
+ANALYZE bench_num;
 INSERT INTO bench_num (dono, id, esquema, rodada, texto, base)
 SELECT d.dono, d.id, d.esquema, d.rodada + 1,
        CASE d.esquema WHEN 'IE-SP' THEN SUBSTR(d.texto, 1, 8) || d.dv || SUBSTR(d.texto, 9) ELSE d.texto || d.dv END, 0
@@ -189,6 +193,7 @@ DELETE FROM bench_num
  WHERE EXISTS (SELECT 1 FROM bench_esquema e
                 WHERE e.esquema = bench_num.esquema AND e.rodada = bench_num.rodada AND e.ultima = 0);
 INSERT INTO bench_pronto (dono, id, esquema, valor) SELECT d.dono, d.id, d.esquema, d.texto || d.dv FROM bench_digito d;
+ANALYZE bench_pronto;
 DELETE FROM bench_num;
 
 -- The parties as an ERP stores them: documents with their masks.
@@ -247,6 +252,8 @@ UNION ALL
 SELECT 'FT', ROW_NUMBER() OVER (ORDER BY j), codigo, uf FROM bench_pessoa WHERE dono = 'F' AND tipo = 'T';
 CREATE TABLE bench_papel (papel VARCHAR(2) NOT NULL PRIMARY KEY, quantos INTEGER NOT NULL);
 INSERT INTO bench_papel (papel, quantos) SELECT papel, COUNT(*) FROM bench_parte GROUP BY papel;
+ANALYZE bench_parte;
+ANALYZE bench_papel;
 
 -- Catalogue: product j, whether it is under tax substitution (one in ten), its price and cost
 -- in cents; NCM and CEST from a few real pairs (those of the demo's products).
@@ -264,6 +271,7 @@ INSERT INTO bench_produto (j, st, preco, custo)
 SELECT x.j, x.st, x.preco, x.preco * 6 / 10
   FROM (SELECT n.i AS j, CASE WHEN n.i % 10 = 0 THEN 1 ELSE 0 END AS st, 150 + (n.i * 373 + e.semente * 7) % 12000 AS preco
           FROM bench_n n CROSS JOIN bench_escala e WHERE n.i <= e.produtos) x;
+ANALYZE bench_produto;
 INSERT INTO produto (cdproduto, descproduto, cdunidade, numncm, codcest, codbarra, precovenda)
 SELECT 100000 + p.j, 'Produto de revenda número ' || CAST(p.j AS VARCHAR(10)) || ' ção', 1 + (p.j + e.semente) % 8,
        c.ncm, c.cest, CAST(7890000000000 + p.j AS VARCHAR(13)), p.preco / 100e0
@@ -295,6 +303,7 @@ SELECT x.i, 100000 + x.i, x.h, x.tipo, CASE x.papel WHEN 'FT' THEN 1 ELSE 0 END,
   JOIN bench_papel q ON q.papel = x.papel
   JOIN bench_parte p ON p.papel = x.papel AND p.ordem = 1 + x.h / 1000 % q.quantos
   JOIN bench_aliquota a ON a.origem = p.uf AND a.destino = 'SP';
+ANALYZE bench_entrada;
 
 -- Their items, in cents. Goods for resale: a product of the catalogue at its cost (from
 -- another state never an ST one); the tax retained by the supplier on ST goods is in the
@@ -344,6 +353,7 @@ SELECT z.linha, z.cdcompra, z.item, z.cditem, z.qtd, z.preco, z.desconto, z.fret
                           FROM (SELECT i.*, i.qtd * i.unitario AS preco, i.qtd * i.unitario * i.desconto_pct / 100 AS desconto,
                                        i.qtd * i.unitario * i.frete_pct / 100 AS frete
                                   FROM item i) w) x) y) z;
+ANALYZE bench_linha_entrada;
 
 -- Outgoing notes: i's kind (shares kept in every run of 1000 notes, as for the purchases),
 -- number (one series; after every 49 notes a number was voided), day of issue (in number
@@ -368,6 +378,7 @@ SELECT x.i, 100000 + x.i + (x.i + 24) / 49, x.h, x.tipo, 1 + (x.i - 1) * 31 / x.
   JOIN bench_parte p ON p.papel = q.papel AND p.ordem = 1 + x.h / 1000 % q.quantos
   JOIN bench_aliquota a ON a.origem = CASE x.tipo WHEN 4 THEN p.uf ELSE 'SP' END
                        AND a.destino = CASE x.tipo WHEN 4 THEN 'SP' ELSE p.uf END;
+ANALYZE bench_saida;
 
 -- Their items, in cents: products at their price (ST ones only in sales inside the state),
 -- equipment in the sales of fixed assets.
@@ -403,6 +414,7 @@ SELECT z.linha, z.tipo, z.nota, z.item, z.cditem, z.qtd, z.preco, z.desconto, z.
                           FROM (SELECT i.*, i.qtd * i.unitario AS preco, i.qtd * i.unitario * i.desconto_pct / 100 AS desconto,
                                        i.qtd * i.unitario * i.frete_pct / 100 AS frete
                                   FROM item i) w) x) y) z;
+ANALYZE bench_linha_saida;
 
 -- Access keys: state, year and month of issue, issuer's CNPJ (the supplier's, or the
 -- company's for its own notes), model and series; then the note's number, emission type 1
@@ -422,6 +434,7 @@ SELECT 'S', s.i, '35' || d.aamm || REPLACE(REPLACE(REPLACE(m.cnpj, '.', ''), '/'
   FROM bench_saida s
   JOIN bench_dia d ON d.dia = s.dia
   JOIN empresa m ON m.cdempresa = 1;
+ANALYZE bench_chave;
 INSERT INTO bench_num (dono, id, esquema, rodada, texto, base)
 SELECT 'P', ROW_NUMBER() OVER (ORDER BY x.prefixo), 'NFE-P', 1, x.prefixo, 0
   FROM (SELECT DISTINCT prefixo FROM bench_chave) x;
@@ -431,6 +444,7 @@ DELETE FROM bench_num;
 INSERT INTO bench_num (dono, id, esquema, rodada, texto, base)
 SELECT k.dono, k.id, 'NFE', 1, k.prefixo || k.resto, p.soma
   FROM bench_chave k JOIN bench_prefixo p ON p.prefixo = k.prefixo;
+ANALYZE bench_num;
 INSERT INTO bench_pronto (dono, id, esquema, valor) SELECT d.dono, d.id, d.esquema, d.texto || d.dv FROM bench_digito d;
 
 -- Headers from the sums of their items, then the items, each note's together.
@@ -512,6 +526,7 @@ SELECT x.cdinventario, 100000 + x.j, x.qtd, x.custo / 100e0, x.qtd * x.custo / 1
                CASE WHEN (p.j + v.cdinventario) % 40 = 0 THEN 0
                     ELSE 1 + (p.j * 17 + v.cdinventario * 29 + e.semente) % 140 END AS qtd
           FROM inventario v CROSS JOIN bench_produto p CROSS JOIN bench_escala e) x;
+ANALYZE inventarioproduto;
 UPDATE inventario SET totalinventario =
   (SELECT SUM(CAST(ROUND(ip.precototal * 100) AS BIGINT)) FROM inventarioproduto ip
     WHERE ip.cdinventario = inventario.cdinventario) / 100e0;
