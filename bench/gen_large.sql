@@ -10,9 +10,9 @@
 -- their state; notes whose totals are the sums of their items, with the interstate rates the
 -- pair of states requires; access keys on every electronic note. The company is a wholesaler
 -- in Campinas (SP):
---   * clients: 10 % in Paraná and 10 % in Goiás (companies), the rest in São Paulo, a third of
---     them persons (CPF, no registration: they buy inside the state only); the branch in
---     Jundiaí receives the transfers;
+--   * clients: 10 % in Paraná and 10 % in Goiás (companies), the rest in São Paulo, where a
+--     quarter of all clients are persons (CPF, no registration: consumers buy inside the state
+--     only); the branch in Jundiaí receives the transfers;
 --   * suppliers: 15 % in Paraná, 15 % in Goiás, the rest in São Paulo, one in twenty a carrier;
 --   * purchases: 85 % goods for resale (from any state), 10 % consumption material and 3 %
 --     fixed assets (from São Paulo only, so that no rate difference is due), 2 % transport
@@ -41,12 +41,14 @@
 -- weights 9 to 2); access keys of NF-e and CT-e (44 digits, mod 11 with weights 2 to 9).
 --
 -- Amounts are computed in whole cents (integers) and divided by the DOUBLE 100e0 only when
--- stored. Each helper table is analysed once filled: PostgreSQL plans the statements that read
--- it by its statistics, and its guesses for a new table were nested loops over whole tables. Values that several statements need come from helper tables built once (joins, not
--- correlated subqueries); the items of the notes come from views read twice, for the header
--- totals and for the rows, which costs less than storing them twice.
+-- stored. Values that several statements need come from helper tables built once (joins, not
+-- correlated subqueries): the items of the notes are computed once into staging tables, from
+-- which the headers are summed and the item rows copied. The helper tables are temporary, so
+-- that the SQLite file keeps no free pages of them and PostgreSQL logs none of their rows; each
+-- is analysed once filled: PostgreSQL plans the statements that read it by its statistics, and
+-- its guesses for a new table were nested loops over whole tables.
 
-CREATE TABLE bench_n (i INTEGER NOT NULL PRIMARY KEY);
+CREATE TEMP TABLE bench_n (i INTEGER NOT NULL PRIMARY KEY);
 INSERT INTO bench_n (i)
   WITH RECURSIVE s (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM s WHERE i < (SELECT maior FROM bench_escala))
   SELECT i FROM s;
@@ -54,7 +56,7 @@ ANALYZE bench_n;
 
 -- Days of issue and receipt: March 2024 and the last days of February (a purchase received at
 -- the start of the month may have been issued in the month before).
-CREATE TABLE bench_dia (dia INTEGER NOT NULL PRIMARY KEY, data TIMESTAMP, hora TIMESTAMP, aamm VARCHAR(4));
+CREATE TEMP TABLE bench_dia (dia INTEGER NOT NULL PRIMARY KEY, data TIMESTAMP, hora TIMESTAMP, aamm VARCHAR(4));
 INSERT INTO bench_dia (dia, data, hora, aamm) VALUES
   (-5, '2024-02-24 00:00:00', '2024-02-24 09:00:00', '2402'), (-4, '2024-02-25 00:00:00', '2024-02-25 09:00:00', '2402'),
   (-3, '2024-02-26 00:00:00', '2024-02-26 09:00:00', '2402'), (-2, '2024-02-27 00:00:00', '2024-02-27 09:00:00', '2402'),
@@ -78,7 +80,7 @@ INSERT INTO bench_dia (dia, data, hora, aamm) VALUES
 
 -- The parties' states: the state's code in an access key, its registration's check-digit
 -- scheme and how many of its municipalities (bench_cidade) the parties live in.
-CREATE TABLE bench_uf (uf VARCHAR(2) NOT NULL PRIMARY KEY, codigo VARCHAR(2) NOT NULL, esquema VARCHAR(5) NOT NULL,
+CREATE TEMP TABLE bench_uf (uf VARCHAR(2) NOT NULL PRIMARY KEY, codigo VARCHAR(2) NOT NULL, esquema VARCHAR(5) NOT NULL,
                        cidades INTEGER NOT NULL);
 INSERT INTO bench_uf (uf, codigo, esquema, cidades) VALUES ('SP', '35', 'IE-SP', 6), ('PR', '41', 'IE-PR', 5),
   ('GO', '52', 'IE-GO', 4);
@@ -87,7 +89,7 @@ INSERT INTO cidade (cdcidade, nomecidade, cdestado, codibge, cdpais) VALUES
   (101, 'Londrina', 'PR', 4113700, 1), (102, 'Maringá', 'PR', 4115200, 1), (103, 'Ponta Grossa', 'PR', 4119905, 1),
   (104, 'Cascavel', 'PR', 4104808, 1), (105, 'Goiânia', 'GO', 5208707, 1), (106, 'Anápolis', 'GO', 5201108, 1),
   (107, 'Aparecida de Goiânia', 'GO', 5201405, 1), (108, 'Rio Verde', 'GO', 5218805, 1);
-CREATE TABLE bench_cidade (uf VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdcidade INTEGER NOT NULL, cep VARCHAR(9),
+CREATE TEMP TABLE bench_cidade (uf VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdcidade INTEGER NOT NULL, cep VARCHAR(9),
                            PRIMARY KEY (uf, ordem));
 INSERT INTO bench_cidade (uf, ordem, cdcidade, cep) VALUES
   ('SP', 0, 1, '13010-050'), ('SP', 1, 2, '01001-000'), ('SP', 2, 3, '14010-000'), ('SP', 3, 4, '13201-000'),
@@ -96,7 +98,7 @@ INSERT INTO bench_cidade (uf, ordem, cdcidade, cep) VALUES
   ('GO', 1, 106, '75020-000'), ('GO', 2, 107, '74905-000'), ('GO', 3, 108, '75901-000');
 
 -- ICMS rate of a goods operation from one state to another (see the head of this file).
-CREATE TABLE bench_aliquota (origem VARCHAR(2) NOT NULL, destino VARCHAR(2) NOT NULL, aliquota INTEGER NOT NULL,
+CREATE TEMP TABLE bench_aliquota (origem VARCHAR(2) NOT NULL, destino VARCHAR(2) NOT NULL, aliquota INTEGER NOT NULL,
                              PRIMARY KEY (origem, destino));
 INSERT INTO bench_aliquota (origem, destino, aliquota) VALUES ('SP', 'SP', 18), ('SP', 'PR', 12), ('SP', 'GO', 7),
   ('PR', 'SP', 12), ('GO', 'SP', 12);
@@ -112,7 +114,7 @@ INSERT INTO naturezaoperacao (cdtabcfop, desccfop) VALUES (1353, 'Aquisição de
 -- at position 9, before the two digits that follow it; every other digit is appended. An
 -- access key is weighed in two parts: the 25 digits up to the series (NFE-P), the same for
 -- every note of an issuer and month and so weighed once for them, and the note's own 18 (NFE).
-CREATE TABLE bench_esquema (esquema VARCHAR(5) NOT NULL, rodada INTEGER NOT NULL, tamanho INTEGER NOT NULL,
+CREATE TEMP TABLE bench_esquema (esquema VARCHAR(5) NOT NULL, rodada INTEGER NOT NULL, tamanho INTEGER NOT NULL,
                             de INTEGER NOT NULL, ate INTEGER NOT NULL, ciclo INTEGER NOT NULL,
                             regra VARCHAR(1) NOT NULL, ultima INTEGER NOT NULL, PRIMARY KEY (esquema, rodada));
 INSERT INTO bench_esquema (esquema, rodada, tamanho, de, ate, ciclo, regra, ultima) VALUES
@@ -120,7 +122,7 @@ INSERT INTO bench_esquema (esquema, rodada, tamanho, de, ate, ciclo, regra, ulti
   ('CPF', 2, 10, 1, 10, 10, 'C', 1), ('IE-SP', 1, 8, 1, 8, 0, 'R', 0), ('IE-SP', 2, 11, 1, 11, 9, 'R', 1),
   ('IE-PR', 1, 8, 1, 8, 6, 'C', 0), ('IE-PR', 2, 9, 1, 9, 6, 'C', 1), ('IE-GO', 1, 8, 1, 8, 8, 'C', 1),
   ('NFE-P', 1, 43, 1, 25, 8, 'C', 1), ('NFE', 1, 43, 26, 43, 8, 'C', 1);
-CREATE TABLE bench_peso (esquema VARCHAR(5) NOT NULL, rodada INTEGER NOT NULL, posicao INTEGER NOT NULL,
+CREATE TEMP TABLE bench_peso (esquema VARCHAR(5) NOT NULL, rodada INTEGER NOT NULL, posicao INTEGER NOT NULL,
                          peso INTEGER NOT NULL, PRIMARY KEY (esquema, rodada, posicao));
 INSERT INTO bench_peso (esquema, rodada, posicao, peso)
 SELECT e.esquema, e.rodada, n.i,
@@ -131,10 +133,10 @@ SELECT e.esquema, e.rodada, n.i,
 -- The numbers whose next digit is due (dono: C client, F supplier, E purchase, S outgoing
 -- note, P a key's first part; id: its row number) with the weighted sum of their digits not
 -- weighed here (base), and that digit; bench_pronto keeps the finished numbers.
-CREATE TABLE bench_num (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, esquema VARCHAR(5) NOT NULL,
+CREATE TEMP TABLE bench_num (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, esquema VARCHAR(5) NOT NULL,
                         rodada INTEGER NOT NULL, texto VARCHAR(43) NOT NULL, base BIGINT NOT NULL,
                         PRIMARY KEY (dono, id, esquema, rodada));
-CREATE VIEW bench_digito AS
+CREATE TEMP VIEW bench_digito AS
 SELECT x.dono, x.id, x.esquema, x.rodada, x.texto, x.soma, e.ultima,
        CAST(CASE WHEN e.regra = 'R' THEN x.soma % 11 % 10 WHEN x.soma % 11 < 2 THEN 0 ELSE 11 - x.soma % 11 END
             AS VARCHAR(1)) AS dv
@@ -143,47 +145,46 @@ SELECT x.dono, x.id, x.esquema, x.rodada, x.texto, x.soma, e.ultima,
           FROM bench_num b JOIN bench_peso w ON w.esquema = b.esquema AND w.rodada = b.rodada
          GROUP BY b.dono, b.id, b.esquema, b.rodada) x
   JOIN bench_esquema e ON e.esquema = x.esquema AND e.rodada = x.rodada;
-CREATE TABLE bench_pronto (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, esquema VARCHAR(5) NOT NULL,
+CREATE TEMP TABLE bench_pronto (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, esquema VARCHAR(5) NOT NULL,
                            valor VARCHAR(44) NOT NULL, PRIMARY KEY (dono, esquema, id));
 
 -- Parties: client or supplier j, its state (by j, so that every state has parties at any
 -- scale), city, and kind: clients J company or F person; suppliers V vendor or T carrier.
-CREATE TABLE bench_pessoa (dono VARCHAR(1) NOT NULL, j INTEGER NOT NULL, codigo INTEGER NOT NULL,
+-- x numbers every party of both sides apart, shifted by the seed.
+CREATE TEMP TABLE bench_pessoa (dono VARCHAR(1) NOT NULL, j INTEGER NOT NULL, codigo INTEGER NOT NULL,
                            tipo VARCHAR(1) NOT NULL, uf VARCHAR(2) NOT NULL, cdcidade INTEGER NOT NULL,
-                           cep VARCHAR(9) NOT NULL, PRIMARY KEY (dono, j));
-INSERT INTO bench_pessoa (dono, j, codigo, tipo, uf, cdcidade, cep)
-SELECT x.dono, x.j, 100000 + x.j, x.tipo, x.uf, c.cdcidade, c.cep
-  FROM (SELECT 'C' AS dono, n.i AS j,
+                           cep VARCHAR(9) NOT NULL, x BIGINT NOT NULL, PRIMARY KEY (dono, j));
+INSERT INTO bench_pessoa (dono, j, codigo, tipo, uf, cdcidade, cep, x)
+SELECT x.dono, x.j, 100000 + x.j, x.tipo, x.uf, c.cdcidade, c.cep,
+       CAST(x.j AS BIGINT) + CASE x.dono WHEN 'F' THEN 500000 ELSE 0 END + x.semente * 1000003
+  FROM (SELECT 'C' AS dono, n.i AS j, e.semente,
                CASE WHEN (n.i - 1) % 20 BETWEEN 4 AND 8 THEN 'F' ELSE 'J' END AS tipo,
                CASE WHEN (n.i - 1) % 20 < 2 THEN 'PR' WHEN (n.i - 1) % 20 < 4 THEN 'GO' ELSE 'SP' END AS uf
           FROM bench_n n CROSS JOIN bench_escala e WHERE n.i <= e.clientes
         UNION ALL
-        SELECT 'F', n.i, CASE WHEN (n.i - 1) % 20 = 1 THEN 'T' ELSE 'V' END,
+        SELECT 'F', n.i, e.semente, CASE WHEN (n.i - 1) % 20 = 1 THEN 'T' ELSE 'V' END,
                CASE WHEN (n.i - 1) % 20 BETWEEN 2 AND 4 THEN 'PR' WHEN (n.i - 1) % 20 BETWEEN 5 AND 7 THEN 'GO' ELSE 'SP' END
           FROM bench_n n CROSS JOIN bench_escala e WHERE n.i <= e.fornecedores) x
   JOIN bench_uf u ON u.uf = x.uf
   JOIN bench_cidade c ON c.uf = x.uf AND c.ordem = (x.j * 7) % u.cidades;
 ANALYZE bench_pessoa;
 
--- Their documents: a CNPJ (8 digits, branch 0001) or a CPF, and a company's registration,
--- without check digits; distinct numbers from a bijection of j (7919 and 104729 are prime to
+-- Their documents: a CNPJ (8 digits, branch 0001) or a CPF, and a company's registration
+-- (Goiás: first digits 10, then above 10119997, clear of the old range with its own rule),
+-- without check digits; distinct numbers from a bijection of x (7919 and 104729 are prime to
 -- the ranges' sizes).
 INSERT INTO bench_num (dono, id, esquema, rodada, texto, base)
 SELECT p.dono, p.j, CASE p.tipo WHEN 'F' THEN 'CPF' ELSE 'CNPJ' END, 1,
        CASE p.tipo WHEN 'F' THEN CAST(100000000 + p.x * 7919 % 900000000 AS VARCHAR(9))
             ELSE CAST(10000000 + p.x * 7919 % 90000000 AS VARCHAR(8)) || '0001' END, 0
-  FROM (SELECT q.dono, q.j, q.tipo,
-               CAST(q.j AS BIGINT) + CASE q.dono WHEN 'F' THEN 500000 ELSE 0 END + e.semente * 1000003 AS x
-          FROM bench_pessoa q CROSS JOIN bench_escala e) p
+  FROM bench_pessoa p
 UNION ALL
 SELECT p.dono, p.j, u.esquema, 1,
        CASE p.uf WHEN 'SP' THEN CAST(10000000 + p.x * 104729 % 90000000 AS VARCHAR(8)) || CAST(10 + p.j % 90 AS VARCHAR(2))
                  WHEN 'GO' THEN '10' || CAST(200000 + p.x * 104729 % 800000 AS VARCHAR(6))
                  ELSE CAST(10000000 + p.x * 104729 % 90000000 AS VARCHAR(8)) END, 0
-  FROM (SELECT q.dono, q.j, q.uf,
-               CAST(q.j AS BIGINT) + CASE q.dono WHEN 'F' THEN 500000 ELSE 0 END + e.semente * 1000003 AS x
-          FROM bench_pessoa q CROSS JOIN bench_escala e WHERE q.tipo <> 'F') p
-  JOIN bench_uf u ON u.uf = p.uf;
+  FROM bench_pessoa p JOIN bench_uf u ON u.uf = p.uf
+ WHERE p.tipo <> 'F';
 ANALYZE bench_num;
 INSERT INTO bench_num (dono, id, esquema, rodada, texto, base)
 SELECT d.dono, d.id, d.esquema, d.rodada + 1,
@@ -197,7 +198,7 @@ ANALYZE bench_pronto;
 DELETE FROM bench_num;
 
 -- The parties as an ERP stores them: documents with their masks.
-CREATE VIEW bench_cadastro AS
+CREATE TEMP VIEW bench_cadastro AS
 SELECT p.dono, p.codigo,
        CASE WHEN p.dono = 'C' AND p.tipo = 'F' THEN 'Antônio Conceição Araújo ' || CAST(p.j AS VARCHAR(10))
             WHEN p.dono = 'C' THEN 'Comercial São João ' || CAST(p.j AS VARCHAR(10)) || ' Ltda'
@@ -236,7 +237,7 @@ VALUES (100000, 'Ferragens São José Comércio Ltda - Filial Jundiaí', 'J', '1
 -- The parties each kind of note draws from, numbered 1..quantos: CQ every client, CJ the
 -- companies of São Paulo among them, CB the branch; FV vendors, FL the vendors of São Paulo,
 -- FT carriers.
-CREATE TABLE bench_parte (papel VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdparte INTEGER NOT NULL,
+CREATE TEMP TABLE bench_parte (papel VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdparte INTEGER NOT NULL,
                           uf VARCHAR(2) NOT NULL, PRIMARY KEY (papel, ordem));
 INSERT INTO bench_parte (papel, ordem, cdparte, uf)
 SELECT 'CQ', j, codigo, uf FROM bench_pessoa WHERE dono = 'C'
@@ -250,14 +251,14 @@ UNION ALL
 SELECT 'FL', ROW_NUMBER() OVER (ORDER BY j), codigo, uf FROM bench_pessoa WHERE dono = 'F' AND tipo = 'V' AND uf = 'SP'
 UNION ALL
 SELECT 'FT', ROW_NUMBER() OVER (ORDER BY j), codigo, uf FROM bench_pessoa WHERE dono = 'F' AND tipo = 'T';
-CREATE TABLE bench_papel (papel VARCHAR(2) NOT NULL PRIMARY KEY, quantos INTEGER NOT NULL);
+CREATE TEMP TABLE bench_papel (papel VARCHAR(2) NOT NULL PRIMARY KEY, quantos INTEGER NOT NULL);
 INSERT INTO bench_papel (papel, quantos) SELECT papel, COUNT(*) FROM bench_parte GROUP BY papel;
 ANALYZE bench_parte;
 ANALYZE bench_papel;
 
 -- Catalogue: product j, whether it is under tax substitution (one in ten), its price and cost
 -- in cents; NCM and CEST from a few real pairs (those of the demo's products).
-CREATE TABLE bench_ncm (st INTEGER NOT NULL, ordem INTEGER NOT NULL, ncm VARCHAR(8) NOT NULL, cest VARCHAR(9) NOT NULL,
+CREATE TEMP TABLE bench_ncm (st INTEGER NOT NULL, ordem INTEGER NOT NULL, ncm VARCHAR(8) NOT NULL, cest VARCHAR(9) NOT NULL,
                         PRIMARY KEY (st, ordem));
 INSERT INTO bench_ncm (st, ordem, ncm, cest) VALUES
   (1, 0, '39191010', '01.005.00'), (1, 1, '35069190', '10.016.00'), (1, 2, '32081010', '24.003.00'),
@@ -266,7 +267,7 @@ INSERT INTO bench_ncm (st, ordem, ncm, cest) VALUES
   (0, 5, '82032090', '00.000.00'), (0, 6, '90178010', '00.000.00'), (0, 7, '83011000', '00.000.00'),
   (0, 8, '83021000', '00.000.00'), (0, 9, '83014000', '00.000.00'), (0, 10, '68052000', '00.000.00'),
   (0, 11, '96034010', '00.000.00');
-CREATE TABLE bench_produto (j INTEGER NOT NULL PRIMARY KEY, st INTEGER NOT NULL, preco BIGINT NOT NULL, custo BIGINT NOT NULL);
+CREATE TEMP TABLE bench_produto (j INTEGER NOT NULL PRIMARY KEY, st INTEGER NOT NULL, preco BIGINT NOT NULL, custo BIGINT NOT NULL);
 INSERT INTO bench_produto (j, st, preco, custo)
 SELECT x.j, x.st, x.preco, x.preco * 6 / 10
   FROM (SELECT n.i AS j, CASE WHEN n.i % 10 = 0 THEN 1 ELSE 0 END AS st, 150 + (n.i * 373 + e.semente * 7) % 12000 AS preco
@@ -282,7 +283,7 @@ SELECT 100000 + p.j, 'Produto de revenda número ' || CAST(p.j AS VARCHAR(10)) |
 -- (up to 2 days before from São Paulo, 2 to 5 from other states), CFOP, ICMS rate and count
 -- of items. The kinds keep their shares in every run of 100 purchases (r = 37 i mod 100 takes
 -- each remainder once), at any scale; h mixes i and the seed, and its digits drive the rest.
-CREATE TABLE bench_entrada (i INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL, h BIGINT NOT NULL,
+CREATE TEMP TABLE bench_entrada (i INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL, h BIGINT NOT NULL,
                             tipo INTEGER NOT NULL, cte INTEGER NOT NULL, cdfornecedor INTEGER NOT NULL,
                             uf VARCHAR(2) NOT NULL, recebimento INTEGER NOT NULL, emissao INTEGER NOT NULL,
                             cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
@@ -309,7 +310,7 @@ ANALYZE bench_entrada;
 -- another state never an ST one); the tax retained by the supplier on ST goods is in the
 -- value, their own ICMS no credit (margin 40 %). Fixed assets carry 5 % IPI, which the
 -- wholesaler does not recover. The CT-e has the one item "freight".
-CREATE TABLE bench_linha_entrada (linha INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL, item INTEGER NOT NULL,
+CREATE TEMP TABLE bench_linha_entrada (linha INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL, item INTEGER NOT NULL,
                                   cditem INTEGER NOT NULL, qtd BIGINT NOT NULL, preco BIGINT NOT NULL,
                                   desconto BIGINT NOT NULL, frete BIGINT NOT NULL, cst VARCHAR(3) NOT NULL,
                                   cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, base BIGINT NOT NULL, icms BIGINT NOT NULL,
@@ -359,7 +360,7 @@ ANALYZE bench_linha_entrada;
 -- number (one series; after every 49 notes a number was voided), day of issue (in number
 -- order), situation (one in 67 cancelled), party, CFOP, ICMS rate of the operation (a return
 -- keeps that of the operation it returns) and count of items.
-CREATE TABLE bench_saida (i INTEGER NOT NULL PRIMARY KEY, nota INTEGER NOT NULL, h BIGINT NOT NULL,
+CREATE TEMP TABLE bench_saida (i INTEGER NOT NULL PRIMARY KEY, nota INTEGER NOT NULL, h BIGINT NOT NULL,
                           tipo INTEGER NOT NULL, dia INTEGER NOT NULL, pde INTEGER NOT NULL, cdparte INTEGER NOT NULL,
                           uf VARCHAR(2) NOT NULL, cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
 INSERT INTO bench_saida (i, nota, h, tipo, dia, pde, cdparte, uf, cfop, aliquota, itens)
@@ -382,7 +383,7 @@ ANALYZE bench_saida;
 
 -- Their items, in cents: products at their price (ST ones only in sales inside the state),
 -- equipment in the sales of fixed assets.
-CREATE TABLE bench_linha_saida (linha INTEGER NOT NULL PRIMARY KEY, tipo INTEGER NOT NULL, nota INTEGER NOT NULL,
+CREATE TEMP TABLE bench_linha_saida (linha INTEGER NOT NULL PRIMARY KEY, tipo INTEGER NOT NULL, nota INTEGER NOT NULL,
                                 item INTEGER NOT NULL, cditem INTEGER NOT NULL, qtd BIGINT NOT NULL, preco BIGINT NOT NULL,
                                 desconto BIGINT NOT NULL, frete BIGINT NOT NULL, cst VARCHAR(3) NOT NULL,
                                 cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, base BIGINT NOT NULL, icms BIGINT NOT NULL,
@@ -419,7 +420,7 @@ ANALYZE bench_linha_saida;
 -- Access keys: state, year and month of issue, issuer's CNPJ (the supplier's, or the
 -- company's for its own notes), model and series; then the note's number, emission type 1
 -- and a code; then the check digit.
-CREATE TABLE bench_chave (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, prefixo VARCHAR(25) NOT NULL,
+CREATE TEMP TABLE bench_chave (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, prefixo VARCHAR(25) NOT NULL,
                           resto VARCHAR(18) NOT NULL, PRIMARY KEY (dono, id));
 INSERT INTO bench_chave (dono, id, prefixo, resto)
 SELECT 'E', c.i, u.codigo || d.aamm || f.valor || CASE c.cte WHEN 1 THEN '57' ELSE '55' END || '001',
@@ -438,7 +439,7 @@ ANALYZE bench_chave;
 INSERT INTO bench_num (dono, id, esquema, rodada, texto, base)
 SELECT 'P', ROW_NUMBER() OVER (ORDER BY x.prefixo), 'NFE-P', 1, x.prefixo, 0
   FROM (SELECT DISTINCT prefixo FROM bench_chave) x;
-CREATE TABLE bench_prefixo (prefixo VARCHAR(25) NOT NULL PRIMARY KEY, soma BIGINT NOT NULL);
+CREATE TEMP TABLE bench_prefixo (prefixo VARCHAR(25) NOT NULL PRIMARY KEY, soma BIGINT NOT NULL);
 INSERT INTO bench_prefixo (prefixo, soma) SELECT texto, soma FROM bench_digito;
 DELETE FROM bench_num;
 INSERT INTO bench_num (dono, id, esquema, rodada, texto, base)
