@@ -42,11 +42,11 @@
 --
 -- Amounts are computed in whole cents (integers) and divided by the DOUBLE 100e0 only when
 -- stored. Values that several statements need come from helper tables built once (joins, not
--- correlated subqueries): the items of the notes are computed once into staging tables, from
--- which the headers are summed and the item rows copied. The helper tables are temporary, so
--- that the SQLite file keeps no free pages of them and PostgreSQL logs none of their rows; each
--- is analysed once filled: PostgreSQL plans the statements that read it by its statistics, and
--- its guesses for a new table were nested loops over whole tables.
+-- correlated subqueries): the items' amounts and codes are computed once into staging tables,
+-- and views over them derive the taxes for the headers' sums and for the rows. The helper
+-- tables are temporary, so that the SQLite file keeps no free pages of them and PostgreSQL logs
+-- none of their rows; each is analysed once filled: PostgreSQL plans the statements that read
+-- it by its statistics, and its guesses for a new table were nested loops over whole tables.
 
 CREATE TEMP TABLE bench_n (i INTEGER NOT NULL PRIMARY KEY);
 INSERT INTO bench_n (i)
@@ -454,6 +454,7 @@ SELECT x.dono, x.id, 'NFE',
                + k.codigo / 100000 % 10 * 7 + k.codigo / 10000 % 10 * 6 + k.codigo / 1000 % 10 * 5
                + k.codigo / 100 % 10 * 4 + k.codigo / 10 % 10 * 3 + k.codigo % 10 * 2 AS soma
           FROM bench_chave k) x;
+ANALYZE bench_pronto;
 
 -- Headers from the sums of their items, then the items, each note's together.
 INSERT INTO compra (cdcompra, cdempresa, tipocompra, cdfornecedor, modelo, serie, numnf, chavenfefornecedor, pde,
