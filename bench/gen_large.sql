@@ -33,7 +33,7 @@
 --   * transfers to the branch carry the tax, so that the credit goes with the goods (optional
 --     inside the state: LC 204/2023, SP Decreto 68.243/2023);
 --   * consumption material and fixed assets give no ICMS credit on entry (LC 87/96 art. 33 I;
---     fixed assets by the CIAP, outside these files): CST 090 without base;
+--     fixed assets by the CIAP, outside these files): the supplier's CST 000, without base;
 --   * PIS 1.65 % and COFINS 7.6 % (non-cumulative), on the value less the ICMS shown.
 -- Check digits, each by its published rule (the table bench_esquema below): CNPJ and CPF (mod
 -- 11); state registrations of São Paulo (12 digits, digits 9 and 12), Paraná (fazenda.pr.gov.br:
@@ -308,18 +308,18 @@ ANALYZE bench_entrada;
 
 -- Their items, in cents. Goods for resale: a product of the catalogue at its cost (from
 -- another state never an ST one); the tax retained by the supplier on ST goods is in the
--- value, their own ICMS no credit (margin 40 %). Fixed assets carry 5 % IPI, which the
--- wholesaler does not recover. The CT-e has the one item "freight".
+-- value (margin 40 %). The CT-e has the one item "freight". An entry's base, rate and ICMS are
+-- those the company may credit (the Guia Prático's rule for C170 on entries): none for
+-- consumption material, fixed assets and the supplier's own tax on ST goods.
 CREATE TEMP TABLE bench_linha_entrada (linha INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL,
-                                       item INTEGER NOT NULL, tipo INTEGER NOT NULL, cditem INTEGER NOT NULL,
+                                       item INTEGER NOT NULL, cditem INTEGER NOT NULL,
                                        qtd BIGINT NOT NULL, preco BIGINT NOT NULL, desconto BIGINT NOT NULL,
                                        frete BIGINT NOT NULL, cst VARCHAR(3) NOT NULL, cfop INTEGER NOT NULL,
                                        aliquota INTEGER NOT NULL, pis_cst VARCHAR(2) NOT NULL);
-INSERT INTO bench_linha_entrada (linha, cdcompra, item, tipo, cditem, qtd, preco, desconto, frete, cst, cfop, aliquota,
-                                 pis_cst)
-SELECT v.linha, v.cdcompra, v.item, v.tipo, v.cditem, v.qtd, v.qtd * v.unitario, v.qtd * v.unitario * v.desconto_pct / 100,
+INSERT INTO bench_linha_entrada (linha, cdcompra, item, cditem, qtd, preco, desconto, frete, cst, cfop, aliquota, pis_cst)
+SELECT v.linha, v.cdcompra, v.item, v.cditem, v.qtd, v.qtd * v.unitario, v.qtd * v.unitario * v.desconto_pct / 100,
        v.qtd * v.unitario * v.frete_pct / 100, v.cst, v.cfop, v.aliquota, v.pis_cst
-  FROM (SELECT c.i * 32 + c.item AS linha, c.cdcompra, c.item, c.tipo,
+  FROM (SELECT c.i * 32 + c.item AS linha, c.cdcompra, c.item,
                CASE WHEN c.cte = 1 THEN 8 WHEN c.tipo = 1 THEN 1 + (c.h + c.item) % 8
                     WHEN c.tipo = 4 THEN 1 + (c.h + c.item * 3) % 9 + CASE WHEN (c.h + c.item * 3) % 9 >= 7 THEN 1 ELSE 0 END
                     ELSE 100000 + p.j END AS cditem,
@@ -329,7 +329,7 @@ SELECT v.linha, v.cdcompra, v.item, v.tipo, v.cditem, v.qtd, v.qtd * v.unitario,
                     WHEN c.tipo = 4 THEN 300 + (c.h / 3 + c.item * 17) % 8000 ELSE p.custo END AS unitario,
                CASE WHEN c.item = 1 AND c.h % 5 = 0 THEN 5 ELSE 0 END AS desconto_pct,
                CASE WHEN c.item = 1 AND c.tipo = 2 AND c.h / 10 % 7 = 0 THEN 3 ELSE 0 END AS frete_pct,
-               CASE WHEN p.st = 1 THEN '010' WHEN c.tipo = 2 OR c.cte = 1 THEN '000' ELSE '090' END AS cst,
+               CASE WHEN p.st = 1 THEN '010' ELSE '000' END AS cst,
                CASE WHEN p.st = 1 THEN 1403 ELSE c.cfop END AS cfop,
                CASE WHEN p.st = 0 OR c.cte = 1 THEN c.aliquota ELSE 0 END AS aliquota,
                CASE WHEN c.tipo = 1 THEN '98' WHEN c.tipo = 4 AND c.cte = 0 THEN '70' ELSE '50' END AS pis_cst
@@ -342,14 +342,12 @@ ANALYZE bench_linha_entrada;
 CREATE TEMP VIEW bench_item_entrada AS
 SELECT z.*, (z.pis_base * 165 + 5000) / 10000 AS pis, (z.pis_base * 760 + 5000) / 10000 AS cofins
   FROM (SELECT y.*, CASE y.pis_cst WHEN '50' THEN y.liquido - y.icms - y.icms_proprio ELSE 0 END AS pis_base
-          FROM (SELECT x.*, CASE x.cst WHEN '000' THEN x.liquido ELSE 0 END AS base,
-                       CASE x.cst WHEN '000' THEN (x.liquido * x.aliquota + 50) / 100 ELSE 0 END AS icms,
+          FROM (SELECT x.*, CASE WHEN x.aliquota > 0 THEN x.liquido ELSE 0 END AS base,
+                       (x.liquido * x.aliquota + 50) / 100 AS icms,
                        CASE x.cst WHEN '010' THEN (x.liquido * 18 + 50) / 100 ELSE 0 END AS icms_proprio,
                        CASE x.cst WHEN '010' THEN (x.liquido * 140 + 50) / 100 ELSE 0 END AS st_base,
                        CASE x.cst WHEN '010' THEN ((x.liquido * 140 + 50) / 100 * 18 + 50) / 100 - (x.liquido * 18 + 50) / 100
-                                  ELSE 0 END AS st_valor,
-                       CASE x.tipo WHEN 1 THEN x.preco ELSE 0 END AS ipi_base,
-                       CASE x.tipo WHEN 1 THEN (x.preco * 5 + 50) / 100 ELSE 0 END AS ipi
+                                  ELSE 0 END AS st_valor
                   FROM (SELECT l.*, l.preco - l.desconto + l.frete AS liquido FROM bench_linha_entrada l) x) y) z;
 
 -- Outgoing notes: i's kind (shares kept in every run of 1000 notes, as for the purchases),
@@ -463,14 +461,14 @@ INSERT INTO compra (cdcompra, cdempresa, tipocompra, cdfornecedor, modelo, serie
                     pis_valor, cofins_valor)
 SELECT c.cdcompra, 1, c.tipo, c.cdfornecedor, CASE c.cte WHEN 1 THEN '57' ELSE '55' END, '1',
        CAST(c.cdcompra AS VARCHAR(10)), k.valor, 3, de.data, dr.hora, c.cfop,
-       (t.preco - t.desconto + t.frete + t.ipi + t.st_valor) / 100e0, t.desconto / 100e0, t.preco / 100e0,
-       t.frete / 100e0, 0, 0, t.base / 100e0, t.icms / 100e0, t.st_base / 100e0, t.st_valor / 100e0, t.ipi / 100e0,
+       (t.preco - t.desconto + t.frete + t.st_valor) / 100e0, t.desconto / 100e0, t.preco / 100e0,
+       t.frete / 100e0, 0, 0, t.base / 100e0, t.icms / 100e0, t.st_base / 100e0, t.st_valor / 100e0, 0,
        t.pis / 100e0, t.cofins / 100e0
   FROM bench_entrada c
   JOIN (SELECT e.i, CAST(SUM(l.preco) AS BIGINT) AS preco, CAST(SUM(l.desconto) AS BIGINT) AS desconto,
                CAST(SUM(l.frete) AS BIGINT) AS frete, CAST(SUM(l.base) AS BIGINT) AS base,
                CAST(SUM(l.icms) AS BIGINT) AS icms, CAST(SUM(l.st_base) AS BIGINT) AS st_base,
-               CAST(SUM(l.st_valor) AS BIGINT) AS st_valor, CAST(SUM(l.ipi) AS BIGINT) AS ipi,
+               CAST(SUM(l.st_valor) AS BIGINT) AS st_valor,
                CAST(SUM(l.pis) AS BIGINT) AS pis, CAST(SUM(l.cofins) AS BIGINT) AS cofins
           FROM bench_entrada e JOIN bench_item_entrada l ON l.linha BETWEEN e.i * 32 AND e.i * 32 + 31
          GROUP BY e.i) t ON t.i = c.i
@@ -485,7 +483,7 @@ INSERT INTO compraitem (cdcompra, itemcompra, cditem, quantidade, precototal, de
   cofins_valorunidade, cofins_valor)
 SELECT cdcompra, item, cditem, qtd, preco / 100e0, desconto / 100e0, frete / 100e0, 0, 0,
        cst, CAST(cfop AS VARCHAR(10)), base / 100e0, aliquota, icms / 100e0, st_base / 100e0, st_valor / 100e0, '49',
-       '999', ipi_base / 100e0, ipi / 100e0,
+       '999', 0, 0,
        pis_cst, CASE pis_cst WHEN '50' THEN 1.65 ELSE 0 END, pis_base / 100e0, 0, 0, pis / 100e0,
        pis_cst, CASE pis_cst WHEN '50' THEN 7.6 ELSE 0 END, pis_base / 100e0, 0, 0, cofins / 100e0
   FROM bench_item_entrada
