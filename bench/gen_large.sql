@@ -34,11 +34,13 @@
 --     inside the state: LC 204/2023, SP Decreto 68.243/2023);
 --   * consumption material and fixed assets give no ICMS credit on entry (LC 87/96 art. 33 I;
 --     fixed assets by the CIAP, outside these files): the supplier's CST 000, without base;
---   * PIS 1.65 % and COFINS 7.6 % (non-cumulative), on the value less the ICMS shown.
--- Check digits, each by its published rule (the table bench_esquema below): CNPJ and CPF (mod
--- 11); state registrations of São Paulo (12 digits, digits 9 and 12), Paraná (fazenda.pr.gov.br:
--- 10 digits, weights 2 to 7) and Goiás (sintegra.gov.br: 9 digits, 10 or 11 or 20-29 first,
--- weights 9 to 2); access keys of NF-e and CT-e (44 digits, mod 11 with weights 2 to 9).
+--   * PIS 1.65 % and COFINS 7.6 % (non-cumulative: Leis 10.637/2002 and 10.833/2003), on the
+--     value less the ICMS shown (sales: STF RE 574.706; credits: Lei 14.592/2023).
+-- Check digits, each by its published rule: CNPJ and CPF (mod 11); state registrations of São
+-- Paulo (12 digits, digits 9 and 12), Paraná (fazenda.pr.gov.br: 10 digits, weights 2 to 7)
+-- and Goiás (sintegra.gov.br: 9 digits, 10 or 11 or 20-29 first, weights 9 to 2), all in the
+-- table bench_esquema below; access keys of NF-e and CT-e (44 digits, mod 11 with weights 2
+-- to 9, as the NF-e manual gives it), in one sum.
 --
 -- Amounts are computed in whole cents (integers) and divided by the DOUBLE 100e0 only when
 -- stored. Values that several statements need come from helper tables built once (joins, not
@@ -81,7 +83,7 @@ INSERT INTO bench_dia (dia, data, hora, aamm) VALUES
 -- The parties' states: the state's code in an access key, its registration's check-digit
 -- scheme and how many of its municipalities (bench_cidade) the parties live in.
 CREATE TEMP TABLE bench_uf (uf VARCHAR(2) NOT NULL PRIMARY KEY, codigo INTEGER NOT NULL, esquema VARCHAR(5) NOT NULL,
-                       cidades INTEGER NOT NULL);
+                            cidades INTEGER NOT NULL);
 INSERT INTO bench_uf (uf, codigo, esquema, cidades) VALUES ('SP', 35, 'IE-SP', 6), ('PR', 41, 'IE-PR', 5),
   ('GO', 52, 'IE-GO', 4);
 
@@ -90,7 +92,7 @@ INSERT INTO cidade (cdcidade, nomecidade, cdestado, codibge, cdpais) VALUES
   (104, 'Cascavel', 'PR', 4104808, 1), (105, 'Goiânia', 'GO', 5208707, 1), (106, 'Anápolis', 'GO', 5201108, 1),
   (107, 'Aparecida de Goiânia', 'GO', 5201405, 1), (108, 'Rio Verde', 'GO', 5218805, 1);
 CREATE TEMP TABLE bench_cidade (uf VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdcidade INTEGER NOT NULL, cep VARCHAR(9),
-                           PRIMARY KEY (uf, ordem));
+                                PRIMARY KEY (uf, ordem));
 INSERT INTO bench_cidade (uf, ordem, cdcidade, cep) VALUES
   ('SP', 0, 1, '13010-050'), ('SP', 1, 2, '01001-000'), ('SP', 2, 3, '14010-000'), ('SP', 3, 4, '13201-000'),
   ('SP', 4, 5, '18010-000'), ('SP', 5, 10, '12210-000'), ('PR', 0, 8, '80010-000'), ('PR', 1, 101, '86010-000'),
@@ -99,7 +101,7 @@ INSERT INTO bench_cidade (uf, ordem, cdcidade, cep) VALUES
 
 -- ICMS rate of a goods operation from one state to another (see the head of this file).
 CREATE TEMP TABLE bench_aliquota (origem VARCHAR(2) NOT NULL, destino VARCHAR(2) NOT NULL, aliquota INTEGER NOT NULL,
-                             PRIMARY KEY (origem, destino));
+                                  PRIMARY KEY (origem, destino));
 INSERT INTO bench_aliquota (origem, destino, aliquota) VALUES ('SP', 'SP', 18), ('SP', 'PR', 12), ('SP', 'GO', 7),
   ('PR', 'SP', 12), ('GO', 'SP', 12);
 
@@ -151,8 +153,8 @@ CREATE TEMP TABLE bench_pronto (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, e
 -- scale), city, and kind: clients J company or F person; suppliers V vendor or T carrier.
 -- x numbers every party of both sides apart, shifted by the seed.
 CREATE TEMP TABLE bench_pessoa (dono VARCHAR(1) NOT NULL, j INTEGER NOT NULL, codigo INTEGER NOT NULL,
-                           tipo VARCHAR(1) NOT NULL, uf VARCHAR(2) NOT NULL, cdcidade INTEGER NOT NULL,
-                           cep VARCHAR(9) NOT NULL, x BIGINT NOT NULL, PRIMARY KEY (dono, j));
+                                tipo VARCHAR(1) NOT NULL, uf VARCHAR(2) NOT NULL, cdcidade INTEGER NOT NULL,
+                                cep VARCHAR(9) NOT NULL, x BIGINT NOT NULL, PRIMARY KEY (dono, j));
 INSERT INTO bench_pessoa (dono, j, codigo, tipo, uf, cdcidade, cep, x)
 SELECT x.dono, x.j, 100000 + x.j, x.tipo, x.uf, c.cdcidade, c.cep,
        CAST(x.j AS BIGINT) + CASE x.dono WHEN 'F' THEN 500000 ELSE 0 END + x.semente * 1000003
@@ -238,7 +240,7 @@ VALUES (100000, 'Ferragens São José Comércio Ltda - Filial Jundiaí', 'J', '1
 -- companies of São Paulo among them, CB the branch; FV vendors, FL the vendors of São Paulo,
 -- FT carriers.
 CREATE TEMP TABLE bench_parte (papel VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdparte INTEGER NOT NULL,
-                          uf VARCHAR(2) NOT NULL, PRIMARY KEY (papel, ordem));
+                               uf VARCHAR(2) NOT NULL, PRIMARY KEY (papel, ordem));
 INSERT INTO bench_parte (papel, ordem, cdparte, uf)
 SELECT 'CQ', j, codigo, uf FROM bench_pessoa WHERE dono = 'C'
 UNION ALL
@@ -259,7 +261,7 @@ ANALYZE bench_papel;
 -- Catalogue: product j, whether it is under tax substitution (one in ten), its price and cost
 -- in cents; NCM and CEST from a few real pairs (those of the demo's products).
 CREATE TEMP TABLE bench_ncm (st INTEGER NOT NULL, ordem INTEGER NOT NULL, ncm VARCHAR(8) NOT NULL, cest VARCHAR(9) NOT NULL,
-                        PRIMARY KEY (st, ordem));
+                             PRIMARY KEY (st, ordem));
 INSERT INTO bench_ncm (st, ordem, ncm, cest) VALUES
   (1, 0, '39191010', '01.005.00'), (1, 1, '35069190', '10.016.00'), (1, 2, '32081010', '24.003.00'),
   (1, 3, '38140000', '24.004.00'), (0, 0, '73181500', '00.000.00'), (0, 1, '73181600', '00.000.00'),
@@ -267,7 +269,8 @@ INSERT INTO bench_ncm (st, ordem, ncm, cest) VALUES
   (0, 5, '82032090', '00.000.00'), (0, 6, '90178010', '00.000.00'), (0, 7, '83011000', '00.000.00'),
   (0, 8, '83021000', '00.000.00'), (0, 9, '83014000', '00.000.00'), (0, 10, '68052000', '00.000.00'),
   (0, 11, '96034010', '00.000.00');
-CREATE TEMP TABLE bench_produto (j INTEGER NOT NULL PRIMARY KEY, st INTEGER NOT NULL, preco BIGINT NOT NULL, custo BIGINT NOT NULL);
+CREATE TEMP TABLE bench_produto (j INTEGER NOT NULL PRIMARY KEY, st INTEGER NOT NULL, preco BIGINT NOT NULL,
+                                 custo BIGINT NOT NULL);
 INSERT INTO bench_produto (j, st, preco, custo)
 SELECT x.j, x.st, x.preco, x.preco * 6 / 10
   FROM (SELECT n.i AS j, CASE WHEN n.i % 10 = 0 THEN 1 ELSE 0 END AS st, 150 + (n.i * 373 + e.semente * 7) % 12000 AS preco
@@ -284,9 +287,9 @@ SELECT 100000 + p.j, 'Produto de revenda número ' || CAST(p.j AS VARCHAR(10)) |
 -- of items. The kinds keep their shares in every run of 100 purchases (r = 37 i mod 100 takes
 -- each remainder once), at any scale; h mixes i and the seed, and its digits drive the rest.
 CREATE TEMP TABLE bench_entrada (i INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL, h BIGINT NOT NULL,
-                            tipo INTEGER NOT NULL, cte INTEGER NOT NULL, cdfornecedor INTEGER NOT NULL,
-                            uf VARCHAR(2) NOT NULL, recebimento INTEGER NOT NULL, emissao INTEGER NOT NULL,
-                            cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
+                                 tipo INTEGER NOT NULL, cte INTEGER NOT NULL, cdfornecedor INTEGER NOT NULL,
+                                 uf VARCHAR(2) NOT NULL, recebimento INTEGER NOT NULL, emissao INTEGER NOT NULL,
+                                 cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
 INSERT INTO bench_entrada (i, cdcompra, h, tipo, cte, cdfornecedor, uf, recebimento, emissao, cfop, aliquota, itens)
 SELECT x.i, 100000 + x.i, x.h, x.tipo, CASE x.papel WHEN 'FT' THEN 1 ELSE 0 END, p.cdparte, p.uf, x.dia,
        x.dia - CASE p.uf WHEN 'SP' THEN x.h / 10 % 3 ELSE 2 + x.h / 10 % 4 END,
@@ -346,8 +349,8 @@ SELECT z.*, (z.pis_base * 165 + 5000) / 10000 AS pis, (z.pis_base * 760 + 5000) 
                        (x.liquido * x.aliquota + 50) / 100 AS icms,
                        CASE x.cst WHEN '010' THEN (x.liquido * 18 + 50) / 100 ELSE 0 END AS icms_proprio,
                        CASE x.cst WHEN '010' THEN (x.liquido * 140 + 50) / 100 ELSE 0 END AS st_base,
-                       CASE x.cst WHEN '010' THEN ((x.liquido * 140 + 50) / 100 * 18 + 50) / 100 - (x.liquido * 18 + 50) / 100
-                                  ELSE 0 END AS st_valor
+                       CASE x.cst WHEN '010' THEN ((x.liquido * 140 + 50) / 100 * 18 + 50) / 100
+                                                  - (x.liquido * 18 + 50) / 100 ELSE 0 END AS st_valor
                   FROM (SELECT l.*, l.preco - l.desconto + l.frete AS liquido FROM bench_linha_entrada l) x) y) z;
 
 -- Outgoing notes: i's kind (shares kept in every run of 1000 notes, as for the purchases),
@@ -355,8 +358,9 @@ SELECT z.*, (z.pis_base * 165 + 5000) / 10000 AS pis, (z.pis_base * 760 + 5000) 
 -- order), situation (one in 67 cancelled), party, CFOP, ICMS rate of the operation (a return
 -- keeps that of the operation it returns) and count of items.
 CREATE TEMP TABLE bench_saida (i INTEGER NOT NULL PRIMARY KEY, nota INTEGER NOT NULL, h BIGINT NOT NULL,
-                          tipo INTEGER NOT NULL, dia INTEGER NOT NULL, pde INTEGER NOT NULL, cdparte INTEGER NOT NULL,
-                          uf VARCHAR(2) NOT NULL, cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
+                               tipo INTEGER NOT NULL, dia INTEGER NOT NULL, pde INTEGER NOT NULL,
+                               cdparte INTEGER NOT NULL, uf VARCHAR(2) NOT NULL, cfop INTEGER NOT NULL,
+                               aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
 INSERT INTO bench_saida (i, nota, h, tipo, dia, pde, cdparte, uf, cfop, aliquota, itens)
 SELECT x.i, 100000 + x.i + (x.i + 24) / 49, x.h, x.tipo, 1 + (x.i - 1) * 31 / x.saidas,
        CASE WHEN (x.i * 7 + x.semente) % 67 = 0 THEN 3 ELSE 2 END, p.cdparte, p.uf,
@@ -365,7 +369,8 @@ SELECT x.i, 100000 + x.i + (x.i + 24) / 49, x.h, x.tipo, 1 + (x.i - 1) * 31 / x.
                    ELSE CASE p.uf WHEN 'SP' THEN 1202 ELSE 2202 END END,
        a.aliquota, CASE x.tipo WHEN 2 THEN 1 + x.h / 100 % 2 ELSE 1 + x.h / 100 % 15 END
   FROM (SELECT y.i, y.h, y.saidas, y.semente,
-               CASE WHEN y.r < 868 THEN 1 WHEN y.r < 918 THEN 3 WHEN y.r < 958 THEN 4 WHEN y.r < 998 THEN 5 ELSE 2 END AS tipo
+               CASE WHEN y.r < 868 THEN 1 WHEN y.r < 918 THEN 3 WHEN y.r < 958 THEN 4 WHEN y.r < 998 THEN 5
+                    ELSE 2 END AS tipo
           FROM (SELECT n.i, e.saidas, e.semente, (n.i * 379 + e.semente) % 1000 AS r,
                        (CAST(n.i AS BIGINT) * 2654435761 + e.semente * 89) % 4294967291 AS h
                   FROM bench_n n CROSS JOIN bench_escala e WHERE n.i <= e.saidas) y) x
