@@ -417,8 +417,9 @@ SELECT z.*, (z.pis_base * 165 + 5000) / 10000 AS pis, (z.pis_base * 760 + 5000) 
 -- Access keys: the issuer's state and the year and month of issue, the issuer's CNPJ (the
 -- supplier's, or the company's for its own notes), model and series, number, emission type 1
 -- and a code; then the check digit: mod 11 of the 43 digits weighed 2 to 9 from the right, 0
--- for a remainder of 0 or 1. Each digit of the integer parts is weighed in the sum below: the
--- parties' table of weights took five times as long for 120,000 keys.
+-- for a remainder of 0 or 1. Each digit of the integer parts is weighed in the sum below: a
+-- row per digit, as the parties' numbers are weighed, took several times as long for 120,000
+-- keys.
 CREATE TEMP TABLE bench_chave (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, uf_aamm INTEGER NOT NULL,
                                cnpj BIGINT NOT NULL, modelo_serie INTEGER NOT NULL, numero INTEGER NOT NULL,
                                codigo INTEGER NOT NULL, PRIMARY KEY (dono, id));
