@@ -33,20 +33,22 @@
 --   * transfers to the branch carry the tax, so that the credit goes with the goods (optional
 --     inside the state: LC 204/2023, SP Decreto 68.243/2023);
 --   * consumption material and fixed assets give no ICMS credit on entry (LC 87/96 art. 33 I;
---     fixed assets by the CIAP, outside these files): CST 090 without base;
---   * PIS 1.65 % and COFINS 7.6 % (non-cumulative), on the value less the ICMS shown.
--- Check digits, each by its published rule (the table bench_esquema below): CNPJ and CPF (mod
--- 11); state registrations of São Paulo (12 digits, digits 9 and 12), Paraná (fazenda.pr.gov.br:
--- 10 digits, weights 2 to 7) and Goiás (sintegra.gov.br: 9 digits, 10 or 11 or 20-29 first,
--- weights 9 to 2); access keys of NF-e and CT-e (44 digits, mod 11 with weights 2 to 9).
+--     fixed assets by the CIAP, outside these files): the supplier's CST 000, without base;
+--   * PIS 1.65 % and COFINS 7.6 % (non-cumulative: Leis 10.637/2002 and 10.833/2003), on the
+--     value less the ICMS shown (sales: STF RE 574.706; credits: Lei 14.592/2023).
+-- Check digits, each by its published rule: CNPJ and CPF (mod 11); state registrations of São
+-- Paulo (12 digits, digits 9 and 12), Paraná (fazenda.pr.gov.br: 10 digits, weights 2 to 7)
+-- and Goiás (sintegra.gov.br: 9 digits, 10 or 11 or 20-29 first, weights 9 to 2), all in the
+-- table bench_esquema below; access keys of NF-e and CT-e (44 digits, mod 11 with weights 2
+-- to 9, as the NF-e manual gives it), in one sum.
 --
 -- Amounts are computed in whole cents (integers) and divided by the DOUBLE 100e0 only when
 -- stored. Values that several statements need come from helper tables built once (joins, not
--- correlated subqueries): the items of the notes are computed once into staging tables, from
--- which the headers are summed and the item rows copied. The helper tables are temporary, so
--- that the SQLite file keeps no free pages of them and PostgreSQL logs none of their rows; each
--- is analysed once filled: PostgreSQL plans the statements that read it by its statistics, and
--- its guesses for a new table were nested loops over whole tables.
+-- correlated subqueries): the items' amounts and codes are computed once into staging tables,
+-- and views over them derive the taxes for the headers' sums and for the rows. The helper
+-- tables are temporary, so that the SQLite file keeps no free pages of them and PostgreSQL logs
+-- none of their rows; each is analysed once filled: PostgreSQL plans the statements that read
+-- it by its statistics, and its guesses for a new table were nested loops over whole tables.
 
 CREATE TEMP TABLE bench_n (i INTEGER NOT NULL PRIMARY KEY);
 INSERT INTO bench_n (i)
@@ -81,7 +83,7 @@ INSERT INTO bench_dia (dia, data, hora, aamm) VALUES
 -- The parties' states: the state's code in an access key, its registration's check-digit
 -- scheme and how many of its municipalities (bench_cidade) the parties live in.
 CREATE TEMP TABLE bench_uf (uf VARCHAR(2) NOT NULL PRIMARY KEY, codigo INTEGER NOT NULL, esquema VARCHAR(5) NOT NULL,
-                       cidades INTEGER NOT NULL);
+                            cidades INTEGER NOT NULL);
 INSERT INTO bench_uf (uf, codigo, esquema, cidades) VALUES ('SP', 35, 'IE-SP', 6), ('PR', 41, 'IE-PR', 5),
   ('GO', 52, 'IE-GO', 4);
 
@@ -90,7 +92,7 @@ INSERT INTO cidade (cdcidade, nomecidade, cdestado, codibge, cdpais) VALUES
   (104, 'Cascavel', 'PR', 4104808, 1), (105, 'Goiânia', 'GO', 5208707, 1), (106, 'Anápolis', 'GO', 5201108, 1),
   (107, 'Aparecida de Goiânia', 'GO', 5201405, 1), (108, 'Rio Verde', 'GO', 5218805, 1);
 CREATE TEMP TABLE bench_cidade (uf VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdcidade INTEGER NOT NULL, cep VARCHAR(9),
-                           PRIMARY KEY (uf, ordem));
+                                PRIMARY KEY (uf, ordem));
 INSERT INTO bench_cidade (uf, ordem, cdcidade, cep) VALUES
   ('SP', 0, 1, '13010-050'), ('SP', 1, 2, '01001-000'), ('SP', 2, 3, '14010-000'), ('SP', 3, 4, '13201-000'),
   ('SP', 4, 5, '18010-000'), ('SP', 5, 10, '12210-000'), ('PR', 0, 8, '80010-000'), ('PR', 1, 101, '86010-000'),
@@ -99,7 +101,7 @@ INSERT INTO bench_cidade (uf, ordem, cdcidade, cep) VALUES
 
 -- ICMS rate of a goods operation from one state to another (see the head of this file).
 CREATE TEMP TABLE bench_aliquota (origem VARCHAR(2) NOT NULL, destino VARCHAR(2) NOT NULL, aliquota INTEGER NOT NULL,
-                             PRIMARY KEY (origem, destino));
+                                  PRIMARY KEY (origem, destino));
 INSERT INTO bench_aliquota (origem, destino, aliquota) VALUES ('SP', 'SP', 18), ('SP', 'PR', 12), ('SP', 'GO', 7),
   ('PR', 'SP', 12), ('GO', 'SP', 12);
 
@@ -151,8 +153,8 @@ CREATE TEMP TABLE bench_pronto (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, e
 -- scale), city, and kind: clients J company or F person; suppliers V vendor or T carrier.
 -- x numbers every party of both sides apart, shifted by the seed.
 CREATE TEMP TABLE bench_pessoa (dono VARCHAR(1) NOT NULL, j INTEGER NOT NULL, codigo INTEGER NOT NULL,
-                           tipo VARCHAR(1) NOT NULL, uf VARCHAR(2) NOT NULL, cdcidade INTEGER NOT NULL,
-                           cep VARCHAR(9) NOT NULL, x BIGINT NOT NULL, PRIMARY KEY (dono, j));
+                                tipo VARCHAR(1) NOT NULL, uf VARCHAR(2) NOT NULL, cdcidade INTEGER NOT NULL,
+                                cep VARCHAR(9) NOT NULL, x BIGINT NOT NULL, PRIMARY KEY (dono, j));
 INSERT INTO bench_pessoa (dono, j, codigo, tipo, uf, cdcidade, cep, x)
 SELECT x.dono, x.j, 100000 + x.j, x.tipo, x.uf, c.cdcidade, c.cep,
        CAST(x.j AS BIGINT) + CASE x.dono WHEN 'F' THEN 500000 ELSE 0 END + x.semente * 1000003
@@ -238,7 +240,7 @@ VALUES (100000, 'Ferragens São José Comércio Ltda - Filial Jundiaí', 'J', '1
 -- companies of São Paulo among them, CB the branch; FV vendors, FL the vendors of São Paulo,
 -- FT carriers.
 CREATE TEMP TABLE bench_parte (papel VARCHAR(2) NOT NULL, ordem INTEGER NOT NULL, cdparte INTEGER NOT NULL,
-                          uf VARCHAR(2) NOT NULL, PRIMARY KEY (papel, ordem));
+                               uf VARCHAR(2) NOT NULL, PRIMARY KEY (papel, ordem));
 INSERT INTO bench_parte (papel, ordem, cdparte, uf)
 SELECT 'CQ', j, codigo, uf FROM bench_pessoa WHERE dono = 'C'
 UNION ALL
@@ -259,7 +261,7 @@ ANALYZE bench_papel;
 -- Catalogue: product j, whether it is under tax substitution (one in ten), its price and cost
 -- in cents; NCM and CEST from a few real pairs (those of the demo's products).
 CREATE TEMP TABLE bench_ncm (st INTEGER NOT NULL, ordem INTEGER NOT NULL, ncm VARCHAR(8) NOT NULL, cest VARCHAR(9) NOT NULL,
-                        PRIMARY KEY (st, ordem));
+                             PRIMARY KEY (st, ordem));
 INSERT INTO bench_ncm (st, ordem, ncm, cest) VALUES
   (1, 0, '39191010', '01.005.00'), (1, 1, '35069190', '10.016.00'), (1, 2, '32081010', '24.003.00'),
   (1, 3, '38140000', '24.004.00'), (0, 0, '73181500', '00.000.00'), (0, 1, '73181600', '00.000.00'),
@@ -267,7 +269,8 @@ INSERT INTO bench_ncm (st, ordem, ncm, cest) VALUES
   (0, 5, '82032090', '00.000.00'), (0, 6, '90178010', '00.000.00'), (0, 7, '83011000', '00.000.00'),
   (0, 8, '83021000', '00.000.00'), (0, 9, '83014000', '00.000.00'), (0, 10, '68052000', '00.000.00'),
   (0, 11, '96034010', '00.000.00');
-CREATE TEMP TABLE bench_produto (j INTEGER NOT NULL PRIMARY KEY, st INTEGER NOT NULL, preco BIGINT NOT NULL, custo BIGINT NOT NULL);
+CREATE TEMP TABLE bench_produto (j INTEGER NOT NULL PRIMARY KEY, st INTEGER NOT NULL, preco BIGINT NOT NULL,
+                                 custo BIGINT NOT NULL);
 INSERT INTO bench_produto (j, st, preco, custo)
 SELECT x.j, x.st, x.preco, x.preco * 6 / 10
   FROM (SELECT n.i AS j, CASE WHEN n.i % 10 = 0 THEN 1 ELSE 0 END AS st, 150 + (n.i * 373 + e.semente * 7) % 12000 AS preco
@@ -284,9 +287,9 @@ SELECT 100000 + p.j, 'Produto de revenda número ' || CAST(p.j AS VARCHAR(10)) |
 -- of items. The kinds keep their shares in every run of 100 purchases (r = 37 i mod 100 takes
 -- each remainder once), at any scale; h mixes i and the seed, and its digits drive the rest.
 CREATE TEMP TABLE bench_entrada (i INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL, h BIGINT NOT NULL,
-                            tipo INTEGER NOT NULL, cte INTEGER NOT NULL, cdfornecedor INTEGER NOT NULL,
-                            uf VARCHAR(2) NOT NULL, recebimento INTEGER NOT NULL, emissao INTEGER NOT NULL,
-                            cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
+                                 tipo INTEGER NOT NULL, cte INTEGER NOT NULL, cdfornecedor INTEGER NOT NULL,
+                                 uf VARCHAR(2) NOT NULL, recebimento INTEGER NOT NULL, emissao INTEGER NOT NULL,
+                                 cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
 INSERT INTO bench_entrada (i, cdcompra, h, tipo, cte, cdfornecedor, uf, recebimento, emissao, cfop, aliquota, itens)
 SELECT x.i, 100000 + x.i, x.h, x.tipo, CASE x.papel WHEN 'FT' THEN 1 ELSE 0 END, p.cdparte, p.uf, x.dia,
        x.dia - CASE p.uf WHEN 'SP' THEN x.h / 10 % 3 ELSE 2 + x.h / 10 % 4 END,
@@ -308,18 +311,18 @@ ANALYZE bench_entrada;
 
 -- Their items, in cents. Goods for resale: a product of the catalogue at its cost (from
 -- another state never an ST one); the tax retained by the supplier on ST goods is in the
--- value, their own ICMS no credit (margin 40 %). Fixed assets carry 5 % IPI, which the
--- wholesaler does not recover. The CT-e has the one item "freight".
+-- value (margin 40 %). The CT-e has the one item "freight". An entry's base, rate and ICMS are
+-- those the company may credit (the Guia Prático's rule for C170 on entries): none for
+-- consumption material, fixed assets and the supplier's own tax on ST goods.
 CREATE TEMP TABLE bench_linha_entrada (linha INTEGER NOT NULL PRIMARY KEY, cdcompra INTEGER NOT NULL,
-                                       item INTEGER NOT NULL, tipo INTEGER NOT NULL, cditem INTEGER NOT NULL,
+                                       item INTEGER NOT NULL, cditem INTEGER NOT NULL,
                                        qtd BIGINT NOT NULL, preco BIGINT NOT NULL, desconto BIGINT NOT NULL,
                                        frete BIGINT NOT NULL, cst VARCHAR(3) NOT NULL, cfop INTEGER NOT NULL,
                                        aliquota INTEGER NOT NULL, pis_cst VARCHAR(2) NOT NULL);
-INSERT INTO bench_linha_entrada (linha, cdcompra, item, tipo, cditem, qtd, preco, desconto, frete, cst, cfop, aliquota,
-                                 pis_cst)
-SELECT v.linha, v.cdcompra, v.item, v.tipo, v.cditem, v.qtd, v.qtd * v.unitario, v.qtd * v.unitario * v.desconto_pct / 100,
+INSERT INTO bench_linha_entrada (linha, cdcompra, item, cditem, qtd, preco, desconto, frete, cst, cfop, aliquota, pis_cst)
+SELECT v.linha, v.cdcompra, v.item, v.cditem, v.qtd, v.qtd * v.unitario, v.qtd * v.unitario * v.desconto_pct / 100,
        v.qtd * v.unitario * v.frete_pct / 100, v.cst, v.cfop, v.aliquota, v.pis_cst
-  FROM (SELECT c.i * 32 + c.item AS linha, c.cdcompra, c.item, c.tipo,
+  FROM (SELECT c.i * 32 + c.item AS linha, c.cdcompra, c.item,
                CASE WHEN c.cte = 1 THEN 8 WHEN c.tipo = 1 THEN 1 + (c.h + c.item) % 8
                     WHEN c.tipo = 4 THEN 1 + (c.h + c.item * 3) % 9 + CASE WHEN (c.h + c.item * 3) % 9 >= 7 THEN 1 ELSE 0 END
                     ELSE 100000 + p.j END AS cditem,
@@ -329,7 +332,7 @@ SELECT v.linha, v.cdcompra, v.item, v.tipo, v.cditem, v.qtd, v.qtd * v.unitario,
                     WHEN c.tipo = 4 THEN 300 + (c.h / 3 + c.item * 17) % 8000 ELSE p.custo END AS unitario,
                CASE WHEN c.item = 1 AND c.h % 5 = 0 THEN 5 ELSE 0 END AS desconto_pct,
                CASE WHEN c.item = 1 AND c.tipo = 2 AND c.h / 10 % 7 = 0 THEN 3 ELSE 0 END AS frete_pct,
-               CASE WHEN p.st = 1 THEN '010' WHEN c.tipo = 2 OR c.cte = 1 THEN '000' ELSE '090' END AS cst,
+               CASE WHEN p.st = 1 THEN '010' ELSE '000' END AS cst,
                CASE WHEN p.st = 1 THEN 1403 ELSE c.cfop END AS cfop,
                CASE WHEN p.st = 0 OR c.cte = 1 THEN c.aliquota ELSE 0 END AS aliquota,
                CASE WHEN c.tipo = 1 THEN '98' WHEN c.tipo = 4 AND c.cte = 0 THEN '70' ELSE '50' END AS pis_cst
@@ -342,14 +345,12 @@ ANALYZE bench_linha_entrada;
 CREATE TEMP VIEW bench_item_entrada AS
 SELECT z.*, (z.pis_base * 165 + 5000) / 10000 AS pis, (z.pis_base * 760 + 5000) / 10000 AS cofins
   FROM (SELECT y.*, CASE y.pis_cst WHEN '50' THEN y.liquido - y.icms - y.icms_proprio ELSE 0 END AS pis_base
-          FROM (SELECT x.*, CASE x.cst WHEN '000' THEN x.liquido ELSE 0 END AS base,
-                       CASE x.cst WHEN '000' THEN (x.liquido * x.aliquota + 50) / 100 ELSE 0 END AS icms,
+          FROM (SELECT x.*, CASE WHEN x.aliquota > 0 THEN x.liquido ELSE 0 END AS base,
+                       (x.liquido * x.aliquota + 50) / 100 AS icms,
                        CASE x.cst WHEN '010' THEN (x.liquido * 18 + 50) / 100 ELSE 0 END AS icms_proprio,
                        CASE x.cst WHEN '010' THEN (x.liquido * 140 + 50) / 100 ELSE 0 END AS st_base,
-                       CASE x.cst WHEN '010' THEN ((x.liquido * 140 + 50) / 100 * 18 + 50) / 100 - (x.liquido * 18 + 50) / 100
-                                  ELSE 0 END AS st_valor,
-                       CASE x.tipo WHEN 1 THEN x.preco ELSE 0 END AS ipi_base,
-                       CASE x.tipo WHEN 1 THEN (x.preco * 5 + 50) / 100 ELSE 0 END AS ipi
+                       CASE x.cst WHEN '010' THEN ((x.liquido * 140 + 50) / 100 * 18 + 50) / 100
+                                                  - (x.liquido * 18 + 50) / 100 ELSE 0 END AS st_valor
                   FROM (SELECT l.*, l.preco - l.desconto + l.frete AS liquido FROM bench_linha_entrada l) x) y) z;
 
 -- Outgoing notes: i's kind (shares kept in every run of 1000 notes, as for the purchases),
@@ -357,8 +358,9 @@ SELECT z.*, (z.pis_base * 165 + 5000) / 10000 AS pis, (z.pis_base * 760 + 5000) 
 -- order), situation (one in 67 cancelled), party, CFOP, ICMS rate of the operation (a return
 -- keeps that of the operation it returns) and count of items.
 CREATE TEMP TABLE bench_saida (i INTEGER NOT NULL PRIMARY KEY, nota INTEGER NOT NULL, h BIGINT NOT NULL,
-                          tipo INTEGER NOT NULL, dia INTEGER NOT NULL, pde INTEGER NOT NULL, cdparte INTEGER NOT NULL,
-                          uf VARCHAR(2) NOT NULL, cfop INTEGER NOT NULL, aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
+                               tipo INTEGER NOT NULL, dia INTEGER NOT NULL, pde INTEGER NOT NULL,
+                               cdparte INTEGER NOT NULL, uf VARCHAR(2) NOT NULL, cfop INTEGER NOT NULL,
+                               aliquota INTEGER NOT NULL, itens INTEGER NOT NULL);
 INSERT INTO bench_saida (i, nota, h, tipo, dia, pde, cdparte, uf, cfop, aliquota, itens)
 SELECT x.i, 100000 + x.i + (x.i + 24) / 49, x.h, x.tipo, 1 + (x.i - 1) * 31 / x.saidas,
        CASE WHEN (x.i * 7 + x.semente) % 67 = 0 THEN 3 ELSE 2 END, p.cdparte, p.uf,
@@ -367,7 +369,8 @@ SELECT x.i, 100000 + x.i + (x.i + 24) / 49, x.h, x.tipo, 1 + (x.i - 1) * 31 / x.
                    ELSE CASE p.uf WHEN 'SP' THEN 1202 ELSE 2202 END END,
        a.aliquota, CASE x.tipo WHEN 2 THEN 1 + x.h / 100 % 2 ELSE 1 + x.h / 100 % 15 END
   FROM (SELECT y.i, y.h, y.saidas, y.semente,
-               CASE WHEN y.r < 868 THEN 1 WHEN y.r < 918 THEN 3 WHEN y.r < 958 THEN 4 WHEN y.r < 998 THEN 5 ELSE 2 END AS tipo
+               CASE WHEN y.r < 868 THEN 1 WHEN y.r < 918 THEN 3 WHEN y.r < 958 THEN 4 WHEN y.r < 998 THEN 5
+                    ELSE 2 END AS tipo
           FROM (SELECT n.i, e.saidas, e.semente, (n.i * 379 + e.semente) % 1000 AS r,
                        (CAST(n.i AS BIGINT) * 2654435761 + e.semente * 89) % 4294967291 AS h
                   FROM bench_n n CROSS JOIN bench_escala e WHERE n.i <= e.saidas) y) x
@@ -414,8 +417,9 @@ SELECT z.*, (z.pis_base * 165 + 5000) / 10000 AS pis, (z.pis_base * 760 + 5000) 
 -- Access keys: the issuer's state and the year and month of issue, the issuer's CNPJ (the
 -- supplier's, or the company's for its own notes), model and series, number, emission type 1
 -- and a code; then the check digit: mod 11 of the 43 digits weighed 2 to 9 from the right, 0
--- for a remainder of 0 or 1. Each digit of the integer parts is weighed in the sum below: the
--- parties' table of weights took five times as long for 120,000 keys.
+-- for a remainder of 0 or 1. Each digit of the integer parts is weighed in the sum below: a
+-- row per digit, as the parties' numbers are weighed, took several times as long for 120,000
+-- keys.
 CREATE TEMP TABLE bench_chave (dono VARCHAR(1) NOT NULL, id INTEGER NOT NULL, uf_aamm INTEGER NOT NULL,
                                cnpj BIGINT NOT NULL, modelo_serie INTEGER NOT NULL, numero INTEGER NOT NULL,
                                codigo INTEGER NOT NULL, PRIMARY KEY (dono, id));
@@ -454,6 +458,7 @@ SELECT x.dono, x.id, 'NFE',
                + k.codigo / 100000 % 10 * 7 + k.codigo / 10000 % 10 * 6 + k.codigo / 1000 % 10 * 5
                + k.codigo / 100 % 10 * 4 + k.codigo / 10 % 10 * 3 + k.codigo % 10 * 2 AS soma
           FROM bench_chave k) x;
+ANALYZE bench_pronto;
 
 -- Headers from the sums of their items, then the items, each note's together.
 INSERT INTO compra (cdcompra, cdempresa, tipocompra, cdfornecedor, modelo, serie, numnf, chavenfefornecedor, pde,
@@ -462,14 +467,14 @@ INSERT INTO compra (cdcompra, cdempresa, tipocompra, cdfornecedor, modelo, serie
                     pis_valor, cofins_valor)
 SELECT c.cdcompra, 1, c.tipo, c.cdfornecedor, CASE c.cte WHEN 1 THEN '57' ELSE '55' END, '1',
        CAST(c.cdcompra AS VARCHAR(10)), k.valor, 3, de.data, dr.hora, c.cfop,
-       (t.preco - t.desconto + t.frete + t.ipi + t.st_valor) / 100e0, t.desconto / 100e0, t.preco / 100e0,
-       t.frete / 100e0, 0, 0, t.base / 100e0, t.icms / 100e0, t.st_base / 100e0, t.st_valor / 100e0, t.ipi / 100e0,
+       (t.preco - t.desconto + t.frete + t.st_valor) / 100e0, t.desconto / 100e0, t.preco / 100e0,
+       t.frete / 100e0, 0, 0, t.base / 100e0, t.icms / 100e0, t.st_base / 100e0, t.st_valor / 100e0, 0,
        t.pis / 100e0, t.cofins / 100e0
   FROM bench_entrada c
   JOIN (SELECT e.i, CAST(SUM(l.preco) AS BIGINT) AS preco, CAST(SUM(l.desconto) AS BIGINT) AS desconto,
                CAST(SUM(l.frete) AS BIGINT) AS frete, CAST(SUM(l.base) AS BIGINT) AS base,
                CAST(SUM(l.icms) AS BIGINT) AS icms, CAST(SUM(l.st_base) AS BIGINT) AS st_base,
-               CAST(SUM(l.st_valor) AS BIGINT) AS st_valor, CAST(SUM(l.ipi) AS BIGINT) AS ipi,
+               CAST(SUM(l.st_valor) AS BIGINT) AS st_valor,
                CAST(SUM(l.pis) AS BIGINT) AS pis, CAST(SUM(l.cofins) AS BIGINT) AS cofins
           FROM bench_entrada e JOIN bench_item_entrada l ON l.linha BETWEEN e.i * 32 AND e.i * 32 + 31
          GROUP BY e.i) t ON t.i = c.i
@@ -484,7 +489,7 @@ INSERT INTO compraitem (cdcompra, itemcompra, cditem, quantidade, precototal, de
   cofins_valorunidade, cofins_valor)
 SELECT cdcompra, item, cditem, qtd, preco / 100e0, desconto / 100e0, frete / 100e0, 0, 0,
        cst, CAST(cfop AS VARCHAR(10)), base / 100e0, aliquota, icms / 100e0, st_base / 100e0, st_valor / 100e0, '49',
-       '999', ipi_base / 100e0, ipi / 100e0,
+       '999', 0, 0,
        pis_cst, CASE pis_cst WHEN '50' THEN 1.65 ELSE 0 END, pis_base / 100e0, 0, 0, pis / 100e0,
        pis_cst, CASE pis_cst WHEN '50' THEN 7.6 ELSE 0 END, pis_base / 100e0, 0, 0, cofins / 100e0
   FROM bench_item_entrada
