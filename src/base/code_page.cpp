@@ -93,17 +93,30 @@ std::string utf8_to_windows1252(std::string_view utf8) {
   return out;
 }
 
+Utf8FromWindows1252::Utf8FromWindows1252() = default;
+Utf8FromWindows1252::~Utf8FromWindows1252() = default;
+
+void Utf8FromWindows1252::append(std::string_view bytes, std::string& out) {
+  for (std::size_t i = 0; i < bytes.size();) {
+    const std::size_t ascii = run_end(bytes, i, true);
+    out.append(bytes, i, ascii - i);
+    if (ascii == bytes.size()) break;
+    i = run_end(bytes, ascii, false);
+    if (!iconv_) iconv_ = std::make_unique<Iconv>("UTF-8", "CP1252");
+    const char* in = bytes.data() + ascii;
+    std::size_t left = i - ascii;
+    while (!iconv_->convert(in, left, out)) {  // one of the five bytes the code page leaves undefined
+      out += "\xEF\xBF\xBD";
+      ++in;
+      --left;
+    }
+  }
+}
+
 std::string windows1252_to_utf8(std::string_view bytes) {
-  Iconv cd("UTF-8", "CP1252");
   std::string out;
   out.reserve(bytes.size() + bytes.size() / 8);
-  const char* in = bytes.data();
-  std::size_t left = bytes.size();
-  while (!cd.convert(in, left, out)) {
-    out += "\xEF\xBF\xBD";
-    ++in;
-    --left;
-  }
+  Utf8FromWindows1252().append(bytes, out);
   return out;
 }
 
