@@ -11,6 +11,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <functional>
 #include <sstream>
 
 #include <CLI/CLI.hpp>
@@ -20,9 +21,9 @@
 #include "base/atomic_file.h"
 #include "base/code_page.h"
 #include "export/controle_exportacao.h"
-#include "fiscal/efd.h"
-#include "fiscal/sintegra.h"
 #include "fiscal/arquivo_fiscal.h"
+#include "fiscal/efd_validador.h"
+#include "fiscal/sintegra_validador.h"
 #include "base/error.h"
 #include "host/sources/recording_source.h"
 
@@ -122,9 +123,25 @@ int converter(int tipo, const std::string& informacao, const std::string& saida,
   return 0;
 }
 
+// Hands the file `path` to `pedaco` a piece at a time.
+void ler_em_pedacos(const std::string& path, const std::function<void(std::string_view)>& pedaco) {
+  const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + system_reason(erro)); };
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw falha(errno);
+  // A folder opens like a file and reads as nothing.
+  if (std::filesystem::is_directory(path)) throw falha(EISDIR);
+  std::string buffer(1 << 20, '\0');
+  while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0)
+    pedaco(std::string_view(buffer).substr(0, static_cast<std::size_t>(in.gcount())));
+  if (in.bad()) throw falha(EIO);
+}
+
 int validar(int tipo, const std::string& arquivo) {
-  const std::string bytes = ler_arquivo(arquivo);
-  const auto achados = tipo == 1 ? validar_sintegra(bytes) : validar_efd(bytes);
+  std::unique_ptr<Conferencia> validador;
+  if (tipo == 1) validador = std::make_unique<sintegra::ValidadorSintegra>();
+  else validador = std::make_unique<efd::ValidadorEfd>();
+  ler_em_pedacos(arquivo, [&](std::string_view pedaco) { validador->le(pedaco); });
+  const auto achados = validador->conclui();
   for (const auto& achado : achados) info_line(achado);
   return achados.empty() ? 0 : 1;
 }

@@ -13,7 +13,7 @@ namespace infofiscal {
 std::string gerar_efd(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso);
 
 // Every rule of the layout that the file alone can show; one finding per line, empty when the
-// file is valid.
+// file is valid (efd::ValidadorEfd reads a file a piece at a time).
 std::vector<std::string> validar_efd(std::string_view arquivo);
 
 }  // namespace infofiscal

@@ -7,16 +7,25 @@
 
 #include <fmt/format.h>
 
+#include "fiscal/efd_validador.h"
+
 #include "fiscal/efd.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "base/value.h"
 
-namespace infofiscal {
+namespace infofiscal::efd {
 
 namespace {
 
-using namespace efd;
+// Maps and sets of texts the validator keeps, looked up by views of the line being read.
+struct HashTexto {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+};
+template <class V>
+using MapaDeTextos = std::unordered_map<std::string, V, HashTexto, std::equal_to<>>;
+using ConjuntoDeTextos = std::unordered_set<std::string, HashTexto, std::equal_to<>>;
 
 std::string valor_texto(std::int64_t centesimos) {
   return fmt::format("{}{},{:02}", centesimos < 0 ? "-" : "", std::llabs(centesimos) / 100, std::llabs(centesimos) % 100);
@@ -47,36 +56,37 @@ struct Documento {
   int linha = 0;
   bool reduzido = false, com_c170 = false, proibe_c170 = false, exige_c170 = false;
   char ind_oper = 0;
-  std::string_view sit;
+  std::string sit;
   std::array<std::int64_t, 6> c100{}, c190{};  // VL_DOC/VL_OPR, BC, ICMS, BC_ST, ST, IPI
   std::unordered_map<std::string, std::array<std::int64_t, 5>> c170, c190_grupo;
-  std::unordered_set<std::string_view> num_itens;
+  ConjuntoDeTextos num_itens;
   std::vector<std::pair<std::string, int>> grupos;  // C190 key, line
   int c190s = 0;
 };
 
-class ValidadorEfd {
- public:
-  explicit ValidadorEfd(std::string_view arquivo) : arquivo_(arquivo) {}
+}  // namespace
 
-  std::vector<std::string> Valida() {
-    std::size_t pos = 0;
-    while (pos < arquivo_.size()) {
-      std::size_t fim = arquivo_.find('\n', pos);
-      const bool quebra = fim != std::string_view::npos;
-      if (!quebra) fim = arquivo_.size();
-      std::string_view linha = arquivo_.substr(pos, fim - pos);
-      ++linha_;
-      if (!quebra || linha.empty() || linha.back() != '\r') Achado("linha sem CR LF no fim");
-      else linha.remove_suffix(1);
-      Linha(linha);
-      pos = fim + 1;
-    }
+class ValidadorEfd::Estado {
+ public:
+  void Le(std::string_view pedaco) {
+    divisor_.le(pedaco, [this](std::string_view linha, bool quebra) { Quebrada(linha, quebra); });
+  }
+
+  std::vector<std::string> Conclui() {
+    divisor_.fim([this](std::string_view linha, bool quebra) { Quebrada(linha, quebra); });
     Fim();
     return std::move(achados_);
   }
 
  private:
+  // A line as the file cut it at LF.
+  void Quebrada(std::string_view linha, bool quebra) {
+    ++linha_;
+    if (!quebra || linha.empty() || linha.back() != '\r') Achado("linha sem CR LF no fim");
+    else linha.remove_suffix(1);
+    Linha(linha);
+  }
+
   template <class... A>
   void Achado(fmt::format_string<A...> f, A&&... a) {
     Achado(linha_, fmt::format(f, std::forward<A>(a)...));
@@ -213,7 +223,7 @@ class ValidadorEfd {
     else if (reg == "E116") e116_ += N(2);
     else if (reg == "H005") RH005();
     else if (reg == "H010") RH010();
-    else if (reg == "9900") nove_mil_.push_back({F(1), N(2) / 100, linha_});
+    else if (reg == "9900") nove_mil_.push_back({std::string(F(1)), N(2) / 100, linha_});
     else if (reg == "9999") R9999();
     if (r.abertura()) ind_mov_ = F(1);
     if (r.fechamento()) Fechamento(r);
@@ -222,12 +232,13 @@ class ValidadorEfd {
   struct Definido {
     int linha;
     bool usado = false;
-    std::string_view extra = {};
+    std::string extra = {};
   };
-  using Tabela = std::unordered_map<std::string_view, Definido>;
+  using Tabela = MapaDeTextos<Definido>;
 
   void Define(Tabela& t, std::string_view codigo, std::string_view nome, std::string_view extra = {}) {
-    if (!t.emplace(codigo, Definido{linha_, false, extra}).second) Achado("{} '{}' repetido", nome, codigo);
+    if (!t.try_emplace(std::string(codigo), Definido{linha_, false, std::string(extra)}).second)
+      Achado("{} '{}' repetido", nome, codigo);
   }
   // The definition of a code that a record uses; nullptr (and a finding) when missing.
   Definido* Usa(Tabela& t, std::string_view codigo, std::string_view campo, std::string_view tabela) {
@@ -364,7 +375,7 @@ class ValidadorEfd {
     if (!Filho()) return;
     doc_.com_c170 = true;
     if (doc_.proibe_c170) Achado("C170 sob C100 de NF-e própria ou NFC-e");
-    if (!doc_.num_itens.insert(F(1)).second) Achado("C170 NUM_ITEM {} repetido no documento", F(1));
+    if (!doc_.num_itens.emplace(F(1)).second) Achado("C170 NUM_ITEM {} repetido no documento", F(1));
     const Definido* item = Usa(itens_, F(2), "COD_ITEM", "0200");
     Usa(unidades_, F(5), "UNID", "0190");
     if (item && item->extra != F(5))
@@ -492,7 +503,7 @@ class ValidadorEfd {
   }
 
   struct Contagem {
-    std::string_view reg;
+    std::string reg;
     std::int64_t qtd;
     int linha;
   };
@@ -526,7 +537,7 @@ class ValidadorEfd {
     });
   }
 
-  std::string_view arquivo_;
+  DivisorDeLinhas divisor_;
   std::vector<std::string> achados_;
   int linha_ = 0;
   bool depois_9999_ = false;
@@ -535,7 +546,7 @@ class ValidadorEfd {
   std::array<int, 8> ultimo_{};
   std::array<int, kMaxRegistros> por_tipo_{};
   std::array<int, kBlocos.size()> por_bloco_{};
-  std::string_view ind_mov_, cnpj_proprio_;
+  std::string ind_mov_, cnpj_proprio_;
   Dia dt_ini_ = 0, dt_fin_ = 0, proximo_e100_ = 0;
   bool e100_inteiro_ = false;
   Tabela participantes_, unidades_, itens_;
@@ -548,8 +559,19 @@ class ValidadorEfd {
   std::vector<Contagem> nove_mil_;
 };
 
-}  // namespace
+ValidadorEfd::ValidadorEfd() : estado_(std::make_unique<Estado>()) {}
+ValidadorEfd::~ValidadorEfd() = default;
+void ValidadorEfd::le(std::string_view pedaco) { estado_->Le(pedaco); }
+std::vector<std::string> ValidadorEfd::conclui() { return estado_->Conclui(); }
 
-std::vector<std::string> validar_efd(std::string_view arquivo) { return ValidadorEfd(arquivo).Valida(); }
+}  // namespace infofiscal::efd
+
+namespace infofiscal {
+
+std::vector<std::string> validar_efd(std::string_view arquivo) {
+  efd::ValidadorEfd validador;
+  validador.le(arquivo);
+  return validador.conclui();
+}
 
 }  // namespace infofiscal

@@ -19,7 +19,9 @@ std::string gerar_sintegra(std::string_view informacao, const TProcLinhaInfo& in
 }
 
 std::vector<std::string> validar_sintegra(std::string_view arquivo) {
-  return sintegra::ValidadorSintegra().validar(arquivo);
+  sintegra::ValidadorSintegra validador;
+  validador.le(arquivo);
+  return validador.conclui();
 }
 
 }  // namespace infofiscal
