@@ -12,14 +12,12 @@
 #include <memory>
 #include <optional>
 #include <functional>
-#include <sstream>
 
 #include <CLI/CLI.hpp>
 
 #include "cli/opcoes.h"
 #include "cli/progresso.h"
 #include "base/atomic_file.h"
-#include "base/code_page.h"
 #include "export/controle_exportacao.h"
 #include "fiscal/arquivo_fiscal.h"
 #include "fiscal/efd_validador.h"
@@ -94,20 +92,21 @@ int exportar(const OpcoesExportar& o) {
   return 0;
 }
 
-std::string ler_arquivo(const std::string& path) {
+// Hands the file `path` to `pedaco` a piece at a time.
+void ler_em_pedacos(const std::string& path, const std::function<void(std::string_view)>& pedaco) {
   const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + system_reason(erro)); };
   std::ifstream in(path, std::ios::binary);
   if (!in) throw falha(errno);
   // A folder opens like a file and reads as nothing.
   if (std::filesystem::is_directory(path)) throw falha(EISDIR);
-  std::ostringstream text;
-  text << in.rdbuf();
+  std::string buffer(1 << 20, '\0');
+  while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0)
+    pedaco(std::string_view(buffer).substr(0, static_cast<std::size_t>(in.gcount())));
   if (in.bad()) throw falha(EIO);
-  return text.str();
 }
 
 int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso) {
-  const std::string texto = windows1252_to_utf8(ler_arquivo(informacao));
+  ArquivoDeInformacao texto(informacao);
   Progresso barra(progresso);
   TOBJ_ArquivoFiscal conversor;
   conversor.LinhaInfo = [&](const std::string& line) {
@@ -121,19 +120,6 @@ int converter(int tipo, const std::string& informacao, const std::string& saida,
     conversor.Exec_SPED_Fiscal_EFD(saida, texto, TRegFiscalVersao::v1);
   barra.Limpar();
   return 0;
-}
-
-// Hands the file `path` to `pedaco` a piece at a time.
-void ler_em_pedacos(const std::string& path, const std::function<void(std::string_view)>& pedaco) {
-  const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + system_reason(erro)); };
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw falha(errno);
-  // A folder opens like a file and reads as nothing.
-  if (std::filesystem::is_directory(path)) throw falha(EISDIR);
-  std::string buffer(1 << 20, '\0');
-  while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0)
-    pedaco(std::string_view(buffer).substr(0, static_cast<std::size_t>(in.gcount())));
-  if (in.bad()) throw falha(EIO);
 }
 
 int validar(int tipo, const std::string& arquivo) {

@@ -81,22 +81,6 @@ LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
   return out;
 }
 
-std::vector<LinhaInformacao> ler_informacao(std::string_view texto) {
-  std::vector<LinhaInformacao> linhas;
-  int numero = 0;
-  std::size_t pos = 0;
-  while (pos < texto.size()) {
-    std::size_t fim = texto.find('\n', pos);
-    if (fim == std::string_view::npos) fim = texto.size();
-    std::string_view linha = texto.substr(pos, fim - pos);
-    if (!linha.empty() && linha.back() == '\r') linha.remove_suffix(1);
-    ++numero;
-    if (!linha.empty()) linhas.push_back(ler_linha_informacao(linha, numero));
-    pos = fim + 1;
-  }
-  return linhas;
-}
-
 int tipo_da_linha(std::string_view linha) {
   int tipo = -1;
   if (linha.substr(0, 5) != "[C00]" || !dois_digitos(linha, 5, tipo) || linha.substr(7, 6) != "[/C00]") return -1;
@@ -109,17 +93,6 @@ std::int64_t LinhaInformacao::inteiro(int n) const {
   const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
   if (s.empty() || ec != std::errc() || end != s.data() + s.size())
     falha(numero, fmt::format("C{:02} da linha {:02} não é um número inteiro: '{}'", n, tipo, s));
-  return v;
-}
-
-double LinhaInformacao::valor(int n) const {
-  std::string s(texto(n));
-  const auto virgula = s.find(',');
-  if (virgula != std::string::npos) s[virgula] = '.';
-  double v = 0;
-  const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::fixed);
-  if (s.empty() || ec != std::errc() || end != s.data() + s.size() || s.find('.') != s.rfind('.'))
-    falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, texto(n)));
   return v;
 }
 

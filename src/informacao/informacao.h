@@ -29,8 +29,6 @@ struct LinhaInformacao {
   bool tem(int n) const { return n >= 0 && n < kColunas && presentes[n]; }
   // Column `n` as an integer; throws Error naming the line and column when it is not one.
   std::int64_t inteiro(int n) const;
-  // Column `n` as an amount with a decimal comma ("1234,50", "-0,33"); throws Error otherwise.
-  double valor(int n) const;
   // Column `n` as a decimal number in units of 10^-casas, read exactly from its text: "1234,50"
   // with casas 2 gives 123450, "0,004" with casas 5 gives 400; a point is taken as the decimal
   // separator too; digits past `casas` round half away from zero ("1,005" gives 101 hundredths,
@@ -47,9 +45,6 @@ struct LinhaInformacao {
 // register line; `out` is then left half-filled.
 void ler_linha_informacao(std::string_view linha, int numero, LinhaInformacao& out);
 LinhaInformacao ler_linha_informacao(std::string_view linha, int numero);
-
-// Splits the text at CR LF (or lone LF) and parses every non-empty line.
-std::vector<LinhaInformacao> ler_informacao(std::string_view texto);
 
 // The line type of a register line, read from its leading "[C00]tt[/C00]" alone; -1 when the
 // line does not start so (only ler_linha_informacao can say what is wrong with it).
