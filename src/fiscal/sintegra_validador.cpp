@@ -50,11 +50,23 @@ std::string lista_legivel(std::string_view lista) {
   return out;
 }
 
-// The key of a document in a record: CNPJ, model, series and number.
-std::string chave(const Layout& l, std::string_view r, int cnpj, int modelo, int serie, int numero) {
-  std::string k;
-  for (const int f : {cnpj, modelo, serie, numero}) k += l.texto(r, f);
+// The key of a document in a record: CNPJ, model, series and number, in the first 25 of the N
+// characters (the CFOP may follow).
+template <std::size_t N>
+std::array<char, N> chave(const Layout& l, std::string_view r, int cnpj, int modelo, int serie, int numero) {
+  std::array<char, N> k{};
+  std::size_t n = 0;
+  for (const int f : {cnpj, modelo, serie, numero}) {
+    const std::string_view campo = l.texto(r, f);
+    std::copy(campo.begin(), campo.end(), k.begin() + n);
+    n += campo.size();
+  }
   return k;
+}
+
+template <std::size_t N>
+std::string_view texto_de(const std::array<char, N>& k) {
+  return std::string_view(k.data(), N);
 }
 
 std::string descrever_chave(std::string_view k) {
@@ -66,14 +78,13 @@ std::string descrever_chave(std::string_view k) {
 
 void ValidadorSintegra::achado(int numero, std::string texto) { achados_.emplace_back(numero, std::move(texto)); }
 
-bool ValidadorSintegra::Itens54::novo(std::string_view item) {
-  if (item.size() == 3 && so_digitos(item)) {
-    const int n = inteiro(item);
-    const bool visto = numeros[n];
-    numeros[n] = true;
-    return !visto;
-  }
-  return outros.emplace(item).second;
+bool ValidadorSintegra::item_novo(Itens54& itens, const Chave& doc, std::string_view item) {
+  if (item.size() != 3 || !so_digitos(item)) return itens_outros_.emplace(std::string(texto_de(doc)) + std::string(item)).second;
+  const auto n = static_cast<std::uint16_t>(inteiro(item));
+  const auto pos = std::lower_bound(itens.begin(), itens.end(), n);
+  if (pos != itens.end() && *pos == n) return false;
+  itens.insert(pos, n);
+  return true;
 }
 
 void ValidadorSintegra::le(std::string_view pedaco) {
@@ -256,24 +267,28 @@ void ValidadorSintegra::conferir_50(const Registro& r) {
       (uf != kExterior || !zeros(campo(r50::Cnpj)) || aparado(campo(r50::IE)) != kIsento))
     achado(r.numero, fmt::format("CFOP {} é de operação com o exterior: UF {}, CNPJ zeros e IE {}", cfop, kExterior,
                                  kIsento));
-  const std::string doc = chave(k50, r.texto, r50::Cnpj, r50::Modelo, r50::Serie, r50::Numero);
-  chaves50_.insert(doc + std::string(cfop));
+  auto doc_cfop = chave<kChave + 4>(k50, r.texto, r50::Cnpj, r50::Modelo, r50::Serie, r50::Numero);
+  std::copy(cfop.begin(), cfop.end(), doc_cfop.begin() + kChave);
+  chaves50_.insert(doc_cfop);
   if (!na_lista(kSituacoesSemValor, situacao) && na_lista(kModelosComItens, campo(r50::Modelo)))
-    documentos50_.emplace_back(r.numero, doc);
+    documentos50_.emplace_back(r.numero, chave<kChave>(k50, r.texto, r50::Cnpj, r50::Modelo, r50::Serie, r50::Numero));
 }
 
 void ValidadorSintegra::conferir_54(const Registro& r) {
   const auto campo = [&](int f) { return k54.texto(r.texto, f); };
-  const std::string doc = chave(k54, r.texto, r54::Cnpj, r54::Modelo, r54::Serie, r54::Numero);
+  const Chave doc = chave<kChave>(k54, r.texto, r54::Cnpj, r54::Modelo, r54::Serie, r54::Numero);
   Itens54& itens = documentos54_[doc];
-  if (std::string chave50 = doc + std::string(campo(r54::Cfop)); !chaves50_.count(chave50)) {
-    sem_50_.emplace_back(achados_.size(), std::move(chave50));
-    achado(r.numero, fmt::format("item sem registro 50 do mesmo documento e CFOP ({}, CFOP {})", descrever_chave(doc),
-                                 campo(r54::Cfop)));
+  auto doc_cfop = chave<kChave + 4>(k54, r.texto, r54::Cnpj, r54::Modelo, r54::Serie, r54::Numero);
+  const std::string_view cfop = campo(r54::Cfop);
+  std::copy(cfop.begin(), cfop.end(), doc_cfop.begin() + kChave);
+  if (!chaves50_.count(doc_cfop)) {
+    sem_50_.emplace_back(achados_.size(), doc_cfop);
+    achado(r.numero, fmt::format("item sem registro 50 do mesmo documento e CFOP ({}, CFOP {})",
+                                 descrever_chave(texto_de(doc)), cfop));
   }
   const std::string_view item = campo(r54::Item);
-  if (!itens.novo(item))
-    achado(r.numero, fmt::format("item {} repetido no documento ({})", item, descrever_chave(doc)));
+  if (!item_novo(itens, doc, item))
+    achado(r.numero, fmt::format("item {} repetido no documento ({})", item, descrever_chave(texto_de(doc))));
   const std::string_view produto = aparado(campo(r54::Produto));
   if (na_lista(k54Especiais, item)) {
     if (!produto.empty() || !zeros(campo(r54::Quantidade)))
@@ -305,10 +320,10 @@ void ValidadorSintegra::conferir_54_sem_50() {
 }
 
 void ValidadorSintegra::conferir_documentos() {
-  std::unordered_set<std::string> vistos;
+  std::unordered_set<Chave, HashChave> vistos;
   for (const auto& [numero, doc] : documentos50_)
     if (!documentos54_.count(doc) && vistos.insert(doc).second)
-      achado(numero, fmt::format("documento sem registro 54 dos seus itens ({})", descrever_chave(doc)));
+      achado(numero, fmt::format("documento sem registro 54 dos seus itens ({})", descrever_chave(texto_de(doc))));
   // A record names one product: sorted by record at the end, these findings come in order.
   for (const auto& [produto, registros] : produtos_usados_)
     if (!produtos75_.count(produto))

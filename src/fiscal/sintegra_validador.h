@@ -4,7 +4,8 @@
 // document, each product of 54 and 74 in a 75, and the totals of type 90.
 #pragma once
 
-#include <bitset>
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,14 +33,23 @@ class ValidadorSintegra final : public Conferencia {
     int numero;
     std::string_view texto;  // without CR LF; lives while the record is read
   };
-  // The items of a document's 54 records: numbers 000-999 by bit, any other text as it stands.
-  struct Itens54 {
-    std::bitset<1000> numeros;
-    std::unordered_set<std::string> outros;
-    bool novo(std::string_view item);
+  // A document in a record, CNPJ, model, series and number as written (25 characters); with the
+  // CFOP (29). Kept for every document of the file: fixed arrays, not strings on the heap.
+  static constexpr std::size_t kChave = 25;
+  using Chave = std::array<char, kChave>;
+  using ChaveCfop = std::array<char, kChave + 4>;
+  struct HashChave {
+    template <std::size_t N>
+    std::size_t operator()(const std::array<char, N>& k) const {
+      return std::hash<std::string_view>{}(std::string_view(k.data(), N));
+    }
   };
+  // The item numbers of a document's 54 records, sorted; an item that is not three digits is
+  // kept in itens_outros_ with its document.
+  using Itens54 = std::vector<std::uint16_t>;
 
   void registro(std::string_view texto, bool com_lf);
+  bool item_novo(Itens54& itens, const Chave& doc, std::string_view item);
   void achado(int numero, std::string texto);
   void conferir_campos(const Registro& r, const Layout& layout);
   void conferir_conteudo(const Registro& r, const Layout& layout, const Campo& campo, std::string_view valor);
@@ -59,12 +69,13 @@ class ValidadorSintegra final : public Conferencia {
   std::optional<std::string> r10_;
   std::optional<std::pair<TimeStamp, TimeStamp>> periodo_;
   // Document keys: CNPJ, model, series and number; with the CFOP for the 50-54 match.
-  std::unordered_set<std::string> chaves50_;                        // key + CFOP of each 50
-  std::vector<std::pair<int, std::string>> documentos50_;           // normal 50 of models with items
-  std::unordered_map<std::string, Itens54> documentos54_;           // key of each 54, its items
+  std::unordered_set<ChaveCfop, HashChave> chaves50_;      // of each 50
+  std::vector<std::pair<int, Chave>> documentos50_;         // normal 50 of models with items
+  std::unordered_map<Chave, Itens54, HashChave> documentos54_;  // of each 54, its items
+  std::unordered_set<std::string> itens_outros_;
   // A 54 whose 50 was not seen when it was read: (its finding's place in achados_, key + CFOP).
   // A 50 further on still settles it.
-  std::vector<std::pair<std::size_t, std::string>> sem_50_;
+  std::vector<std::pair<std::size_t, ChaveCfop>> sem_50_;
   std::unordered_map<std::string, std::vector<int>> produtos_usados_;  // code of 54 and 74 -> records
   std::unordered_set<std::string> produtos75_;
   std::vector<std::pair<int, std::string>> registros90_;
