@@ -91,19 +91,21 @@ struct ParticipanteCadastrado {
   std::string nome, cnpj_cpf, ie, endereco, numero, bairro, municipio, pais;
 };
 
+// The accountant (0100) is required, and so is a layout for the year.
+void confere_cabecalho(const CabecalhoInformacao& c) {
+  if (!c.contador) throw Error("Arquivo de informações sem a linha 03");
+  const int ano = c.registro.data(L01::DataInicial).year;
+  if (cod_ver(ano).empty())
+    throw Error(fmt::format("Linha {} do arquivo de informações: o leiaute do SPED EFD não tem versão para o ano {}",
+                            c.registro.numero, ano));
+}
+
 // The information file gives lines 12 to 14 after the notes that use them, and checking a
 // note's codes at once (and naming the first note at fault) needs them before: a first quick
 // pass reads the header and these lines alone. It also checks what the header lacks.
 class Cadastros final : public LeitorDeInformacao {
  public:
-  // The accountant (0100) is required, and so is a layout for the year.
-  void cabecalho(const CabecalhoInformacao& c) override {
-    if (!c.contador) throw Error("Arquivo de informações sem a linha 03");
-    const int ano = c.registro.data(L01::DataInicial).year;
-    if (cod_ver(ano).empty())
-      throw Error(fmt::format("Linha {} do arquivo de informações: o leiaute do SPED EFD não tem versão para o ano {}",
-                              c.registro.numero, ano));
-  }
+  void cabecalho(const CabecalhoInformacao& c) override { confere_cabecalho(c); }
 
   void cadastro(const LinhaInformacao& l) override {
     // The first line of a code stands for it.
@@ -178,6 +180,7 @@ class GeradorEfd final : public LeitorDeInformacao {
       : cadastros_(cadastros), notas_(notas), info_(info), progresso_(progresso), out_(saida) {}
 
   void cabecalho(const CabecalhoInformacao& c) override {
+    confere_cabecalho(c);  // again: a saved file may have changed since the first reading
     const LinhaInformacao& r = c.registro;
     const TimeStamp ini = r.data(L01::DataInicial), fim = r.data(L01::DataFinal);
     ano_ = ini.year;
