@@ -29,10 +29,9 @@ std::string mes_grande(int notas) {
                   "100,00", "18,00", "18,00");
   }
   for (int p = 1; p <= 500; ++p)
-    info += linha_info(12, {"2", std::to_string(p), "PRODUTO", "UN", "73181500", ""});
-  info += cadastros() + "[C00]16[/C00][C02]7[/C02][C03]29/02/2024[/C03][C04]0,00[/C04][C99]04[/C99]\r\n";
-  for (int p = 1; p <= 500; ++p)
-    info += linha_info(17, {"1", "7", std::to_string(p), "2,00", "5,00", "10,00", "UN", "2"});
+    info += l12("2", std::to_string(p), "PRODUTO", "UN", "73181500", "");
+  info += cadastros() + l16("7", "29/02/2024", "0,00");
+  for (int p = 1; p <= 500; ++p) info += l17_l19(17, "7", std::to_string(p), "2,00", "5,00", "10,00", "UN");
   return info;
 }
 

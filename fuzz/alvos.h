@@ -19,8 +19,8 @@
 
 #include "export/obj_exportainfofiscal.h"
 #include "fiscal/efd.h"
-#include "informacao/informacao.h"
 #include "fiscal/sintegra.h"
+#include "informacao/leitor.h"
 #include "host/client_dataset.h"
 #include "base/error.h"
 #include "host/sources/snapshot_source.h"
@@ -120,18 +120,46 @@ inline void snapshot(const std::uint8_t* data, std::size_t size) {
   ::close(fd);
 }
 
-// The information-file reader, and every column read in each of the converters' three ways.
-inline void informacao(const std::uint8_t* data, std::size_t size) {
-  try {
-    for (const LinhaInformacao& linha : ler_informacao(como_texto(data, size))) {
-      for (int n = 0; n < static_cast<int>(linha.colunas.size()); ++n) {
-        try { linha.inteiro(n); } catch (const Error&) {}
-        try { linha.valor(n); } catch (const Error&) {}
-        try { linha.data(n); } catch (const Error&) {}
-      }
-    }
-  } catch (const Error&) {
+// Every column of a line read in each of the converters' three ways.
+inline void ler_colunas(const LinhaInformacao& linha) {
+  for (int n = 0; n < static_cast<int>(linha.colunas.size()); ++n) {
+    try { linha.inteiro(n); } catch (const Error&) {}
+    try { linha.centesimos(n); } catch (const Error&) {}
+    try { linha.data(n); } catch (const Error&) {}
   }
+}
+
+struct LerColunas final : LeitorDeInformacao {
+  void cabecalho(const CabecalhoInformacao& c) override {
+    ler_colunas(c.registro);
+    ler_colunas(c.empresa);
+    if (c.contador) ler_colunas(*c.contador);
+  }
+  void nota(const NotaInformacao& nota) override {
+    ler_colunas(nota.cabecalho);
+    if (nota.parte) ler_colunas(*nota.parte);
+    for (const LinhaInformacao& l : nota.itens) ler_colunas(l);
+  }
+  void cadastro(const LinhaInformacao& l) override { ler_colunas(l); }
+  void inventario(const InventarioInformacao& inv) override {
+    ler_colunas(inv.cabecalho);
+    for (const LinhaInformacao& l : inv.itens) ler_colunas(l);
+  }
+};
+
+// The information-file reader, both ways, with every column read in each of the converters'
+// three ways; then both converters.
+inline void informacao(const std::uint8_t* data, std::size_t size) {
+  const std::string_view texto = como_texto(data, size);
+  for (const Leitura leitura : {Leitura::completa, Leitura::cadastros}) {
+    try {
+      LerColunas leitor;
+      ler_informacao(texto, leitor, leitura);
+    } catch (const Error&) {
+    }
+  }
+  try { gerar_sintegra(texto, nullptr, nullptr); } catch (const Error&) {}
+  try { gerar_efd(texto, nullptr, nullptr); } catch (const Error&) {}
 }
 
 // The structural validators: a finding list or an Error, never a crash.

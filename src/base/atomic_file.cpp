@@ -21,6 +21,33 @@ std::filesystem::path folder_of(const std::filesystem::path& target) {
   return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
 }
 
+// Writes all of `bytes`; false, with errno set, when the system refuses.
+bool write_all(int fd, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t n = ::write(fd, bytes.data(), bytes.size());
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      return false;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(n));
+  }
+  return true;
+}
+
+// Reads up to `size` bytes at `offset`, fewer only at the end of the file; -1, with errno set,
+// when the system refuses.
+ssize_t read_all_at(int fd, std::uint64_t offset, char* out, std::size_t size) {
+  std::size_t got = 0;
+  while (got < size) {
+    const ssize_t n = ::pread(fd, out + got, size - got, static_cast<off_t>(offset + got));
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return -1;
+    if (n == 0) break;
+    got += static_cast<std::size_t>(n);
+  }
+  return static_cast<ssize_t>(got);
+}
+
 }  // namespace
 
 void require_folder_of(const std::string& path) {
@@ -55,14 +82,13 @@ void AtomicFile::Fail(const std::string& why) {
 
 void AtomicFile::write(std::string_view bytes) {
   if (fd_ < 0) Fail("arquivo já fechado");
-  while (!bytes.empty()) {
-    const ssize_t n = ::write(fd_, bytes.data(), bytes.size());
-    if (n < 0) {
-      if (errno == EINTR) continue;
-      Fail(errno_text());
-    }
-    bytes.remove_prefix(static_cast<std::size_t>(n));
-  }
+  if (!write_all(fd_, bytes)) Fail(errno_text());
+}
+
+std::size_t AtomicFile::read_at(std::uint64_t offset, char* out, std::size_t size) const {
+  const ssize_t n = fd_ < 0 ? -1 : read_all_at(fd_, offset, out, size);
+  if (n < 0) throw Error("Não foi possível reler o arquivo '" + path_ + "': " + (fd_ < 0 ? "arquivo já fechado" : errno_text()));
+  return static_cast<std::size_t>(n);
 }
 
 void AtomicFile::start_writeback() {
@@ -77,6 +103,38 @@ void AtomicFile::commit() {
   if (::close(fd) != 0) Fail(errno_text());
   if (std::rename(temp_.c_str(), path_.c_str()) != 0) Fail(errno_text());
   temp_.clear();
+}
+
+ScratchFile::ScratchFile(std::string folder) : folder_(std::move(folder)) {
+  // O_TMPFILE makes a file that never has a name; a file system without it gets a named one,
+  // removed at once.
+  fd_ = ::open(folder_.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (fd_ < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+    std::string name = (std::filesystem::path(folder_) / ".infofiscal.XXXXXX").string();
+    fd_ = mkostemp(name.data(), O_CLOEXEC);
+    if (fd_ >= 0) ::unlink(name.c_str());
+  }
+  if (fd_ < 0) Fail(errno_text());
+}
+
+ScratchFile::~ScratchFile() {
+  if (fd_ >= 0) ::close(fd_);
+}
+
+void ScratchFile::Fail(const std::string& why) const {
+  throw Error("Não foi possível usar um arquivo temporário na pasta '" + folder_ + "': " + why);
+}
+
+void ScratchFile::append(std::string_view bytes) {
+  // Reads go through pread, which leaves the file offset alone: it stays at the end.
+  if (!write_all(fd_, bytes)) Fail(errno_text());
+  size_ += bytes.size();
+}
+
+std::size_t ScratchFile::read_at(std::uint64_t offset, char* out, std::size_t size) const {
+  const ssize_t n = read_all_at(fd_, offset, out, size);
+  if (n < 0) Fail(errno_text());
+  return static_cast<std::size_t>(n);
 }
 
 void write_file_atomically(const std::string& path, std::string_view bytes) {

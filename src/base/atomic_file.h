@@ -2,6 +2,7 @@
 // half-written, and a failed run leaves the previous file as it was.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -28,12 +29,40 @@ class AtomicFile {
   void start_writeback();
   // Flushes to disk and renames the temporary over the target.
   void commit();
+  // Reads back up to `size` bytes written from `offset` into `out`; returns how many (0 past
+  // the end). REQUIRES: commit has not been called.
+  std::size_t read_at(std::uint64_t offset, char* out, std::size_t size) const;
 
  private:
   [[noreturn]] void Fail(const std::string& why);
 
   std::string path_, temp_;
   int fd_ = -1;
+};
+
+// A temporary file without a name in a folder, for data that does not fit in memory: nothing
+// can open it, and it is gone when closed, even if the program is killed. Every failure throws
+// Error naming the folder.
+class ScratchFile {
+ public:
+  // The folder must exist.
+  explicit ScratchFile(std::string folder);
+  ~ScratchFile();
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
+
+  std::uint64_t size() const { return size_; }
+  // Appends `bytes` at the end.
+  void append(std::string_view bytes);
+  // Reads up to `size` bytes from `offset` into `out`; returns how many (0 past the end).
+  std::size_t read_at(std::uint64_t offset, char* out, std::size_t size) const;
+
+ private:
+  [[noreturn]] void Fail(const std::string& why) const;
+
+  std::string folder_;
+  int fd_ = -1;
+  std::uint64_t size_ = 0;
 };
 
 // Writes `bytes` to `path` through a temporary file in the same folder, renamed over `path`

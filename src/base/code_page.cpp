@@ -62,28 +62,36 @@ std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
   return i;
 }
 
+// Appends `text` to `out`: ASCII, the same in both code pages, as it stands; each run of other
+// bytes through `iconv`, opened from `from` to `to` on the first such run. At a sequence the
+// converter refuses, `refused(in, left, out)` writes its replacement and steps over it.
+template <class Refused>
+void convert_runs(std::string_view text, std::unique_ptr<Iconv>& iconv, const char* to, const char* from,
+                  std::string& out, Refused&& refused) {
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t ascii = run_end(text, i, true);
+    out.append(text, i, ascii - i);
+    if (ascii == text.size()) break;
+    i = run_end(text, ascii, false);
+    if (!iconv) iconv = std::make_unique<Iconv>(to, from);
+    const char* in = text.data() + ascii;
+    std::size_t left = i - ascii;
+    while (!iconv->convert(in, left, out)) refused(in, left, out);
+  }
+}
+
 }  // namespace
 
 Windows1252::Windows1252() = default;
 Windows1252::~Windows1252() = default;
 
 void Windows1252::append(std::string_view utf8, std::string& out) {
-  // ASCII is the same in both: copied as it stands, iconv sees only the runs of other bytes.
-  for (std::size_t i = 0; i < utf8.size();) {
-    const std::size_t ascii = run_end(utf8, i, true);
-    out.append(utf8, i, ascii - i);
-    if (ascii == utf8.size()) break;
-    i = run_end(utf8, ascii, false);
-    if (!iconv_) iconv_ = std::make_unique<Iconv>("CP1252", "UTF-8");
-    const char* in = utf8.data() + ascii;
-    std::size_t left = i - ascii;
-    while (!iconv_->convert(in, left, out)) {
-      const std::size_t skip = std::min(left, utf8_length(static_cast<unsigned char>(*in)));
-      out += '?';
-      in += skip;
-      left -= skip;
-    }
-  }
+  convert_runs(utf8, iconv_, "CP1252", "UTF-8", out, [](const char*& in, std::size_t& left, std::string& o) {
+    const std::size_t skip = std::min(left, utf8_length(static_cast<unsigned char>(*in)));
+    o += '?';
+    in += skip;
+    left -= skip;
+  });
 }
 
 std::string utf8_to_windows1252(std::string_view utf8) {
@@ -93,17 +101,22 @@ std::string utf8_to_windows1252(std::string_view utf8) {
   return out;
 }
 
-std::string windows1252_to_utf8(std::string_view bytes) {
-  Iconv cd("UTF-8", "CP1252");
-  std::string out;
-  out.reserve(bytes.size() + bytes.size() / 8);
-  const char* in = bytes.data();
-  std::size_t left = bytes.size();
-  while (!cd.convert(in, left, out)) {
-    out += "\xEF\xBF\xBD";
+Utf8FromWindows1252::Utf8FromWindows1252() = default;
+Utf8FromWindows1252::~Utf8FromWindows1252() = default;
+
+void Utf8FromWindows1252::append(std::string_view bytes, std::string& out) {
+  // One of the five bytes the code page leaves undefined.
+  convert_runs(bytes, iconv_, "UTF-8", "CP1252", out, [](const char*& in, std::size_t& left, std::string& o) {
+    o += "\xEF\xBF\xBD";
     ++in;
     --left;
-  }
+  });
+}
+
+std::string windows1252_to_utf8(std::string_view bytes) {
+  std::string out;
+  out.reserve(bytes.size() + bytes.size() / 8);
+  Utf8FromWindows1252().append(bytes, out);
   return out;
 }
 

@@ -23,6 +23,19 @@ class Windows1252 {
   std::unique_ptr<Iconv> iconv_;
 };
 
+// Windows-1252 to UTF-8, appended piece by piece (any split: the code page has one byte a
+// character); opens the code page's converter only when a piece is not all ASCII.
+class Utf8FromWindows1252 {
+ public:
+  Utf8FromWindows1252();
+  ~Utf8FromWindows1252();
+  // Appends `bytes` in UTF-8 to `out`; as windows1252_to_utf8 below.
+  void append(std::string_view bytes, std::string& out);
+
+ private:
+  std::unique_ptr<Iconv> iconv_;
+};
+
 // UTF-8 to Windows-1252; each code point the code page lacks (U+0081, U+008D, U+008F,
 // U+0090 and U+009D included) and each invalid byte becomes one '?'.
 std::string utf8_to_windows1252(std::string_view utf8);

@@ -11,18 +11,17 @@
 #include <iostream>
 #include <memory>
 #include <optional>
-#include <sstream>
+#include <functional>
 
 #include <CLI/CLI.hpp>
 
 #include "cli/opcoes.h"
 #include "cli/progresso.h"
 #include "base/atomic_file.h"
-#include "base/code_page.h"
 #include "export/controle_exportacao.h"
-#include "fiscal/efd.h"
-#include "fiscal/sintegra.h"
 #include "fiscal/arquivo_fiscal.h"
+#include "fiscal/efd_validador.h"
+#include "fiscal/sintegra_validador.h"
 #include "base/error.h"
 #include "host/sources/recording_source.h"
 
@@ -93,20 +92,21 @@ int exportar(const OpcoesExportar& o) {
   return 0;
 }
 
-std::string ler_arquivo(const std::string& path) {
+// Hands the file `path` to `pedaco` a piece at a time.
+void ler_em_pedacos(const std::string& path, const std::function<void(std::string_view)>& pedaco) {
   const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + system_reason(erro)); };
   std::ifstream in(path, std::ios::binary);
   if (!in) throw falha(errno);
   // A folder opens like a file and reads as nothing.
   if (std::filesystem::is_directory(path)) throw falha(EISDIR);
-  std::ostringstream text;
-  text << in.rdbuf();
+  std::string buffer(1 << 20, '\0');
+  while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0)
+    pedaco(std::string_view(buffer).substr(0, static_cast<std::size_t>(in.gcount())));
   if (in.bad()) throw falha(EIO);
-  return text.str();
 }
 
 int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso) {
-  const std::string texto = windows1252_to_utf8(ler_arquivo(informacao));
+  ArquivoDeInformacao texto(informacao);
   Progresso barra(progresso);
   TOBJ_ArquivoFiscal conversor;
   conversor.LinhaInfo = [&](const std::string& line) {
@@ -123,8 +123,11 @@ int converter(int tipo, const std::string& informacao, const std::string& saida,
 }
 
 int validar(int tipo, const std::string& arquivo) {
-  const std::string bytes = ler_arquivo(arquivo);
-  const auto achados = tipo == 1 ? validar_sintegra(bytes) : validar_efd(bytes);
+  std::unique_ptr<Conferencia> validador;
+  if (tipo == 1) validador = std::make_unique<sintegra::ValidadorSintegra>();
+  else validador = std::make_unique<efd::ValidadorEfd>();
+  ler_em_pedacos(arquivo, [&](std::string_view pedaco) { validador->le(pedaco); });
+  const auto achados = validador->conclui();
   for (const auto& achado : achados) info_line(achado);
   return achados.empty() ? 0 : 1;
 }

@@ -1,18 +1,33 @@
 #include "fiscal/arquivo_fiscal.h"
 
-#include "base/atomic_file.h"
 #include "fiscal/efd.h"
+#include "fiscal/saida.h"
 #include "fiscal/sintegra.h"
 
 namespace infofiscal {
 
 void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, const std::string& Texto) {
-  write_file_atomically(NomeArquivo, gerar_sintegra(Texto, LinhaInfo, Progresso));
+  TextoEmMemoria informacao(Texto);
+  Exec_Sintegra(NomeArquivo, informacao);
 }
 
 void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto,
+                                              TRegFiscalVersao Versao) {
+  TextoEmMemoria informacao(Texto);
+  Exec_SPED_Fiscal_EFD(NomeArquivo, informacao, Versao);
+}
+
+void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, TextoDeInformacao& Informacao) {
+  SaidaEmArquivo saida(NomeArquivo);
+  gerar_sintegra(Informacao, saida, LinhaInfo, Progresso);
+  saida.confirma();
+}
+
+void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao,
                                               TRegFiscalVersao) {
-  write_file_atomically(NomeArquivo, gerar_efd(Texto, LinhaInfo, Progresso));
+  SaidaEmArquivo saida(NomeArquivo);
+  gerar_efd(Informacao, saida, LinhaInfo, Progresso);
+  saida.confirma();
 }
 
 }  // namespace infofiscal

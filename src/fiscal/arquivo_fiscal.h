@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/framework.h"
+#include "informacao/texto.h"
 
 namespace infofiscal {
 
@@ -17,12 +18,15 @@ class TOBJ_ArquivoFiscal {
   TProcLinhaInfo LinhaInfo;
   TProcProgresso Progresso;
 
-  // Writes the SINTEGRA file `NomeArquivo` from the information text (UTF-8, CR LF lines).
-  // Throws Error, leaving any earlier file intact, when the text cannot be converted.
+  // Writes the SINTEGRA file `NomeArquivo` from the information text (UTF-8, CR LF lines), a
+  // piece at a time, checked as it goes. Throws Error, leaving any earlier file intact, when the
+  // text cannot be converted or the file written is refused.
   void Exec_Sintegra(const std::string& NomeArquivo, const std::string& Texto);
-  // Writes the SPED EFD ICMS/IPI file `NomeArquivo` from the information text.
+  // Writes the SPED EFD ICMS/IPI file `NomeArquivo` from the information text, the same way.
   void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto, TRegFiscalVersao Versao);
-
+  // The same from an information text read a piece at a time (the saved file, of any size).
+  void Exec_Sintegra(const std::string& NomeArquivo, TextoDeInformacao& Informacao);
+  void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao, TRegFiscalVersao Versao);
 };
 
 }  // namespace infofiscal

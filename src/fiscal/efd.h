@@ -5,15 +5,25 @@
 #include <string_view>
 #include <vector>
 
+#include "fiscal/saida.h"
 #include "host/framework.h"
+#include "informacao/texto.h"
 
 namespace infofiscal {
 
-// Builds the EFD file's bytes from the information text (UTF-8, CR LF lines).
+// Writes the EFD file of the information text into `saida`, a piece at a time, and checks it
+// with the validator as it goes. Throws Error naming the information line or note at fault, or
+// "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:" with each finding and the record it
+// is about; `saida` then holds a refused file, which the caller must not keep. The text is read
+// twice: once for the catalogues, once for the rest. Memory stays bounded by the catalogues
+// and the validator's keys, whatever the number of notes.
+void gerar_efd(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLinhaInfo& info,
+               const TProcProgresso& progresso);
+// The same from a text in memory into memory, for tests and benchmarks.
 std::string gerar_efd(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso);
 
 // Every rule of the layout that the file alone can show; one finding per line, empty when the
-// file is valid.
+// file is valid (efd::ValidadorEfd reads a file a piece at a time).
 std::vector<std::string> validar_efd(std::string_view arquivo);
 
 }  // namespace infofiscal

@@ -97,11 +97,54 @@ std::string data_texto(Dia d) {
   return out;
 }
 
-EscritorEfd::EscritorEfd() : contagem_(registros().size()) {}
+namespace {
 
-std::string& EscritorEfd::Bloco(char bloco) { return blocos_[kBlocos.find(bloco)]; }
+// The output goes out in pieces of this size.
+constexpr std::size_t kPedaco = 1 << 16;
 
-void EscritorEfd::Campo(std::string& out, const efd::Campo& c, const Valor& v) {
+}  // namespace
+
+// The records of a block written ahead of its turn, in memory and, past a limit, in a temporary
+// file: block C of a large month does not fit in memory.
+class EscritorEfd::Adiado {
+ public:
+  Adiado(std::string pasta, std::size_t em_memoria) : pasta_(std::move(pasta)), em_memoria_(em_memoria) {}
+
+  std::string& buffer() { return memoria_; }
+  bool vazio() const { return memoria_.empty() && !arquivo_; }
+  // Moves what is in memory to the file when there is too much of it.
+  void alivia() {
+    if (memoria_.size() < em_memoria_) return;
+    if (!arquivo_) arquivo_ = std::make_unique<ScratchFile>(pasta_);
+    arquivo_->append(memoria_);
+    memoria_.clear();
+  }
+  // Hands every byte back in order and forgets them.
+  template <class F>
+  void esvazia(F&& pedaco) {
+    if (arquivo_) {
+      std::string lido(kPedaco, '\0');
+      for (std::uint64_t pos = 0, n; (n = arquivo_->read_at(pos, lido.data(), lido.size())) > 0; pos += n)
+        pedaco(std::string_view(lido).substr(0, n));
+      arquivo_.reset();
+    }
+    pedaco(std::string_view(memoria_));
+    memoria_.clear();
+    memoria_.shrink_to_fit();
+  }
+
+ private:
+  const std::string pasta_;
+  const std::size_t em_memoria_;
+  std::string memoria_;
+  std::unique_ptr<ScratchFile> arquivo_;
+};
+
+EscritorEfd::EscritorEfd(SaidaFiscal& saida, std::size_t em_memoria)
+    : saida_(saida), em_memoria_(em_memoria), contagem_(registros().size()) {}
+EscritorEfd::~EscritorEfd() = default;
+
+void EscritorEfd::campo(std::string& out, const efd::Campo& c, const Valor& v) {
   switch (v.tipo) {
     case Valor::Tipo::Vazio:
       break;
@@ -126,38 +169,66 @@ void EscritorEfd::Campo(std::string& out, const efd::Campo& c, const Valor& v) {
   }
 }
 
-void EscritorEfd::Registro(const efd::Registro& r, std::initializer_list<Valor> valores) {
+void EscritorEfd::registro(const efd::Registro& r, std::initializer_list<Valor> valores) {
   if (valores.size() + 1 != r.campos.size())
     throw Error("Registro " + std::string(r.reg) + " com " + std::to_string(valores.size() + 1) + " campos; o leiaute tem " +
                 std::to_string(r.campos.size()));
-  const char bloco = r.reg == "0000" ? '0' : r.reg == "9999" ? '9' : r.bloco();
-  std::string& out = Bloco(bloco);
-  out.push_back('|');
-  out.append(r.reg);
-  out.push_back('|');
-  const efd::Campo* campo = r.campos.data() + 1;
-  for (const Valor& v : valores) {
-    Campo(out, *campo++, v);
-    out.push_back('|');
+  const std::size_t b = kBlocos.find(r.reg == "0000" ? '0' : r.reg == "9999" ? '9' : r.bloco());
+  if (b < corrente_) throw Error("Registro " + std::string(r.reg) + " depois do fim do seu bloco");
+  if (r.nivel >= 2 && !abertos_[b] && b == corrente_) {
+    abertos_[b] = true;
+    registro(std::string(1, kBlocos[b]) + "001", {texto("0")});
   }
-  out.append("\r\n");
-  ++linhas_[kBlocos.find(bloco)];
+  if (r.abertura()) abertos_[b] = true;
+  registro_.clear();
+  registro_.push_back('|');
+  registro_.append(r.reg);
+  registro_.push_back('|');
+  const efd::Campo* c = r.campos.data() + 1;
+  for (const Valor& v : valores) {
+    campo(registro_, *c++, v);
+    registro_.push_back('|');
+  }
+  registro_.append("\r\n");
+  escreve(static_cast<int>(b), registro_);
+  ++linhas_[b];
   ++contagem_[r.indice()];
 }
 
-void EscritorEfd::Fecha(char bloco) {
-  Registro(std::string(1, bloco) + "990", {inteiro(Linhas(bloco) + 1)});
+void EscritorEfd::escreve(int b, std::string_view registro) {
+  if (static_cast<std::size_t>(b) == corrente_) {
+    cp1252_.append(registro, buffer_);
+    if (buffer_.size() >= kPedaco) descarrega();
+    return;
+  }
+  if (!adiados_[b]) adiados_[b] = std::make_unique<Adiado>(saida_.pasta_temporaria(), em_memoria_);
+  cp1252_.append(registro, adiados_[b]->buffer());
+  adiados_[b]->alivia();
 }
 
-void EscritorEfd::Encerra(char bloco) {
-  std::string registros;
-  registros.swap(Bloco(bloco));
-  Registro(std::string(1, bloco) + "001", {texto(registros.empty() ? "1" : "0")});
-  Bloco(bloco) += registros;
-  Fecha(bloco);
+void EscritorEfd::descarrega() {
+  saida_.escreve(buffer_);
+  buffer_.clear();
 }
 
-std::string EscritorEfd::Conclui() {
+void EscritorEfd::encerra(char bloco) {
+  for (const std::size_t ate = kBlocos.find(bloco); corrente_ <= ate; ++corrente_) {
+    const char b = kBlocos[corrente_];
+    if (!abertos_[corrente_]) {
+      const bool adiantado = adiados_[corrente_] && !adiados_[corrente_]->vazio();
+      registro(std::string(1, b) + "001", {texto(adiantado ? "0" : "1")});
+    }
+    if (adiados_[corrente_]) {
+      descarrega();
+      adiados_[corrente_]->esvazia([this](std::string_view pedaco) { saida_.escreve(pedaco); });
+      adiados_[corrente_].reset();
+    }
+    registro(std::string(1, b) + "990", {inteiro(linhas_[corrente_] + 1)});
+  }
+}
+
+void EscritorEfd::conclui() {
+  encerra('1');
   // 9900 counts every type of the file, block 9's own records included.
   const auto regs = registros();
   for (const std::string_view reg : {"9001", "9990", "9999"}) contagem_[R(reg).indice()] = 1;
@@ -166,21 +237,14 @@ std::string EscritorEfd::Conclui() {
     if (contagem_[i] > 0 && regs[i].reg != "9900") ++tipos;
   contagem_[R("9900").indice()] = tipos;
   const std::vector<int> contagem = contagem_;
-  Registro("9001", {texto("0")});
+  registro("9001", {texto("0")});
   for (std::size_t i = 0; i < regs.size(); ++i)
-    if (contagem[i] > 0) Registro("9900", {texto(regs[i].reg), inteiro(contagem[i])});
-  Registro("9990", {inteiro(Linhas('9') + 2)});
+    if (contagem[i] > 0) registro("9900", {texto(regs[i].reg), inteiro(contagem[i])});
+  registro("9990", {inteiro(linhas_[kBlocos.find('9')] + 2)});
   int total = 1;
   for (const int n : linhas_) total += n;
-  Registro("9999", {inteiro(total)});
-
-  std::string arquivo;
-  std::size_t tamanho = 0;
-  for (const auto& b : blocos_) tamanho += b.size();
-  arquivo.reserve(tamanho);
-  for (const auto& b : blocos_) arquivo += b;
-  const bool ascii = std::all_of(arquivo.begin(), arquivo.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  return ascii ? arquivo : utf8_to_windows1252(arquivo);
+  registro("9999", {inteiro(total)});
+  descarrega();
 }
 
 }  // namespace infofiscal::efd

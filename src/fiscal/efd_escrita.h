@@ -1,18 +1,21 @@
 // Writing EFD ICMS/IPI records from the layout table: values become field text by the rules
 // of the field (decimals, digits only, cleaning and size of text), records are counted per type
-// and per block, and the closing records (x990, 9900, 9990, 9999) are computed from those
+// and per block, and the closing records (x001, x990, 9900, 9990, 9999) are computed from those
 // counts. Also the field-value rules the validator reads back (numbers, dates).
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "fiscal/efd_layout.h"
+#include "base/code_page.h"
 #include "base/value.h"
+#include "fiscal/efd_layout.h"
+#include "fiscal/saida.h"
 
 namespace infofiscal::efd {
 
@@ -44,31 +47,48 @@ Dia ler_data(std::string_view s);
 // "ddmmaaaa" of a date.
 std::string data_texto(Dia d);
 
-// The file being written, block by block: each record goes to its block's text, so blocks
-// may be written in any order and are joined in file order at the end.
+// The file written as it goes, into a SaidaFiscal, in Windows-1252. Blocks come in file order:
+// a record of the block being written goes out at once; a record of a later block waits (in
+// memory, past a few MiB in a temporary file beside the output) until that block's turn. Records
+// are counted per type and per block for the closing records (x001, x990, 9900, 9990, 9999).
+// Records of a block written ahead of its turn stay in memory up to this size.
+inline constexpr std::size_t kAdiadoEmMemoria = 4 << 20;
+
 class EscritorEfd {
  public:
-  EscritorEfd();
+  // `saida` must outlive the writer. A block written ahead waits in a temporary file past
+  // `em_memoria` bytes.
+  explicit EscritorEfd(SaidaFiscal& saida, std::size_t em_memoria = kAdiadoEmMemoria);
+  ~EscritorEfd();
+  EscritorEfd(const EscritorEfd&) = delete;
+  EscritorEfd& operator=(const EscritorEfd&) = delete;
 
-  // Writes one record; `valores` are the fields after REG. Throws Error when their number
-  // differs from the layout's.
-  void Registro(const efd::Registro& r, std::initializer_list<Valor> valores);
-  void Registro(std::string_view reg, std::initializer_list<Valor> valores) { Registro(R(reg), valores); }
-  // x990 with the block's line count.
-  void Fecha(char bloco);
-  // Puts x001 in front of what the block holds (IND_MOV 0 when it holds records, else 1)
-  // and closes it with x990: a block's records may be written before it is known whether
-  // it has any.
-  void Encerra(char bloco);
-  // Block 9 and 9999, then the whole file in block order, in Windows-1252.
-  std::string Conclui();
+  // Writes one record; `valores` are the fields after REG. A data record of a block not yet
+  // opened opens it first (x001 with IND_MOV 0). Throws Error when their number differs from
+  // the layout's, or when its block was closed already.
+  void registro(const efd::Registro& r, std::initializer_list<Valor> valores);
+  void registro(std::string_view reg, std::initializer_list<Valor> valores) { registro(R(reg), valores); }
+  // Closes every block up to `bloco`, in file order: x001 if it was not opened (IND_MOV 0 when
+  // records of it were written ahead, else 1), those records, and x990 with its line count.
+  void encerra(char bloco);
+  // Closes the blocks left, writes block 9 and 9999 and hands the last bytes to the output.
+  void conclui();
 
  private:
-  std::string& Bloco(char bloco);
-  int& Linhas(char bloco) { return linhas_[kBlocos.find(bloco)]; }
-  void Campo(std::string& out, const efd::Campo& c, const Valor& v);
+  class Adiado;
+  // The buffer a record of block `b` goes to: the output's, or the wait of a later block.
+  void escreve(int b, std::string_view registro);
+  void campo(std::string& out, const efd::Campo& c, const Valor& v);
+  void descarrega();
 
-  std::array<std::string, kBlocos.size()> blocos_;
+  SaidaFiscal& saida_;
+  const std::size_t em_memoria_;
+  Windows1252 cp1252_;
+  std::string registro_;  // the record being written, in UTF-8
+  std::string buffer_;    // bytes for saida_
+  std::array<std::unique_ptr<Adiado>, kBlocos.size()> adiados_;
+  std::size_t corrente_ = 0;  // the block being written: those before it are closed
+  std::array<bool, kBlocos.size()> abertos_{};
   std::array<int, kBlocos.size()> linhas_{};
   std::vector<int> contagem_;  // per register index
 };

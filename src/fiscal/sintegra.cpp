@@ -1,25 +1,43 @@
 #include "fiscal/sintegra.h"
 
+#include "base/error.h"
 #include "fiscal/sintegra_conversor.h"
 #include "fiscal/sintegra_validador.h"
-#include "base/error.h"
+#include "informacao/leitor.h"
 
 namespace infofiscal {
 
-std::string gerar_sintegra(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso) {
-  std::string arquivo = sintegra::ConversorSintegra(info, progresso).gerar(informacao);
+void gerar_sintegra(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLinhaInfo& info,
+                    const TProcProgresso& progresso) {
+  if (info) info("Lendo o arquivo de informações");
+  sintegra::CatalogoSintegra catalogo;
+  const ContagemDeLinhas contagem = ler_informacao(informacao, catalogo, Leitura::cadastros);
+  sintegra::ConversorSintegra conversor(catalogo, contagem.notas, saida.pasta_temporaria(), info, progresso);
+  ler_informacao(informacao, conversor);
+  conversor.conclui();
   if (info) info("Conferindo o arquivo SINTEGRA");
-  const std::vector<std::string> achados = validar_sintegra(arquivo);
+  sintegra::ValidadorSintegra validador;
+  SaidaConferida conferida(saida, validador);
+  conversor.emitir(conferida);
+  const std::vector<std::string> achados = validador.conclui();
   if (!achados.empty()) {
     std::string mensagem = "O arquivo SINTEGRA gerado não passou na conferência:";
     for (const auto& a : achados) mensagem += "\n" + a;
     throw Error(mensagem);
   }
-  return arquivo;
+}
+
+std::string gerar_sintegra(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso) {
+  TextoEmMemoria texto(informacao);
+  SaidaEmMemoria saida;
+  gerar_sintegra(texto, saida, info, progresso);
+  return saida.bytes();
 }
 
 std::vector<std::string> validar_sintegra(std::string_view arquivo) {
-  return sintegra::ValidadorSintegra().validar(arquivo);
+  sintegra::ValidadorSintegra validador;
+  validador.le(arquivo);
+  return validador.conclui();
 }
 
 }  // namespace infofiscal

@@ -5,10 +5,17 @@
 #include <fmt/format.h>
 
 #include "base/error.h"
+#include "informacao/esquema.h"
 
 namespace infofiscal::sintegra {
 
 namespace {
+
+using namespace linha;
+
+// Lines 17 and 19 share one layout: inventory items are read by L17's names.
+static_assert(L17::Produto == L19::Produto && L17::Quantidade == L19::Quantidade &&
+              L17::PrecoTotal == L19::PrecoTotal && L16::Data == L18::Data);
 
 bool antes(const TimeStamp& a, const TimeStamp& b) {
   return std::tie(a.year, a.month, a.day) < std::tie(b.year, b.month, b.day);
@@ -58,6 +65,27 @@ std::string_view mapa_ou_erro(const std::string_view* para, std::string_view o_q
 
 }  // namespace
 
+void CatalogoSintegra::cadastro(const LinhaInformacao& l) {
+  if (l.tipo != L12::kTipo) return;  // units, parties and natures: the notes and the catalogue carry what the file needs
+  const auto* prefixo = mapear(kPrefixosDeItem, l.texto(L12::TipoItem));
+  if (!prefixo)
+    throw Error(fmt::format("Linha {} do arquivo de informações: tipo de item '{}' desconhecido", l.numero,
+                            l.texto(L12::TipoItem)));
+  produtos_.try_emplace(std::string(*prefixo) + std::string(l.texto(L12::Codigo)),
+                        Produto{l.numero, l.tipo, std::string(l.texto(L12::Descricao)),
+                                std::string(l.texto(L12::Unidade)), so_digitos(l.texto(L12::Ncm))});
+}
+
+const Produto* CatalogoSintegra::produto(const std::string& codigo) const {
+  const auto it = produtos_.find(codigo);
+  return it == produtos_.end() ? nullptr : &it->second;
+}
+
+ConversorSintegra::ConversorSintegra(const CatalogoSintegra& catalogo, int notas, const std::string& pasta,
+                                     const TProcLinhaInfo& info, const TProcProgresso& progresso)
+    : catalogo_(catalogo), notas_(notas), info_(info), progresso_(progresso), b10_(k10, pasta), b11_(k11, pasta),
+      b50_(k50, pasta), b54_(k54, pasta), b74_(k74, pasta), b75_(k75, pasta), b90_(k90, pasta) {}
+
 void ConversorSintegra::informar(const std::string& texto) const {
   if (info_) info_(texto);
 }
@@ -66,132 +94,89 @@ void ConversorSintegra::progredir(int posicao, int maximo) const {
   if (progresso_) progresso_(posicao, maximo);
 }
 
-std::string ConversorSintegra::gerar(std::string_view informacao) {
-  informar("Lendo o arquivo de informações");
-  const std::vector<LinhaInformacao> linhas = ler_informacao(informacao);
-  separar(linhas);
-
+void ConversorSintegra::cabecalho(const CabecalhoInformacao& c) {
   informar("Gerando registros 10 e 11");
-  escrever_informante();
+  escrever_informante(c);
   informar("Gerando registros 50 e 54");
-  for (std::size_t i = 0; i < notas_.size(); ++i) {
-    progredir(static_cast<int>(i + 1), static_cast<int>(notas_.size()));
-    escrever_nota(notas_[i]);
-  }
+}
+
+void ConversorSintegra::nota(const NotaInformacao& nota) {
+  progredir(++nota_, notas_);
+  escrever_nota(nota);
+}
+
+void ConversorSintegra::inventarios_comecam() {
+  if (em_inventarios_) return;
+  em_inventarios_ = true;
   informar("Gerando registro 74");
-  escrever_inventarios();
+}
+
+void ConversorSintegra::inventario(const InventarioInformacao& inv) {
+  inventarios_comecam();
+  if (inv.itens.empty()) return;
+  const TimeStamp data = inv.cabecalho.data(L16::Data);
+  for (std::size_t k = 0; k < inv.itens.size(); ++k) {
+    const LinhaInformacao& p = inv.itens[k];
+    progredir(static_cast<int>(k + 1), static_cast<int>(inv.itens.size()));
+    try {
+      const std::string& produto = usar_produto(kItemProduto, p.texto(L17::Produto), p);
+      b74_.novo().data(data).texto(produto).numero(p.centesimos(L17::Quantidade), 2).numero(p.centesimos(L17::PrecoTotal), 2);
+      b74_.texto(kPossePropria).zeros().brancos().brancos().brancos().fim();
+    } catch (const Error& err) {
+      throw Error(fmt::format("Linha {} do arquivo de informações: {}", p.numero, err.what()));
+    }
+  }
+}
+
+void ConversorSintegra::conclui() {
+  inventarios_comecam();
   informar("Gerando registro 75");
   escrever_produtos();
   informar("Gerando registro 90");
-  for (Bloco* b : {&b50_, &b54_, &b74_, &b75_}) b->ordenar();
   escrever_totais();
-
-  std::string saida;
-  saida.reserve(static_cast<std::size_t>(b10_.quantos() + b11_.quantos() + b50_.quantos() + b54_.quantos() +
-                                         b74_.quantos() + b75_.quantos() + b90_.quantos()) *
-                (kTamanhoRegistro + kFimDeRegistro.size()));
-  for (const Bloco* b : {&b10_, &b11_, &b50_, &b54_, &b74_, &b75_, &b90_}) b->emitir(saida);
-  return saida;
 }
 
-// Sorts the lines into header, notes, catalogue and inventories, in one pass.
-void ConversorSintegra::separar(const std::vector<LinhaInformacao>& linhas) {
-  const int total = static_cast<int>(linhas.size());
-  const auto erro = [](const LinhaInformacao& l, std::string_view porque) {
-    return Error(fmt::format("Linha {} do arquivo de informações: {}", l.numero, porque));
-  };
-  const auto da_mesma_nota = [&](const LinhaInformacao& l) {
-    if (notas_.empty() || notas_.back().cabecalho->texto(1) != l.texto(1) ||
-        notas_.back().cabecalho->texto(2) != l.texto(2))
-      throw erro(l, fmt::format("linha {:02} sem a linha 04 da sua nota", l.tipo));
-    return &notas_.back();
-  };
-  const LinhaInformacao* ultimo_cabecalho_de_inventario = nullptr;
-  for (int k = 0; k < total; ++k) {
-    const LinhaInformacao& l = linhas[k];
-    progredir(k + 1, total);
-    switch (l.tipo) {
-      case 1:
-      case 2:
-      case 3: {
-        const LinhaInformacao*& unica = l.tipo == 1 ? l01_ : l.tipo == 2 ? l02_ : l03_;
-        if (unica) throw erro(l, fmt::format("segunda linha {:02}", l.tipo));
-        unica = &l;
-        break;
-      }
-      case 4:
-        notas_.push_back({&l, nullptr, {}});
-        break;
-      case 5:
-        da_mesma_nota(l)->parte = &l;
-        break;
-      case 6:
-        da_mesma_nota(l)->itens.push_back(&l);
-        break;
-      case 12: {
-        const auto* prefixo = mapear(kPrefixosDeItem, l.texto(1));
-        if (!prefixo) throw erro(l, fmt::format("tipo de item '{}' desconhecido", l.texto(1)));
-        catalogo_.try_emplace(std::string(*prefixo) + std::string(l.texto(2)), &l);
-        break;
-      }
-      case 16:
-      case 18:
-        inventarios_.push_back({&l, {}});
-        ultimo_cabecalho_de_inventario = &l;
-        break;
-      case 17:
-      case 19:
-        if (!ultimo_cabecalho_de_inventario || ultimo_cabecalho_de_inventario->tipo != l.tipo - 1)
-          throw erro(l, fmt::format("linha {:02} sem a linha {:02} do seu inventário", l.tipo, l.tipo - 1));
-        inventarios_.back().produtos.push_back(&l);
-        break;
-      case 13:
-      case 14:
-      case 15:
-        break;  // units, parties and natures: the notes and the catalogue carry what the file needs
-      default:
-        throw erro(l, fmt::format("tipo de linha {:02} desconhecido", l.tipo));
-    }
-  }
-  if (!l01_) throw Error("O arquivo de informações não tem a linha 01 (registro fiscal)");
-  if (!l02_) throw Error("O arquivo de informações não tem a linha 02 (empresa)");
+void ConversorSintegra::emitir(SaidaFiscal& saida) {
+  for (Bloco* b : {&b10_, &b11_, &b50_, &b54_, &b74_, &b75_, &b90_}) b->emitir(saida);
 }
 
-void ConversorSintegra::escrever_informante() {
-  const LinhaInformacao& r = *l01_;
-  const LinhaInformacao& e = *l02_;
-  inicio_ = r.data(2);
-  fim_ = r.data(3);
-  cnpj_ = so_digitos(e.texto(4));
-  ie_ = inscricao(e.texto(6));
-  uf_ = ascii_maiusculo(e.texto(5));
-  const std::string_view finalidade =
-      mapa_ou_erro(mapear(kFinalidades, r.texto(6)), "Finalidade do arquivo (C06 da linha 01)", r.texto(6));
+void ConversorSintegra::escrever_informante(const CabecalhoInformacao& c) {
+  const LinhaInformacao& r = c.registro;
+  const LinhaInformacao& e = c.empresa;
+  inicio_ = r.data(L01::DataInicial);
+  fim_ = r.data(L01::DataFinal);
+  cnpj_ = so_digitos(e.texto(L02::Cnpj));
+  ie_ = inscricao(e.texto(L02::Ie));
+  uf_ = ascii_maiusculo(e.texto(L02::Uf));
+  const std::string_view finalidade = mapa_ou_erro(mapear(kFinalidades, r.texto(L01::Finalidade)),
+                                                   "Finalidade do arquivo (C06 da linha 01)", r.texto(L01::Finalidade));
   try {
-    b10_.novo().digitos(cnpj_).texto(ie_).texto(e.texto(2)).texto(e.texto(9)).texto(uf_).digitos(e.texto(16));
-    b10_.data(inicio_).data(fim_).texto(kConvenio).texto(kNatureza).texto(finalidade).fim();
+    b10_.novo().digitos(cnpj_).texto(ie_).texto(e.texto(L02::RazaoSocial)).texto(e.texto(L02::NomeCidade)).texto(uf_);
+    b10_.digitos(e.texto(L02::Fax)).data(inicio_).data(fim_).texto(kConvenio).texto(kNatureza).texto(finalidade).fim();
     // The contact: the accountant, or the company itself when line 03 names nobody.
-    const bool contador = l03_ && !ascii_maiusculo(l03_->texto(2)).empty();
-    const std::string_view contato = contador ? l03_->texto(2) : e.texto(2);
-    const std::string_view fone = contador ? l03_->texto(11) : e.texto(15);
-    b11_.novo().texto(e.texto(10)).digitos(e.texto(13)).texto(e.texto(12)).texto(e.texto(14)).digitos(e.texto(11));
-    b11_.texto(contato).digitos(fone).fim();
+    const bool contador = c.contador && !ascii_maiusculo(c.contador->texto(L03::Nome)).empty();
+    const std::string_view contato = contador ? c.contador->texto(L03::Nome) : e.texto(L02::RazaoSocial);
+    const std::string_view fone = contador ? c.contador->texto(L03::Fone) : e.texto(L02::Fone);
+    b11_.novo().texto(e.texto(L02::Endereco)).digitos(e.texto(L02::Numero)).texto(e.texto(L02::Complemento));
+    b11_.texto(e.texto(L02::Bairro)).digitos(e.texto(L02::Cep)).texto(contato).digitos(fone).fim();
   } catch (const Error& err) {
     throw Error(fmt::format("Dados da empresa (linhas 02 e 03 do arquivo de informações): {}", err.what()));
   }
 }
 
-void ConversorSintegra::escrever_nota(const Nota& nota) {
-  const LinhaInformacao& h = *nota.cabecalho;
-  const std::string_view tipo = h.texto(1);
+void ConversorSintegra::escrever_nota(const NotaInformacao& nota) {
+  const LinhaInformacao& h = nota.cabecalho;
+  const std::string_view tipo = h.texto(L04::TipoNota);
   const bool propria = na_lista(kNotasProprias, tipo);
   if (!propria && !na_lista(kNotasDeTerceiros, tipo))
     throw Error(fmt::format("Linha {} do arquivo de informações: tipo de nota '{}' desconhecido", h.numero, tipo));
-  if (h.texto(6).empty())
-    throw Error(fmt::format("Linha {} do arquivo de informações: nota {} sem modelo (C06)", h.numero, h.texto(3)));
-  const std::string modelo = std::to_string(h.inteiro(6));
+  if (h.texto(L04::Modelo).empty())
+    throw Error(fmt::format("Linha {} do arquivo de informações: nota {} sem modelo (C06)", h.numero,
+                            h.texto(L04::Numero)));
+  const std::string modelo = std::to_string(h.inteiro(L04::Modelo));
   if (!mapear(kModelos, modelo)) {
-    informar(fmt::format("Nota {} (modelo {}) fica fora do arquivo: seu registro não é gerado", h.texto(3), modelo));
+    informar(fmt::format("Nota {} (modelo {}) fica fora do arquivo: seu registro não é gerado", h.texto(L04::Numero),
+                         modelo));
     return;
   }
   try {
@@ -206,22 +191,23 @@ void ConversorSintegra::escrever_nota(const Nota& nota) {
     if (!na_lista(kSituacoesSemValor, std::string_view(&doc.situacao, 1)) && na_lista(kModelosComItens, doc.modelo))
       escrever_itens(nota, doc, parcelas);
   } catch (const Error& err) {
-    throw Error(fmt::format("Nota {} (linha {} do arquivo de informações): {}", h.texto(3), h.numero, err.what()));
+    throw Error(fmt::format("Nota {} (linha {} do arquivo de informações): {}", h.texto(L04::Numero), h.numero,
+                            err.what()));
   }
 }
 
-ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const Nota& nota, bool propria) const {
-  const LinhaInformacao& h = *nota.cabecalho;
+ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInformacao& nota, bool propria) const {
+  const LinhaInformacao& h = nota.cabecalho;
   Documento doc;
-  doc.modelo = *mapear(kModelos, std::to_string(h.inteiro(6)));
-  doc.serie = ascii_maiusculo(h.texto(7));
-  const std::string numero = so_digitos(h.texto(3));
+  doc.modelo = *mapear(kModelos, std::to_string(h.inteiro(L04::Modelo)));
+  doc.serie = ascii_maiusculo(h.texto(L04::Serie));
+  const std::string numero = so_digitos(h.texto(L04::Numero));
   if (numero.empty()) throw Error("nota sem número (C03)");
   doc.numero = numero_de(numero.size() > 6 ? std::string_view(numero).substr(numero.size() - 6) : numero);
   doc.emitente = propria ? 'P' : 'T';
-  doc.situacao = mapa_ou_erro(mapear(kSituacoes, h.texto(24)), "Situação (C24)", h.texto(24))[0];
+  doc.situacao = mapa_ou_erro(mapear(kSituacoes, h.texto(L04::Situacao)), "Situação (C24)", h.texto(L04::Situacao))[0];
   const bool inutilizada = doc.situacao == '4';
-  const int coluna_data = !propria && !h.texto(9).empty() ? 9 : 8;
+  const int coluna_data = !propria && !h.texto(L04::EntradaSaida).empty() ? L04::EntradaSaida : L04::Emissao;
   doc.data = inutilizada ? inicio_ : h.data(coluna_data);
   if (inutilizada) {
     doc.ie = kIsento;
@@ -229,10 +215,10 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const Nota& no
   } else {
     if (!nota.parte) throw Error("nota sem a linha 05 da sua parte");
     const LinhaInformacao& p = *nota.parte;
-    doc.cnpj = so_digitos(p.texto(5));
-    doc.ie = inscricao(p.texto(6));
-    doc.uf = ascii_maiusculo(p.texto(7));
-    const char cfop = so_digitos(h.texto(4)).append("0")[0];
+    doc.cnpj = so_digitos(p.texto(L05::CnpjCpf));
+    doc.ie = inscricao(p.texto(L05::Ie));
+    doc.uf = ascii_maiusculo(p.texto(L05::Uf));
+    const char cfop = so_digitos(h.texto(L04::Cfop)).append("0")[0];
     if (doc.uf.empty() && (cfop == '3' || cfop == '7')) doc.uf = kExterior;
   }
   if (doc.cnpj.size() != 14 || doc.uf == kExterior) doc.cnpj.clear();  // CPF, foreign or none: zeros
@@ -243,66 +229,71 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const Nota& no
 
 // One part per CFOP and rate of the items, in the order they first appear, adding up to the
 // note's total; a note without items is one part from its header.
-std::vector<ConversorSintegra::Parcela> ConversorSintegra::parcelas_da_nota(const Nota& nota,
+std::vector<ConversorSintegra::Parcela> ConversorSintegra::parcelas_da_nota(const NotaInformacao& nota,
                                                                            const Documento& doc) const {
-  const LinhaInformacao& h = *nota.cabecalho;
-  const std::int64_t cfop_da_nota = numero_de(h.texto(4));
+  const LinhaInformacao& h = nota.cabecalho;
+  const std::int64_t cfop_da_nota = numero_de(h.texto(L04::Cfop));
   if (na_lista(kSituacoesSemValor, std::string_view(&doc.situacao, 1)))
-    return {Parcela{cfop_da_nota ? cfop_da_nota : nota.itens.empty() ? 0 : numero_de(nota.itens[0]->texto(17))}};
+    return {Parcela{cfop_da_nota ? cfop_da_nota : nota.itens.empty() ? 0 : numero_de(nota.itens[0].texto(L06::Cfop))}};
   std::vector<Parcela> parcelas;
   if (nota.itens.empty()) {
-    Parcela p{cfop_da_nota, 0, h.centesimos(10), h.centesimos(16), h.centesimos(17)};
+    Parcela p{cfop_da_nota, 0, h.centesimos(L04::Total), h.centesimos(L04::IcmsBase), h.centesimos(L04::IcmsValor)};
     p.outras = p.valor - p.base;
     if (p.base > 0) p.aliquota = (p.icms * 10000 * 2 / p.base + 1) / 2;
     parcelas.push_back(p);
   }
-  for (const LinhaInformacao* i : nota.itens) {
-    const std::int64_t cfop = i->texto(17).empty() ? cfop_da_nota : numero_de(i->texto(17));
-    const std::int64_t aliquota = i->centesimos(19);
+  for (const LinhaInformacao& i : nota.itens) {
+    const std::int64_t cfop = i.texto(L06::Cfop).empty() ? cfop_da_nota : numero_de(i.texto(L06::Cfop));
+    const std::int64_t aliquota = i.centesimos(L06::IcmsAliquota);
     auto p = std::find_if(parcelas.begin(), parcelas.end(),
                           [&](const Parcela& x) { return x.cfop == cfop && x.aliquota == aliquota; });
     if (p == parcelas.end()) p = parcelas.insert(parcelas.end(), Parcela{cfop, aliquota});
-    const std::int64_t valor = i->centesimos(8) - i->centesimos(9) + i->centesimos(10) + i->centesimos(11) +
-                               i->centesimos(12) + i->centesimos(26) + i->centesimos(22);
-    const std::int64_t base = i->centesimos(18);
+    const std::int64_t valor = i.centesimos(L06::PrecoTotal) - i.centesimos(L06::Desconto) + i.centesimos(L06::Frete) +
+                               i.centesimos(L06::Seguro) + i.centesimos(L06::OutrasDespesas) +
+                               i.centesimos(L06::IpiValor) + i.centesimos(L06::IcmsStValor);
+    const std::int64_t base = i.centesimos(L06::IcmsBase);
     p->valor += valor;
     p->base += base;
-    p->icms += i->centesimos(20);
-    (isenta(i->texto(16)) ? p->isenta : p->outras) += valor - base;
+    p->icms += i.centesimos(L06::IcmsValor);
+    (isenta(i.texto(L06::IcmsCst)) ? p->isenta : p->outras) += valor - base;
   }
   std::int64_t soma = 0;
   for (const Parcela& p : parcelas) soma += p.valor;
   auto maior = std::max_element(parcelas.begin(), parcelas.end(),
                                 [](const Parcela& a, const Parcela& b) { return a.valor < b.valor; });
-  maior->valor += h.centesimos(10) - soma;
-  maior->outras += h.centesimos(10) - soma;
+  maior->valor += h.centesimos(L04::Total) - soma;
+  maior->outras += h.centesimos(L04::Total) - soma;
   return parcelas;
 }
 
-void ConversorSintegra::escrever_itens(const Nota& nota, const Documento& doc, const std::vector<Parcela>& parcelas) {
-  const LinhaInformacao& h = *nota.cabecalho;
-  const bool equipamento = h.texto(1) == std::to_string(kNotaVendaEquipamento);
+void ConversorSintegra::escrever_itens(const NotaInformacao& nota, const Documento& doc,
+                                       const std::vector<Parcela>& parcelas) {
+  const LinhaInformacao& h = nota.cabecalho;
+  const bool equipamento = h.texto(L04::TipoNota) == std::to_string(kNotaVendaEquipamento);
   const auto chave = [&]() -> Bloco& {
     return b54_.novo().digitos(doc.cnpj).texto(doc.modelo).texto(doc.serie).numero(doc.numero);
   };
-  for (const LinhaInformacao* i : nota.itens) {
-    const std::int64_t item = i->inteiro(4);
+  for (const LinhaInformacao& i : nota.itens) {
+    const std::int64_t item = i.inteiro(L06::Item);
     if (item < 1 || item >= kPrimeiroItemEspecial)
-      throw Error(fmt::format("item {} (linha {}): o registro 54 numera itens de 1 a {}", item, i->numero,
+      throw Error(fmt::format("item {} (linha {}): o registro 54 numera itens de 1 a {}", item, i.numero,
                               kPrimeiroItemEspecial - 1));
-    const std::string_view tipo_item = equipamento ? "1" : i->texto(15);
-    const std::string& produto = usar_produto(tipo_item, i->texto(3), i);
-    const std::int64_t cfop = i->texto(17).empty() ? numero_de(h.texto(4)) : numero_de(i->texto(17));
-    chave().numero(cfop).texto(cst_do_item(i->texto(16))).numero(item).texto(produto).numero(i->centesimos(7), 2);
-    b54_.numero(i->centesimos(8), 2).numero(i->centesimos(9), 2).numero(i->centesimos(18), 2);
-    b54_.numero(i->centesimos(21), 2).numero(i->centesimos(26), 2).numero(i->centesimos(19), 2).fim();
+    const std::string_view tipo_item = equipamento ? "1" : i.texto(L06::TipoItem);
+    const std::string& produto = usar_produto(tipo_item, i.texto(L06::Produto), i);
+    const std::int64_t cfop = i.texto(L06::Cfop).empty() ? numero_de(h.texto(L04::Cfop)) : numero_de(i.texto(L06::Cfop));
+    chave().numero(cfop).texto(cst_do_item(i.texto(L06::IcmsCst))).numero(item).texto(produto);
+    b54_.numero(i.centesimos(L06::Quantidade), 2).numero(i.centesimos(L06::PrecoTotal), 2);
+    b54_.numero(i.centesimos(L06::Desconto), 2).numero(i.centesimos(L06::IcmsBase), 2);
+    b54_.numero(i.centesimos(L06::IcmsStBase), 2).numero(i.centesimos(L06::IpiValor), 2);
+    b54_.numero(i.centesimos(L06::IcmsAliquota), 2).fim();
   }
   // Freight, insurance and other expenses of the header, under the note's CFOP when it has
   // a part of its own.
-  const std::int64_t cfop_da_nota = numero_de(h.texto(4));
+  const std::int64_t cfop_da_nota = numero_de(h.texto(L04::Cfop));
   const bool tem_cfop = std::any_of(parcelas.begin(), parcelas.end(), [&](const Parcela& p) { return p.cfop == cfop_da_nota; });
   const std::int64_t cfop = tem_cfop ? cfop_da_nota : parcelas.front().cfop;
-  for (const auto& [item, coluna] : {std::pair{kItemFrete, 13}, {kItemSeguro, 14}, {kItemOutrasDespesas, 15}}) {
+  for (const auto& [item, coluna] :
+       {std::pair{kItemFrete, L04::Frete}, {kItemSeguro, L04::Seguro}, {kItemOutrasDespesas, L04::OutrasDespesas}}) {
     const std::int64_t valor = h.centesimos(coluna);
     if (valor == 0) continue;
     chave().numero(cfop).brancos().numero(item).brancos().zeros().zeros().numero(valor, 2);
@@ -311,47 +302,34 @@ void ConversorSintegra::escrever_itens(const Nota& nota, const Documento& doc, c
 }
 
 const std::string& ConversorSintegra::usar_produto(std::string_view tipo_item, std::string_view codigo,
-                                                    const LinhaInformacao* linha) {
+                                                    const LinhaInformacao& linha) {
   const std::string_view prefixo = mapa_ou_erro(mapear(kPrefixosDeItem, tipo_item), "Tipo de item", tipo_item);
-  const std::string chave = std::string(prefixo) + std::string(codigo);
-  if (codigo.empty()) throw Error(fmt::format("linha {} sem código de item", linha->numero));
-  return usados_.try_emplace(chave, linha).first->first;
-}
-
-void ConversorSintegra::escrever_inventarios() {
-  for (const Inventario& inv : inventarios_) {
-    const LinhaInformacao& h = *inv.cabecalho;
-    if (inv.produtos.empty()) continue;
-    const TimeStamp data = h.data(3);
-    for (std::size_t k = 0; k < inv.produtos.size(); ++k) {
-      const LinhaInformacao& p = *inv.produtos[k];
-      progredir(static_cast<int>(k + 1), static_cast<int>(inv.produtos.size()));
-      try {
-        const std::string& produto = usar_produto(kItemProduto, p.texto(3), &p);
-        b74_.novo().data(data).texto(produto).numero(p.centesimos(4), 2).numero(p.centesimos(6), 2);
-        b74_.texto(kPossePropria).zeros().brancos().brancos().brancos().fim();
-      } catch (const Error& err) {
-        throw Error(fmt::format("Linha {} do arquivo de informações: {}", p.numero, err.what()));
-      }
-    }
+  std::string chave = std::string(prefixo) + std::string(codigo);
+  if (codigo.empty()) throw Error(fmt::format("linha {} sem código de item", linha.numero));
+  if (const auto it = usados_.find(chave); it != usados_.end()) return it->first;
+  // An item line describes its product; an inventory line does not.
+  Produto uso;
+  uso.numero = linha.numero;
+  uso.tipo_linha = linha.tipo;
+  if (linha.tipo == L06::kTipo) {
+    uso.descricao = linha.texto(L06::Descricao);
+    uso.unidade = linha.texto(L06::Unidade);
+    uso.ncm = so_digitos(linha.texto(L06::Ncm));
   }
+  return usados_.emplace(std::move(chave), std::move(uso)).first->first;
 }
 
 void ConversorSintegra::escrever_produtos() {
   for (const auto& [codigo, uso] : usados_) {
-    const auto cat = catalogo_.find(codigo);
-    // The catalogue line (C03 description, C04 unit, C05 NCM), else the item line that used
-    // the code (C05, C06, C13); an inventory line alone does not describe its product.
-    const LinhaInformacao* fonte = cat != catalogo_.end() ? cat->second : uso->tipo == 6 ? uso : nullptr;
+    // The catalogue line (description, unit, NCM), else the item line that used the code; an
+    // inventory line alone does not describe its product.
+    const Produto* cadastro = catalogo_.produto(codigo);
+    const Produto* fonte = cadastro ? cadastro : uso.tipo_linha == L06::kTipo ? &uso : nullptr;
     if (!fonte)
       throw Error(fmt::format("Linha {} do arquivo de informações: o produto {} não está no cadastro (linhas 12)",
-                              uso->numero, codigo));
-    const bool do_catalogo = fonte->tipo == 12;
-    const std::string_view descricao = fonte->texto(do_catalogo ? 3 : 5);
-    const std::string_view unidade = fonte->texto(do_catalogo ? 4 : 6);
-    const std::string ncm = so_digitos(fonte->texto(do_catalogo ? 5 : 13));
+                              uso.numero, codigo));
     try {
-      b75_.novo().data(inicio_).data(fim_).texto(codigo).texto(ncm).texto(descricao).texto(unidade);
+      b75_.novo().data(inicio_).data(fim_).texto(codigo).texto(fonte->ncm).texto(fonte->descricao).texto(fonte->unidade);
       b75_.zeros().zeros().zeros().zeros().fim();
     } catch (const Error& err) {
       throw Error(fmt::format("Produto {} (linha {} do arquivo de informações): {}", codigo, fonte->numero, err.what()));

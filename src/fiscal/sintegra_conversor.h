@@ -1,6 +1,11 @@
-// Turns the information file's register lines into the records of the SINTEGRA file: 10 and
-// 11 from lines 01-03, 50 and 54 from the notes (04, 05, 06), 74 from the inventories (16-19),
-// 75 from the catalogue (12) for every product code used, 90 the totals.
+// Turns the information file's groups into the records of the SINTEGRA file: 10 and 11 from
+// the header (lines 01-03), 50 and 54 from the notes (04, 05, 06), 74 from the inventories
+// (16-19), 75 from the catalogue (12) for every product code used, 90 the totals.
+//
+// The text is read twice: a first quick pass for the catalogue (lines 12 come after the notes
+// and are needed for the products), then the notes and inventories one at a time. The records
+// wait in their types' blocks, which the file wants sorted (see Bloco): what the converter keeps
+// besides them is the catalogue and the products used.
 #pragma once
 
 #include <string>
@@ -8,36 +13,54 @@
 #include <unordered_map>
 #include <vector>
 
-#include "informacao/informacao.h"
+#include "fiscal/saida.h"
 #include "fiscal/sintegra_registro.h"
 #include "host/framework.h"
+#include "informacao/leitor.h"
 
 namespace infofiscal::sintegra {
 
-class ConversorSintegra {
+// What type 75 says of a product, kept by value: from its line 12, or else from the first line
+// 06 that used it. `numero` is that line's; an inventory line alone leaves them empty.
+struct Produto {
+  int numero = 0;
+  int tipo_linha = 0;
+  std::string descricao, unidade, ncm;
+};
+
+// The first pass: the catalogue of products (lines 12), by their code in types 54, 74 and 75.
+class CatalogoSintegra final : public LeitorDeInformacao {
  public:
-  // The callbacks must stay valid while the converter lives; either may be empty.
-  ConversorSintegra(const TProcLinhaInfo& info, const TProcProgresso& progresso) : info_(info), progresso_(progresso) {}
+  void cabecalho(const CabecalhoInformacao&) override {}
+  // Throws Error naming the line for an item kind without a code prefix.
+  void cadastro(const LinhaInformacao& l) override;
+  const Produto* produto(const std::string& codigo) const;
+
+ private:
+  std::unordered_map<std::string, Produto> produtos_;
+};
+
+class ConversorSintegra final : public LeitorDeInformacao {
+ public:
+  // The catalogue and the callbacks (either may be empty) must outlive the converter; `notas`
+  // is the number of notes of the text, for the progress. Temporary files go to `pasta`.
+  ConversorSintegra(const CatalogoSintegra& catalogo, int notas, const std::string& pasta, const TProcLinhaInfo& info,
+                    const TProcProgresso& progresso);
   ConversorSintegra(const ConversorSintegra&) = delete;
   ConversorSintegra& operator=(const ConversorSintegra&) = delete;
 
-  // The file's bytes, records in the layout's order, each followed by CR LF. Throws Error
-  // naming the information line or note at fault when the text cannot be converted.
-  // REQUIRES: called once.
-  std::string gerar(std::string_view informacao);
+  // The groups, from the second, complete reading. Each throws Error naming the information
+  // line or note at fault when it cannot be converted.
+  void cabecalho(const CabecalhoInformacao& cabecalho) override;
+  void nota(const NotaInformacao& nota) override;
+  void inventario(const InventarioInformacao& inventario) override;
+  // After the reading: the records 75 and 90.
+  void conclui();
+  // Writes the file to `saida`, records in the layout's order, each followed by CR LF.
+  // REQUIRES: called once, after conclui.
+  void emitir(SaidaFiscal& saida);
 
  private:
-  // A note: its line 04, its party line 05 (none for a voided number) and its item lines 06.
-  struct Nota {
-    const LinhaInformacao* cabecalho = nullptr;
-    const LinhaInformacao* parte = nullptr;
-    std::vector<const LinhaInformacao*> itens;
-  };
-  // An inventory: its line 16 or 18 and the product lines 17 or 19 that follow it.
-  struct Inventario {
-    const LinhaInformacao* cabecalho = nullptr;
-    std::vector<const LinhaInformacao*> produtos;
-  };
   // The part of a note under one CFOP and ICMS rate: one type-50 record. Hundredths.
   struct Parcela {
     std::int64_t cfop = 0, aliquota = 0;
@@ -53,30 +76,29 @@ class ConversorSintegra {
 
   void informar(const std::string& texto) const;
   void progredir(int posicao, int maximo) const;
-  void separar(const std::vector<LinhaInformacao>& linhas);
-  void escrever_informante();
-  void escrever_nota(const Nota& nota);
-  Documento documento_da_nota(const Nota& nota, bool propria) const;
-  std::vector<Parcela> parcelas_da_nota(const Nota& nota, const Documento& doc) const;
-  void escrever_itens(const Nota& nota, const Documento& doc, const std::vector<Parcela>& parcelas);
-  void escrever_inventarios();
+  void escrever_informante(const CabecalhoInformacao& c);
+  void escrever_nota(const NotaInformacao& nota);
+  Documento documento_da_nota(const NotaInformacao& nota, bool propria) const;
+  std::vector<Parcela> parcelas_da_nota(const NotaInformacao& nota, const Documento& doc) const;
+  void escrever_itens(const NotaInformacao& nota, const Documento& doc, const std::vector<Parcela>& parcelas);
+  void inventarios_comecam();
   void escrever_produtos();
   void escrever_totais();
   // The code of an item in types 54, 74 and 75 (see kPrefixosDeItem); remembers it for 75.
-  const std::string& usar_produto(std::string_view tipo_item, std::string_view codigo, const LinhaInformacao* linha);
+  const std::string& usar_produto(std::string_view tipo_item, std::string_view codigo, const LinhaInformacao& linha);
 
+  const CatalogoSintegra& catalogo_;
+  const int notas_;
   const TProcLinhaInfo& info_;
   const TProcProgresso& progresso_;
 
-  const LinhaInformacao *l01_ = nullptr, *l02_ = nullptr, *l03_ = nullptr;
-  std::vector<Nota> notas_;
-  std::vector<Inventario> inventarios_;
-  std::unordered_map<std::string, const LinhaInformacao*> catalogo_;  // code -> its line 12
-  std::unordered_map<std::string, const LinhaInformacao*> usados_;    // code -> its first line 06 or 17/19
+  int nota_ = 0;
+  bool em_inventarios_ = false;
+  std::unordered_map<std::string, Produto> usados_;  // code -> its first line 06, 17 or 19
   TimeStamp inicio_, fim_;
   std::string cnpj_, ie_, uf_;
 
-  Bloco b10_{k10}, b11_{k11}, b50_{k50}, b54_{k54}, b74_{k74}, b75_{k75}, b90_{k90};
+  Bloco b10_, b11_, b50_, b54_, b74_, b75_, b90_;
 };
 
 }  // namespace infofiscal::sintegra

@@ -50,11 +50,23 @@ std::string lista_legivel(std::string_view lista) {
   return out;
 }
 
-// The key of a document in a record: CNPJ, model, series and number.
-std::string chave(const Layout& l, std::string_view r, int cnpj, int modelo, int serie, int numero) {
-  std::string k;
-  for (const int f : {cnpj, modelo, serie, numero}) k += l.texto(r, f);
+// The key of a document in a record: CNPJ, model, series and number, in the first 25 of the N
+// characters (the CFOP may follow).
+template <std::size_t N>
+std::array<char, N> chave(const Layout& l, std::string_view r, int cnpj, int modelo, int serie, int numero) {
+  std::array<char, N> k{};
+  std::size_t n = 0;
+  for (const int f : {cnpj, modelo, serie, numero}) {
+    const std::string_view campo = l.texto(r, f);
+    std::copy(campo.begin(), campo.end(), k.begin() + n);
+    n += campo.size();
+  }
   return k;
+}
+
+template <std::size_t N>
+std::string_view texto_de(const std::array<char, N>& k) {
+  return std::string_view(k.data(), N);
 }
 
 std::string descrever_chave(std::string_view k) {
@@ -66,58 +78,65 @@ std::string descrever_chave(std::string_view k) {
 
 void ValidadorSintegra::achado(int numero, std::string texto) { achados_.emplace_back(numero, std::move(texto)); }
 
-std::vector<std::string> ValidadorSintegra::validar(std::string_view arquivo) {
-  std::vector<Registro> registros90;
-  std::vector<Registro> registros54;
-  int ultima_ordem = -1, ultimo_tipo = 0;
-  for (std::size_t pos = 0; pos < arquivo.size();) {
-    Registro r{++total_, {}};
-    std::size_t fim = arquivo.find('\n', pos);
-    const bool com_lf = fim != std::string_view::npos;
-    if (!com_lf) fim = arquivo.size();
-    r.texto = arquivo.substr(pos, fim - pos);
-    pos = fim + 1;
-    if (com_lf && !r.texto.empty() && r.texto.back() == '\r') {
-      r.texto.remove_suffix(1);
-    } else {
-      achado(r.numero, "termina sem CR LF");
-    }
-    if (r.texto.size() != static_cast<std::size_t>(kTamanhoRegistro))
-      achado(r.numero, fmt::format("tem {} caracteres; todo registro tem {}", r.texto.size(), kTamanhoRegistro));
-    const auto ruim = std::find_if(r.texto.begin(), r.texto.end(), [](char c) { return c < 0x20 || c > 0x7E; });
-    if (ruim != r.texto.end())
-      achado(r.numero, fmt::format("caractere inválido na posição {}: só ASCII visível", ruim - r.texto.begin() + 1));
+bool ValidadorSintegra::item_novo(Itens54& itens, const Chave& doc, std::string_view item) {
+  if (item.size() != 3 || !so_digitos(item)) return itens_outros_.emplace(std::string(texto_de(doc)) + std::string(item)).second;
+  const auto n = static_cast<std::uint16_t>(inteiro(item));
+  const auto pos = std::lower_bound(itens.begin(), itens.end(), n);
+  if (pos != itens.end() && *pos == n) return false;
+  itens.insert(pos, n);
+  return true;
+}
 
-    const std::string_view tipo_texto = r.texto.substr(0, 2);
-    const int tipo = tipo_texto.size() == 2 && so_digitos(tipo_texto) ? inteiro(tipo_texto) : -1;
-    const int ordem = ordem_do_tipo(tipo);
-    if (ordem < 0) {
-      achado(r.numero, fmt::format("tipo '{}' não existe no leiaute", tipo_texto));
-      continue;
-    }
-    ++por_tipo_[tipo];
-    if (ordem < ultima_ordem)
-      achado(r.numero, fmt::format("registro tipo {} depois do tipo {}: os tipos vêm agrupados, em ordem crescente",
-                                   tipo, ultimo_tipo));
-    if (ordem > ultima_ordem) ultima_ordem = ordem, ultimo_tipo = tipo;
-    if ((tipo == 10 && r.numero != 1) || (tipo == 11 && r.numero != 2))
-      achado(r.numero, fmt::format("o registro tipo {} deve ser o {} do arquivo, e único", tipo,
-                                   tipo == 10 ? "primeiro" : "segundo"));
-    const Layout* layout = layout_do_tipo(tipo);
-    if (!layout || r.texto.size() != static_cast<std::size_t>(kTamanhoRegistro)) continue;
-    conferir_campos(r, *layout);
-    if (tipo == 10 && r.numero == 1) conferir_10(r);
-    if (tipo == 50) conferir_50(r);
-    if (tipo == 54) registros54.push_back(r);
-    if (tipo == 74 || tipo == 75) conferir_74_75(r, tipo);
-    if (tipo == 90) registros90.push_back(r);
+void ValidadorSintegra::le(std::string_view pedaco) {
+  divisor_.le(pedaco, [this](std::string_view texto, bool com_lf) { registro(texto, com_lf); });
+}
+
+void ValidadorSintegra::registro(std::string_view texto, bool com_lf) {
+  Registro r{++total_, texto};
+  if (com_lf && !r.texto.empty() && r.texto.back() == '\r') {
+    r.texto.remove_suffix(1);
+  } else {
+    achado(r.numero, "termina sem CR LF");
   }
+  if (r.texto.size() != static_cast<std::size_t>(kTamanhoRegistro))
+    achado(r.numero, fmt::format("tem {} caracteres; todo registro tem {}", r.texto.size(), kTamanhoRegistro));
+  const auto ruim = std::find_if(r.texto.begin(), r.texto.end(), [](char c) { return c < 0x20 || c > 0x7E; });
+  if (ruim != r.texto.end())
+    achado(r.numero, fmt::format("caractere inválido na posição {}: só ASCII visível", ruim - r.texto.begin() + 1));
+
+  const std::string_view tipo_texto = r.texto.substr(0, 2);
+  const int tipo = tipo_texto.size() == 2 && so_digitos(tipo_texto) ? inteiro(tipo_texto) : -1;
+  const int ordem = ordem_do_tipo(tipo);
+  if (ordem < 0) {
+    achado(r.numero, fmt::format("tipo '{}' não existe no leiaute", tipo_texto));
+    return;
+  }
+  ++por_tipo_[tipo];
+  if (ordem < ultima_ordem_)
+    achado(r.numero, fmt::format("registro tipo {} depois do tipo {}: os tipos vêm agrupados, em ordem crescente",
+                                 tipo, ultimo_tipo_));
+  if (ordem > ultima_ordem_) ultima_ordem_ = ordem, ultimo_tipo_ = tipo;
+  if ((tipo == 10 && r.numero != 1) || (tipo == 11 && r.numero != 2))
+    achado(r.numero, fmt::format("o registro tipo {} deve ser o {} do arquivo, e único", tipo,
+                                 tipo == 10 ? "primeiro" : "segundo"));
+  const Layout* layout = layout_do_tipo(tipo);
+  if (!layout || r.texto.size() != static_cast<std::size_t>(kTamanhoRegistro)) return;
+  conferir_campos(r, *layout);
+  if (tipo == 10 && r.numero == 1) conferir_10(r);
+  if (tipo == 50) conferir_50(r);
+  if (tipo == 54) conferir_54(r);
+  if (tipo == 74 || tipo == 75) conferir_74_75(r, tipo);
+  if (tipo == 90) registros90_.emplace_back(r.numero, r.texto);
+}
+
+std::vector<std::string> ValidadorSintegra::conclui() {
+  divisor_.fim([this](std::string_view texto, bool com_lf) { registro(texto, com_lf); });
   if (total_ == 0) achado(0, "o arquivo está vazio");
   if (!por_tipo_.count(10)) achado(0, "falta o registro tipo 10");
   if (!por_tipo_.count(11)) achado(0, "falta o registro tipo 11");
-  for (const Registro& r : registros54) conferir_54(r);
+  conferir_54_sem_50();
   conferir_documentos();
-  conferir_90(registros90);
+  conferir_90();
 
   // Findings of a record in the order of the records; those of the whole file last.
   std::stable_sort(achados_.begin(), achados_.end(), [](const auto& a, const auto& b) {
@@ -213,7 +232,7 @@ void ValidadorSintegra::conferir_conteudo(const Registro& r, const Layout& layou
 }
 
 void ValidadorSintegra::conferir_10(const Registro& r) {
-  r10_ = r;
+  r10_ = std::string(r.texto);
   const auto ini = data_aaaammdd(k10.texto(r.texto, r10::DataInicial));
   const auto fim = data_aaaammdd(k10.texto(r.texto, r10::DataFinal));
   if (!ini || !fim) return;
@@ -238,7 +257,7 @@ void ValidadorSintegra::conferir_50(const Registro& r) {
     achado(r.numero, fmt::format("CFOP de saída {} com emitente '{}': toda saída é emitida pelo informante (P)", cfop,
                                  campo(r50::Emitente)));
   if (r10_) {
-    const std::string_view uf10 = k10.texto(r10_->texto, r10::Uf);
+    const std::string_view uf10 = k10.texto(*r10_, r10::Uf);
     if ((sentido == '1' || sentido == '5') && uf != uf10)
       achado(r.numero, fmt::format("CFOP {} é de operação interna, mas a UF é {} e a do informante {}", cfop, uf, uf10));
     if ((sentido == '2' || sentido == '6') && (uf == uf10 || uf == kExterior))
@@ -248,22 +267,28 @@ void ValidadorSintegra::conferir_50(const Registro& r) {
       (uf != kExterior || !zeros(campo(r50::Cnpj)) || aparado(campo(r50::IE)) != kIsento))
     achado(r.numero, fmt::format("CFOP {} é de operação com o exterior: UF {}, CNPJ zeros e IE {}", cfop, kExterior,
                                  kIsento));
-  const std::string doc = chave(k50, r.texto, r50::Cnpj, r50::Modelo, r50::Serie, r50::Numero);
-  chaves50_.insert(doc + std::string(cfop));
+  auto doc_cfop = chave<kChave + 4>(k50, r.texto, r50::Cnpj, r50::Modelo, r50::Serie, r50::Numero);
+  std::copy(cfop.begin(), cfop.end(), doc_cfop.begin() + kChave);
+  chaves50_.insert(doc_cfop);
   if (!na_lista(kSituacoesSemValor, situacao) && na_lista(kModelosComItens, campo(r50::Modelo)))
-    documentos50_.emplace_back(r.numero, doc);
+    documentos50_.emplace_back(r.numero, chave<kChave>(k50, r.texto, r50::Cnpj, r50::Modelo, r50::Serie, r50::Numero));
 }
 
 void ValidadorSintegra::conferir_54(const Registro& r) {
   const auto campo = [&](int f) { return k54.texto(r.texto, f); };
-  const std::string doc = chave(k54, r.texto, r54::Cnpj, r54::Modelo, r54::Serie, r54::Numero);
-  documentos54_.insert(doc);
-  if (!chaves50_.count(doc + std::string(campo(r54::Cfop))))
-    achado(r.numero, fmt::format("item sem registro 50 do mesmo documento e CFOP ({}, CFOP {})", descrever_chave(doc),
-                                 campo(r54::Cfop)));
+  const Chave doc = chave<kChave>(k54, r.texto, r54::Cnpj, r54::Modelo, r54::Serie, r54::Numero);
+  Itens54& itens = documentos54_[doc];
+  auto doc_cfop = chave<kChave + 4>(k54, r.texto, r54::Cnpj, r54::Modelo, r54::Serie, r54::Numero);
+  const std::string_view cfop = campo(r54::Cfop);
+  std::copy(cfop.begin(), cfop.end(), doc_cfop.begin() + kChave);
+  if (!chaves50_.count(doc_cfop)) {
+    sem_50_.emplace_back(achados_.size(), doc_cfop);
+    achado(r.numero, fmt::format("item sem registro 50 do mesmo documento e CFOP ({}, CFOP {})",
+                                 descrever_chave(texto_de(doc)), cfop));
+  }
   const std::string_view item = campo(r54::Item);
-  if (!itens54_.insert(doc + std::string(item)).second)
-    achado(r.numero, fmt::format("item {} repetido no documento ({})", item, descrever_chave(doc)));
+  if (!item_novo(itens, doc, item))
+    achado(r.numero, fmt::format("item {} repetido no documento ({})", item, descrever_chave(texto_de(doc))));
   const std::string_view produto = aparado(campo(r54::Produto));
   if (na_lista(k54Especiais, item)) {
     if (!produto.empty() || !zeros(campo(r54::Quantidade)))
@@ -271,31 +296,42 @@ void ValidadorSintegra::conferir_54(const Registro& r) {
   } else if (produto.empty()) {
     achado(r.numero, fmt::format("{} está em branco", nome_do_campo(k54, k54.campo(r54::Produto))));
   } else {
-    produtos_usados_.emplace_back(r.numero, produto);
+    produtos_usados_[std::string(produto)].push_back(r.numero);
   }
 }
 
 void ValidadorSintegra::conferir_74_75(const Registro& r, int tipo) {
   if (tipo == 74) {
-    produtos_usados_.emplace_back(r.numero, aparado(k74.texto(r.texto, r74::Produto)));
+    produtos_usados_[std::string(aparado(k74.texto(r.texto, r74::Produto)))].push_back(r.numero);
     return;
   }
-  produtos75_.insert(aparado(k75.texto(r.texto, r75::Produto)));
+  produtos75_.emplace(aparado(k75.texto(r.texto, r75::Produto)));
   const auto ini = data_aaaammdd(k75.texto(r.texto, r75::DataInicial));
   const auto fim = data_aaaammdd(k75.texto(r.texto, r75::DataFinal));
   if (ini && fim && dias(*ini) > dias(*fim)) achado(r.numero, "a data inicial é posterior à data final");
 }
 
-void ValidadorSintegra::conferir_documentos() {
-  std::unordered_set<std::string> vistos;
-  for (const auto& [numero, doc] : documentos50_)
-    if (!documentos54_.count(doc) && vistos.insert(doc).second)
-      achado(numero, fmt::format("documento sem registro 54 dos seus itens ({})", descrever_chave(doc)));
-  for (const auto& [numero, produto] : produtos_usados_)
-    if (!produtos75_.count(produto)) achado(numero, fmt::format("produto '{}' sem registro 75", produto));
+// A 54 read before the 50 of its document and CFOP (a file out of order) has that 50 after all.
+void ValidadorSintegra::conferir_54_sem_50() {
+  constexpr int kResolvido = -1;
+  for (const auto& [achado, chave50] : sem_50_)
+    if (chaves50_.count(chave50)) achados_[achado].first = kResolvido;
+  std::erase_if(achados_, [](const auto& a) { return a.first == kResolvido; });
 }
 
-void ValidadorSintegra::conferir_90(const std::vector<Registro>& registros90) {
+void ValidadorSintegra::conferir_documentos() {
+  std::unordered_set<Chave, HashChave> vistos;
+  for (const auto& [numero, doc] : documentos50_)
+    if (!documentos54_.count(doc) && vistos.insert(doc).second)
+      achado(numero, fmt::format("documento sem registro 54 dos seus itens ({})", descrever_chave(texto_de(doc))));
+  // A record names one product: sorted by record at the end, these findings come in order.
+  for (const auto& [produto, registros] : produtos_usados_)
+    if (!produtos75_.count(produto))
+      for (const int numero : registros) achado(numero, fmt::format("produto '{}' sem registro 75", produto));
+}
+
+void ValidadorSintegra::conferir_90() {
+  const auto& registros90 = registros90_;
   if (registros90.empty()) {
     if (!por_tipo_.count(90)) achado(0, "falta o registro tipo 90");  // else only a broken one
     return;
@@ -304,9 +340,10 @@ void ValidadorSintegra::conferir_90(const std::vector<Registro>& registros90) {
     int registro, tipo, conta;
   };
   std::vector<Par> pares;
-  for (const Registro& r : registros90) {
-    if (r10_ && (k90.texto(r.texto, r90::Cnpj) != k10.texto(r10_->texto, r10::Cnpj) ||
-                 k90.texto(r.texto, r90::IE) != k10.texto(r10_->texto, r10::IE)))
+  for (const auto& [numero, registro] : registros90) {
+    const Registro r{numero, registro};
+    if (r10_ && (k90.texto(r.texto, r90::Cnpj) != k10.texto(*r10_, r10::Cnpj) ||
+                 k90.texto(r.texto, r90::IE) != k10.texto(*r10_, r10::IE)))
       achado(r.numero, "CNPJ e inscrição estadual devem ser os do registro tipo 10");
     const std::string_view quantos = k90.texto(r.texto, r90::Quantos90);
     if (so_digitos(quantos) && inteiro(quantos) != static_cast<int>(registros90.size()))
@@ -327,7 +364,7 @@ void ValidadorSintegra::conferir_90(const std::vector<Registro>& registros90) {
       }
     }
   }
-  const int ultimo = registros90.back().numero;
+  const int ultimo = registros90.back().first;
   int anterior = 0;
   bool geral = false;
   for (const Par& p : pares) {

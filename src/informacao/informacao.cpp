@@ -30,11 +30,23 @@ int tag_de_abertura(std::string_view s, std::size_t pos) {
 
 }  // namespace
 
-LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
-  LinhaInformacao out;
+// Where the closing tag "[/Cnn]" of the column that opens at `valor` begins; npos when the line
+// has none. The first such tag closes the column, whatever the value holds before it. A plain
+// loop: values are a few characters long, shorter than a library search takes to start.
+std::size_t fecho(std::string_view linha, std::size_t valor, char d1, char d2) {
+  const char* const fim = linha.data() + linha.size();
+  for (const char* p = linha.data() + valor; p + 6 <= fim; ++p)
+    if (p[0] == '[' && p[1] == '/' && p[2] == 'C' && p[3] == d1 && p[4] == d2 && p[5] == ']')
+      return static_cast<std::size_t>(p - linha.data());
+  return std::string_view::npos;
+}
+
+void ler_linha_informacao(std::string_view linha, int numero, LinhaInformacao& out) {
+  out.tipo = out.trailer = 0;
   out.numero = numero;
-  out.colunas.reserve(40);  // the widest line, 06, has 38 columns: one allocation per line
-  out.presentes.reserve(40);
+  // The widest line, 06, has 38 columns: room for it without growing, cleared in one go.
+  out.colunas.assign(40, std::string_view());
+  out.presentes.reset();
   std::size_t pos = 0;
   int ultima = -1;
   bool fechada = false;
@@ -44,11 +56,8 @@ LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
     if (n < 0) falha(numero, fmt::format("esperava uma tag [Cnn] na posição {}", pos + 1));
     if (n <= ultima) falha(numero, fmt::format("coluna C{:02} fora de ordem", n));
     if (ultima < 0 && n != 0) falha(numero, "a linha não começa com [C00]");
-    // The closing tag built in place: no allocation per column on this hot path.
-    const char fecha_buf[6] = {'[', '/', 'C', static_cast<char>('0' + n / 10), static_cast<char>('0' + n % 10), ']'};
-    const std::string_view fecha(fecha_buf, sizeof fecha_buf);
-    const std::size_t fim = linha.find(fecha, pos + 5);
-    if (fim == std::string_view::npos) falha(numero, fmt::format("coluna C{:02} sem {}", n, fecha));
+    const std::size_t fim = fecho(linha, pos + 5, linha[pos + 2], linha[pos + 3]);
+    if (fim == std::string_view::npos) falha(numero, fmt::format("coluna C{0:02} sem [/C{0:02}]", n));
     const std::string_view valor = linha.substr(pos + 5, fim - pos - 5);
     if (n == 0) {
       if (!dois_digitos(valor, 0, out.tipo) || valor.size() != 2) falha(numero, "tipo de linha inválido em [C00]");
@@ -56,34 +65,26 @@ LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
       if (!dois_digitos(valor, 0, out.trailer) || valor.size() != 2) falha(numero, "contagem inválida em [C99]");
       fechada = true;
     } else {
-      if (out.colunas.size() <= static_cast<std::size_t>(n)) {
-        out.colunas.resize(n + 1);
-        out.presentes.resize(n + 1);
-      }
+      if (out.colunas.size() <= static_cast<std::size_t>(n)) out.colunas.resize(n + 1);
       out.colunas[n] = valor;
       out.presentes[n] = true;
     }
     ultima = n;
-    pos = fim + fecha.size();
+    pos = fim + 6;
   }
   if (!fechada) falha(numero, "linha sem [C99]");
+}
+
+LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
+  LinhaInformacao out;
+  ler_linha_informacao(linha, numero, out);
   return out;
 }
 
-std::vector<LinhaInformacao> ler_informacao(std::string_view texto) {
-  std::vector<LinhaInformacao> linhas;
-  int numero = 0;
-  std::size_t pos = 0;
-  while (pos < texto.size()) {
-    std::size_t fim = texto.find('\n', pos);
-    if (fim == std::string_view::npos) fim = texto.size();
-    std::string_view linha = texto.substr(pos, fim - pos);
-    if (!linha.empty() && linha.back() == '\r') linha.remove_suffix(1);
-    ++numero;
-    if (!linha.empty()) linhas.push_back(ler_linha_informacao(linha, numero));
-    pos = fim + 1;
-  }
-  return linhas;
+int tipo_da_linha(std::string_view linha) {
+  int tipo = -1;
+  if (linha.substr(0, 5) != "[C00]" || !dois_digitos(linha, 5, tipo) || linha.substr(7, 6) != "[/C00]") return -1;
+  return tipo;
 }
 
 std::int64_t LinhaInformacao::inteiro(int n) const {
@@ -92,17 +93,6 @@ std::int64_t LinhaInformacao::inteiro(int n) const {
   const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
   if (s.empty() || ec != std::errc() || end != s.data() + s.size())
     falha(numero, fmt::format("C{:02} da linha {:02} não é um número inteiro: '{}'", n, tipo, s));
-  return v;
-}
-
-double LinhaInformacao::valor(int n) const {
-  std::string s(texto(n));
-  const auto virgula = s.find(',');
-  if (virgula != std::string::npos) s[virgula] = '.';
-  double v = 0;
-  const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v, std::chars_format::fixed);
-  if (s.empty() || ec != std::errc() || end != s.data() + s.size() || s.find('.') != s.rfind('.'))
-    falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, texto(n)));
   return v;
 }
 

@@ -10,9 +10,6 @@
 
 namespace infofiscal::testing {
 
-// "[C00]tt[/C00][C01]a[/C01]...[C99]nn[/C99]" with the columns C01, C02, ... in order.
-std::string linha_informacao(int tipo, const std::vector<std::string>& colunas, int trailer);
-
 // The information file of the example month.
 std::string informacao_exemplo();
 

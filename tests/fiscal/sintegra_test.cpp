@@ -5,6 +5,7 @@
 
 #include "base/code_page.h"
 #include "fiscal/sintegra.h"
+#include "fiscal/linha_informacao.h"
 #include "fiscal/sintegra_dados.h"
 #include "base/error.h"
 #include "support/cli.h"
@@ -14,6 +15,7 @@ namespace infofiscal {
 namespace {
 
 using namespace testing;
+using namespace linha;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::StartsWith;
@@ -46,12 +48,16 @@ std::string erro_de(const std::string& informacao) {
 // Lines 01, 02 and 03 of a month of March 2024 with finalidade `finalidade`, then `resto`.
 std::string mes(const std::vector<std::string>& resto, const std::string& finalidade = "1") {
   std::string t =
-      linha_informacao(1, {"1", "01/03/2024", "31/03/2024", "N", "N", finalidade, "", "", "", "", "", "", "", "", ""}, 15) +
+      linha_informacao(L01::kTipo, L01::kTrailer,
+                       {{L01::TipoRegistro, "1"}, {L01::DataInicial, "01/03/2024"}, {L01::DataFinal, "31/03/2024"},
+                        {L01::InventarioFinalMes, "N"}, {L01::InventarioFinalAno, "N"}, {L01::Finalidade, finalidade},
+                        {L01::CriterioEscrituracao, ""}}) +
       "\r\n" +
-      linha_informacao(2, {"1", "Empresa Ltda", "", "11222333000181", "SP", "ISENTO", "", "", "Campinas", "Rua A", "",
-                           "", "S/N", "", "1933334444", "", "", "", ""},
-                       19) +
-      "\r\n" + linha_informacao(3, {"1", "", "", "", "", "", "", "", "", "", "", "", "", ""}, 14) + "\r\n";
+      linha_informacao(L02::kTipo, L02::kTrailer,
+                       {{L02::Codigo, "1"}, {L02::RazaoSocial, "Empresa Ltda"}, {L02::Cnpj, "11222333000181"},
+                        {L02::Uf, "SP"}, {L02::Ie, "ISENTO"}, {L02::NomeCidade, "Campinas"}, {L02::Endereco, "Rua A"},
+                        {L02::Numero, "S/N"}, {L02::Fone, "1933334444"}, {L02::IbgePais, ""}}) +
+      "\r\n" + linha_informacao(L03::kTipo, L03::kTrailer, {{L03::Codigo, "1"}, {L03::IbgeCidade, ""}}) + "\r\n";
   for (const auto& l : resto) t += l + "\r\n";
   return t;
 }
@@ -59,27 +65,43 @@ std::string mes(const std::vector<std::string>& resto, const std::string& finali
 // A purchase header (kind 2, counter 1) with the columns that vary.
 std::string compra(const std::string& numero, const std::string& cfop, const std::string& total,
                    const std::string& base = "0,00", const std::string& icms = "0,00") {
-  return linha_informacao(4, {"2", "1", numero, cfop, "", "55", "1", "04/03/2024", "05/03/2024", total, "0,00", total,
-                              "0,00", "0,00", "0,00", base, icms, "0,00", "0,00", "0,00", "0,00", "0,00", "1", "0", "", ""},
-                          26);
+  return linha_informacao(
+      L04::kTipo, L04::kTrailer,
+      {{L04::TipoNota, "2"}, {L04::Contador, "1"}, {L04::Numero, numero}, {L04::Cfop, cfop}, {L04::Modelo, "55"},
+       {L04::Serie, "1"}, {L04::Emissao, "04/03/2024"}, {L04::EntradaSaida, "05/03/2024"}, {L04::Total, total},
+       {L04::Desconto, "0,00"}, {L04::TotalProdutos, total}, {L04::Frete, "0,00"}, {L04::Seguro, "0,00"},
+       {L04::OutrasDespesas, "0,00"}, {L04::IcmsBase, base}, {L04::IcmsValor, icms}, {L04::IcmsStBase, "0,00"},
+       {L04::IcmsStValor, "0,00"}, {L04::IpiValor, "0,00"}, {L04::PisValor, "0,00"}, {L04::CofinsValor, "0,00"},
+       {L04::Fixo, "1"}, {L04::Situacao, "0"}, {L04::IbgeDestino, ""}});
 }
 
 std::string fornecedor(const std::string& cnpj, const std::string& ie, const std::string& uf) {
-  return linha_informacao(5, {"2", "1", "2", "9", cnpj, ie, uf}, 7);
+  return linha_informacao(L05::kTipo, L05::kTrailer,
+                          {{L05::TipoNota, "2"}, {L05::Contador, "1"}, {L05::Papel, "2"}, {L05::Codigo, "9"},
+                           {L05::CnpjCpf, cnpj}, {L05::Ie, ie}, {L05::Uf, uf}});
 }
 
 std::string item(const std::string& n, const std::string& preco, const std::string& cst, const std::string& cfop,
                  const std::string& base, const std::string& aliquota, const std::string& icms) {
-  std::vector<std::string> c(38, "0,00");
-  c[0] = "2", c[1] = "1", c[2] = "8", c[3] = n, c[4] = "Porca", c[5] = "UN", c[6] = "1,00", c[7] = preco;
-  c[12] = c[13] = c[22] = c[23] = c[26] = c[32] = "";
-  c[14] = "2", c[15] = cst, c[16] = cfop, c[17] = base, c[18] = aliquota, c[19] = icms;
-  return linha_informacao(6, c, 38);
+  return linha_informacao(
+      L06::kTipo, L06::kTrailer,
+      {{L06::TipoNota, "2"}, {L06::Contador, "1"}, {L06::Produto, "8"}, {L06::Item, n}, {L06::Descricao, "Porca"},
+       {L06::Unidade, "UN"}, {L06::Quantidade, "1,00"}, {L06::PrecoTotal, preco}, {L06::Desconto, "0,00"},
+       {L06::Frete, "0,00"}, {L06::Seguro, "0,00"}, {L06::OutrasDespesas, "0,00"}, {L06::TipoItem, "2"},
+       {L06::IcmsCst, cst}, {L06::Cfop, cfop}, {L06::IcmsBase, base}, {L06::IcmsAliquota, aliquota},
+       {L06::IcmsValor, icms}, {L06::IcmsStBase, "0,00"}, {L06::IcmsStValor, "0,00"}, {L06::IpiBase, "0,00"},
+       {L06::IpiValor, "0,00"}, {L06::PisBase, "0,00"}, {L06::PisAliquota, "0,00"}, {L06::PisQuantidade, "0,00"},
+       {L06::PisValorUnidade, "0,00"}, {L06::PisValor, "0,00"}, {L06::CofinsBase, "0,00"},
+       {L06::CofinsAliquota, "0,00"}, {L06::CofinsQuantidade, "0,00"}, {L06::CofinsValorUnidade, "0,00"},
+       {L06::CofinsValor, "0,00"}});
 }
 
-const std::string kPorca = linha_informacao(12, {"2", "8", "Porca", "UN", "7318.16.00", ""}, 6);
+const std::string kPorca = linha_informacao(L12::kTipo, L12::kTrailer,
+                                            {{L12::TipoItem, "2"}, {L12::Codigo, "8"}, {L12::Descricao, "Porca"},
+                                             {L12::Unidade, "UN"}, {L12::Ncm, "7318.16.00"}, {L12::Cest, ""}});
 
-// The example month: its records, its steps and the progress of the lines read of all.
+// The example month: its records, its steps, and the progress of the notes and then of the
+// inventory's lines.
 TEST(SintegraConversor, TheExampleMonthGivesTheseRecordsStepsAndProgress) {
   const auto c = converter(informacao_exemplo());
   EXPECT_TRUE(matches_golden("sintegra_marco_2024.txt", arquivo_de(c.registros)));
@@ -88,10 +110,10 @@ TEST(SintegraConversor, TheExampleMonthGivesTheseRecordsStepsAndProgress) {
                                   "Nota 789 (modelo 57) fica fora do arquivo: seu registro não é gerado",
                                   "Gerando registro 74", "Gerando registro 75", "Gerando registro 90",
                                   "Conferindo o arquivo SINTEGRA"));
-  constexpr int kLinhas = 32, kNotas = 7, kInventario = 2;
-  ASSERT_EQ(c.progresso.size(), static_cast<std::size_t>(kLinhas + kNotas + kInventario));
-  for (int k = 0; k < kLinhas; ++k) EXPECT_EQ(c.progresso[k], std::pair(k + 1, kLinhas));
-  EXPECT_EQ(c.progresso[kLinhas], std::pair(1, kNotas));
+  constexpr int kNotas = 7, kInventario = 2;
+  ASSERT_EQ(c.progresso.size(), static_cast<std::size_t>(kNotas + kInventario));
+  for (int k = 0; k < kNotas; ++k) EXPECT_EQ(c.progresso[k], std::pair(k + 1, kNotas));
+  EXPECT_EQ(c.progresso[kNotas], std::pair(1, kInventario));
   EXPECT_EQ(c.progresso.back(), std::pair(kInventario, kInventario));
 }
 
@@ -120,24 +142,33 @@ TEST(SintegraConversor, EdgeCasesGiveTheseRecords) {
 }
 
 TEST(SintegraConversor, BadInformationIsAClearError) {
-  const std::string inventario = linha_informacao(18, {"", "1", "31/12/2023", "10,00"}, 4) + "\r\n" +
-                                 linha_informacao(19, {"1", "1", "99", "1,00", "10,00", "10,00", "UN", "2"}, 8);
+  const std::string inventario =
+      linha_informacao(L18::kTipo, L18::kTrailer, {{L18::Codigo, "1"}, {L18::Data, "31/12/2023"}, {L18::Total, "10,00"}}) +
+      "\r\n" +
+      linha_informacao(L19::kTipo, L19::kTrailer,
+                       {{L19::TipoInventario, "1"}, {L19::Inventario, "1"}, {L19::Produto, "99"}, {L19::Quantidade, "1,00"},
+                        {L19::PrecoUnitario, "10,00"}, {L19::PrecoTotal, "10,00"}, {L19::Unidade, "UN"},
+                        {L19::TipoItem, "2"}});
   const struct {
     std::string informacao, erro;
   } casos[] = {
       {"", "O arquivo de informações não tem a linha 01 (registro fiscal)"},
-      {linha_informacao(1, {"1", "01/03/2024", "31/03/2024"}, 15), "O arquivo de informações não tem a linha 02 (empresa)"},
+      {linha_informacao(L01::kTipo, L01::kTrailer,
+                        {{L01::TipoRegistro, "1"}, {L01::DataInicial, "01/03/2024"}, {L01::DataFinal, "31/03/2024"}}),
+       "O arquivo de informações não tem a linha 02 (empresa)"},
       {"lixo\r\n", "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 1"},
       {mes({item("1", "1,00", "000", "1102", "0,00", "0,00", "0,00")}),
        "Linha 4 do arquivo de informações: linha 06 sem a linha 04 da sua nota"},
-      {mes({linha_informacao(20, {}, 0)}), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
+      {mes({linha_informacao(20, 0, {})}), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
       {mes({}, "4"), "Finalidade do arquivo (C06 da linha 01) '4' não tem código no SINTEGRA"},
-      {mes({linha_informacao(4, {"3", "1", "5"}, 26)}),
+      {mes({linha_informacao(L04::kTipo, L04::kTrailer, {{L04::TipoNota, "3"}, {L04::Contador, "1"}, {L04::Numero, "5"}})}),
        "Linha 4 do arquivo de informações: tipo de nota '3' desconhecido"},
       {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "", "SP"),
             item("1", "-5,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
        "Nota 5 (linha 4 do arquivo de informações): campo 'Valor do produto' (12 posições): valor negativo (-5,00)"},
-      {mes({linha_informacao(4, {"2", "1", "5", "1102", "", ""}, 26)}),
+      {mes({linha_informacao(L04::kTipo, L04::kTrailer,
+                             {{L04::TipoNota, "2"}, {L04::Contador, "1"}, {L04::Numero, "5"}, {L04::Cfop, "1102"},
+                              {L04::Modelo, ""}})}),
        "Linha 4 do arquivo de informações: nota 5 sem modelo (C06)"},
       {mes({compra("5", "1102", "10,00")}), "Nota 5 (linha 4 do arquivo de informações): nota sem a linha 05 da sua parte"},
       {mes({inventario}), "Linha 5 do arquivo de informações: o produto 99 não está no cadastro (linhas 12)"},

@@ -6,6 +6,7 @@
 
 #include "host/sql_support.h"
 #include "support/cli.h"
+#include "support/golden.h"
 
 namespace infofiscal {
 namespace {
@@ -61,6 +62,19 @@ TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
       EXPECT_NE(live.info.find(std::string("\r\n[C00]") + line + "[/C00]"), std::string::npos) << line;
     const Outcome replay = exportar("snapshot:" + snapshot, r, "demo-replay");
     expect_same(live, replay, /*same_err=*/true);
+  }
+}
+
+// The demo month's fiscal files, as the generators and the converters write them: the SINTEGRA
+// file and the EFD file of every kind of note, catalogue and inventory the demo holds.
+TEST(SqlDemo, TheDemoMonthGivesTheseFiscalFiles) {
+  TestDatabase db("sqlite", "demo-arquivos", demo_script());
+  const std::pair<Register, const char*> arquivos[] = {{kRegisters[0], "demo_sintegra_marco_2024.txt"},
+                                                       {kRegisters[1], "demo_efd_marco_2024.txt"}};
+  for (const auto& [r, golden] : arquivos) {
+    const Outcome o = exportar(db.address(), r, std::string("demo-arquivo-") + r.registro);
+    EXPECT_EQ(o.status, 0) << o.err;
+    EXPECT_TRUE(matches_golden(golden, o.fiscal));
   }
 }
 

@@ -1,4 +1,4 @@
-// The information-file reader: register lines back into typed columns.
+// One register line of the information file back into typed columns.
 #include <gtest/gtest.h>
 
 #include "informacao/informacao.h"
@@ -17,17 +17,31 @@ std::string erro(const std::function<void()>& f) {
 }
 
 TEST(Informacao, ReadsColumnsVerbatim) {
-  const auto linhas = ler_informacao(
-      "[C00]05[/C00][C01]a[b][/C01][C03][/C03][C04][/C0x][/C04][C99]07[/C99]\r\n\r\n[C00]13[/C00][C99]03[/C99]\n");
-  ASSERT_EQ(linhas.size(), 2u);
-  EXPECT_EQ(linhas[0].tipo, 5);
-  EXPECT_EQ(linhas[0].trailer, 7);
-  EXPECT_EQ(linhas[0].texto(1), "a[b]");
-  EXPECT_FALSE(linhas[0].tem(2));
-  EXPECT_TRUE(linhas[0].tem(3));
-  EXPECT_EQ(linhas[0].texto(4), "[/C0x]");
-  EXPECT_EQ(linhas[0].texto(30), "");
-  EXPECT_EQ(linhas[1].numero, 3);
+  const auto l = ler_linha_informacao("[C00]05[/C00][C01]a[b][/C01][C03][/C03][C04][/C0x][/C04][C45]x[/C45][C99]07[/C99]", 4);
+  EXPECT_EQ(l.tipo, 5);
+  EXPECT_EQ(l.numero, 4);
+  EXPECT_EQ(l.trailer, 7);
+  EXPECT_EQ(l.texto(1), "a[b]");
+  EXPECT_FALSE(l.tem(2));
+  EXPECT_TRUE(l.tem(3));
+  EXPECT_EQ(l.texto(4), "[/C0x]");
+  EXPECT_EQ(l.texto(30), "");
+  EXPECT_EQ(l.texto(45), "x");
+  EXPECT_EQ(tipo_da_linha("[C00]05[/C00][C99]07[/C99]"), 5);
+}
+
+// A line parsed into the storage of an earlier one keeps nothing of it.
+TEST(Informacao, ParsingAgainReusesTheLine) {
+  LinhaInformacao l;
+  ler_linha_informacao("[C00]06[/C00][C01]2[/C01][C38]9,99[/C38][C99]38[/C99]", 7, l);
+  ler_linha_informacao("[C00]13[/C00][C02]UN[/C02][C99]03[/C99]", 8, l);
+  EXPECT_EQ(l.tipo, 13);
+  EXPECT_EQ(l.numero, 8);
+  EXPECT_EQ(l.trailer, 3);
+  EXPECT_EQ(l.texto(1), "");
+  EXPECT_EQ(l.texto(2), "UN");
+  EXPECT_EQ(l.texto(38), "");
+  EXPECT_FALSE(l.tem(38));
 }
 
 TEST(Informacao, BadLinesNameTheirNumber) {
@@ -41,8 +55,14 @@ TEST(Informacao, BadLinesNameTheirNumber) {
       {"[C00]05[/C00]", "Linha 1 do arquivo de informações: linha sem [C99]"},
       {"[C00]5[/C00][C99]07[/C99]", "Linha 1 do arquivo de informações: tipo de linha inválido em [C00]"},
       {"[C00]05[/C00][C99]07[/C99]x", "Linha 1 do arquivo de informações: texto depois de [C99]"},
+      {"[C00]05[/C00][C99]07[/C99][C99]07[/C99]", "Linha 1 do arquivo de informações: texto depois de [C99]"},
+      {"[C00]05[/C00][C01]x[/C02][C99]07[/C99]", "Linha 1 do arquivo de informações: coluna C01 sem [/C01]"},
   };
-  for (const auto& c : casos) EXPECT_EQ(erro([&] { ler_informacao(c.texto); }), c.erro) << c.texto;
+  for (const auto& c : casos) {
+    EXPECT_EQ(erro([&] { ler_linha_informacao(c.texto, 1); }), c.erro) << c.texto;
+    if (std::string_view(c.texto).starts_with("[C00]05[/C00]")) continue;
+    EXPECT_EQ(tipo_da_linha(c.texto), -1) << c.texto;
+  }
 }
 
 TEST(Informacao, AmountsInHundredthsAreExact) {

@@ -1,98 +1,156 @@
-// The information file's reader: lines grouped into notes and inventories, one rule for both
-// converters, and the one decimal parser at any scale.
+// The reader of the information file: lines grouped into header, notes, catalogue lines and
+// inventories, in the file's order; the catalogue reading; the saved file read a piece at a time.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include <fmt/format.h>
 
+#include "base/code_page.h"
 #include "base/error.h"
 #include "informacao/esquema.h"
 #include "informacao/leitor.h"
+#include "support/cli.h"
 
 namespace infofiscal {
 namespace {
 
+using ::testing::ElementsAre;
 using namespace linha;
 
-// Writes what the reader hands over, one entry per call: "01", "04 c1/2 p 06 06", "16 17 17".
-class Registro : public LeitorDeInformacao {
- public:
-  std::vector<std::string> visto;
-  void cabecalho(const LinhaInformacao& l) override { visto.push_back(fmt(l)); }
-  void cadastro(const LinhaInformacao& l) override { visto.push_back(fmt(l)); }
-  void nota(const NotaInformacao& n) override {
-    std::string s = fmt(n.cabecalho) + " c" + std::string(n.cabecalho.texto(L04::TipoNota)) + "/" +
-                    std::string(n.cabecalho.texto(L04::Contador));
-    if (n.parte) s += " p";
-    for (const auto& i : n.itens) s += " " + fmt(i) + "#" + std::string(i.texto(L06::Item));
-    visto.push_back(s);
-  }
-  void inventario(const InventarioInformacao& inv) override {
-    std::string s = fmt(inv.cabecalho);
-    for (const auto& i : inv.itens) s += " " + fmt(i);
-    visto.push_back(s);
-  }
+// Each group as one text: its kind, the line numbers and the first column of each line (read
+// during the call, so a view that does not live long enough shows).
+struct Registro final : LeitorDeInformacao {
+  std::vector<std::string> grupos;
 
- private:
-  static std::string fmt(const LinhaInformacao& l) { return (l.tipo < 10 ? "0" : "") + std::to_string(l.tipo); }
+  static std::string de(const LinhaInformacao& l) { return fmt::format("{}:{}", l.numero, l.texto(1)); }
+  void cabecalho(const CabecalhoInformacao& c) override {
+    grupos.push_back("cabeçalho " + de(c.registro) + " " + de(c.empresa) + (c.contador ? " " + de(*c.contador) : ""));
+  }
+  void nota(const NotaInformacao& n) override {
+    std::string s = "nota " + de(n.cabecalho) + (n.parte ? " parte " + de(*n.parte) : "");
+    for (const auto& i : n.itens) s += " " + de(i);
+    grupos.push_back(s);
+  }
+  void cadastro(const LinhaInformacao& l) override { grupos.push_back("cadastro " + de(l)); }
+  void inventario(const InventarioInformacao& inv) override {
+    std::string s = "inventário " + de(inv.cabecalho);
+    for (const auto& i : inv.itens) s += " " + de(i);
+    grupos.push_back(s);
+  }
 };
 
-// A register line of type `tipo` with columns C01 and C02 (note kind and counter of notes).
-std::string linha(int tipo, const std::string& c1 = "", const std::string& c2 = "", const std::string& c4 = "") {
-  std::string s = "[C00]" + std::string(tipo < 10 ? "0" : "") + std::to_string(tipo) + "[/C00]";
-  if (!c1.empty()) s += "[C01]" + c1 + "[/C01]";
-  if (!c2.empty()) s += "[C02]" + c2 + "[/C02]";
-  if (!c4.empty()) s += "[C04]" + c4 + "[/C04]";
-  return s + "[C99]01[/C99]\r\n";
+std::string linha(int tipo, std::initializer_list<std::string_view> colunas) {
+  std::string s = fmt::format("[C00]{:02}[/C00]", tipo);
+  int n = 0;
+  for (const auto c : colunas) s += fmt::format("[C{0:02}]{1}[/C{0:02}]", ++n, c);
+  return s + "[C99]00[/C99]";
 }
 
-const std::string kCabecalho = linha(1) + linha(2) + linha(3);
+const std::string kCabecalho = linha(1, {"2"}) + "\r\n" + linha(2, {"Empresa"}) + "\r\n" + linha(3, {"Contador"}) + "\r\n";
 
-std::string le(const std::string& texto, Registro& r) {
-  try {
-    ler_informacao(texto, r);
-  } catch (const Error& e) {
-    return e.what();
-  }
-  return "";
+// A month with every kind of group, blank lines and LF-only line ends among them.
+std::string mes() {
+  return kCabecalho + linha(4, {"2", "1"}) + "\r\n" + linha(5, {"2", "1"}) + "\r\n" + linha(6, {"2", "1"}) + "\r\n" +
+         linha(6, {"2", "1"}) + "\n\r\n" + linha(4, {"10", "1"}) + "\r\n" + linha(6, {"10", "1"}) + "\r\n" +
+         linha(12, {"2"}) + "\r\n" + linha(13, {"1"}) + "\r\n" + "[C00]16[/C00][C02]7[/C02][C99]04[/C99]\r\n" +
+         linha(17, {"1"}) + "\r\n" + linha(17, {"1"}) + "\r\n" + "[C00]18[/C00][C02]8[/C02][C99]04[/C99]";
 }
 
-TEST(Leitor, GroupsNotesAndInventoriesInTheFilesOrder) {
-  const std::string texto = kCabecalho + linha(4, "2", "1") + linha(5, "2", "1") + linha(6, "2", "1", "1") +
-                            linha(6, "2", "1", "2") + linha(4, "21", "1") + linha(4, "10", "1") +
-                            linha(6, "10", "1", "1") + linha(12, "2") + linha(13) + linha(14, "1") + linha(15) +
-                            linha(16) + linha(17, "1") + linha(17, "1") + linha(18) + linha(16);
+const std::vector<std::string> kGruposDoMes = {
+    "cabeçalho 1:2 2:Empresa 3:Contador", "nota 4:2 parte 5:2 6:2 7:2", "nota 9:10 10:10", "cadastro 11:2",
+    "cadastro 12:1", "inventário 13: 14:1 15:1", "inventário 16:"};
+
+TEST(Leitor, GroupsTheLinesInTheFilesOrder) {
   Registro r;
-  EXPECT_EQ(le(texto, r), "");
-  EXPECT_EQ(r.visto, (std::vector<std::string>{"01", "02", "03", "04 c2/1 p 06#1 06#2", "04 c21/1", "04 c10/1 06#1",
-                                               "12", "13", "14", "15", "16 17 17", "18", "16"}));
+  const ContagemDeLinhas c = ler_informacao(mes(), r);
+  EXPECT_EQ(r.grupos, kGruposDoMes);
+  EXPECT_EQ(c.linhas, 16);
+  EXPECT_EQ(c.notas, 2);
 }
 
-TEST(Leitor, LinesOutOfPlaceNameTheirNumber) {
+// The catalogue reading hands over the header and the catalogue lines alone, counts the same,
+// and does not look inside the lines it skips.
+TEST(Leitor, TheCatalogueReadingSkipsNotesAndInventories) {
+  std::string texto = mes();
+  texto.replace(texto.find("[C01]10[/C01]"), 13, "[C01]10");  // a broken line 04
+  Registro r;
+  const ContagemDeLinhas c = ler_informacao(texto, r, Leitura::cadastros);
+  EXPECT_THAT(r.grupos, ElementsAre(kGruposDoMes[0], kGruposDoMes[3], kGruposDoMes[4]));
+  EXPECT_EQ(c.linhas, 16);
+  EXPECT_EQ(c.notas, 2);
+  EXPECT_THROW(ler_informacao(texto, r), Error);
+}
+
+TEST(Leitor, AFileOutOfShapeNamesTheLine) {
+  const auto l = [](int tipo, std::initializer_list<std::string_view> c) { return linha(tipo, c) + "\r\n"; };
+  const std::string nota = l(4, {"2", "1"});
   const struct {
-    std::string texto;
-    const char* erro;
+    std::string texto, erro;
   } casos[] = {
-      {kCabecalho + linha(6, "2", "1"), "Linha 4 do arquivo de informações: linha 06 sem a linha 04 da sua nota"},
-      {kCabecalho + linha(4, "2", "1") + linha(6, "2", "2"),
-       "Linha 5 do arquivo de informações: linha 06 sem a linha 04 da sua nota"},
-      {kCabecalho + linha(4, "2", "1") + linha(5, "4", "1"),
-       "Linha 5 do arquivo de informações: linha 05 sem a linha 04 da sua nota"},
-      {kCabecalho + linha(4, "2", "1") + linha(5, "2", "1") + linha(5, "2", "1"),
-       "Linha 6 do arquivo de informações: segunda linha 05 da nota"},
-      {kCabecalho + linha(4, "2", "1") + linha(12) + linha(6, "2", "1"),
-       "Linha 6 do arquivo de informações: linha 06 sem a linha 04 da sua nota"},
-      {kCabecalho + linha(16) + linha(19), "Linha 5 do arquivo de informações: linha 19 sem a linha 18 do seu inventário"},
-      {kCabecalho + linha(17), "Linha 4 do arquivo de informações: linha 17 sem a linha 16 do seu inventário"},
-      {kCabecalho + linha(2), "Linha 4 do arquivo de informações: segunda linha 02"},
-      {kCabecalho + linha(20), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
-      {linha(2) + linha(3), "O arquivo de informações não tem a linha 01 (registro fiscal)"},
-      {linha(1), "O arquivo de informações não tem a linha 02 (empresa)"},
-      {kCabecalho + "\r\n[C00]04[/C00]", "Linha 5 do arquivo de informações: linha sem [C99]"},
+      {"", "O arquivo de informações não tem a linha 01 (registro fiscal)"},
+      {l(1, {}), "O arquivo de informações não tem a linha 02 (empresa)"},
+      {l(2, {}) + l(1, {}) + l(3, {}), ""},
+      {l(1, {}) + nota,
+       "Linha 2 do arquivo de informações: linha 04 antes da linha 02 (empresa): as linhas 01, 02 e 03 abrem o arquivo"},
+      {l(12, {}) + kCabecalho,
+       "Linha 1 do arquivo de informações: linha 12 antes da linha 01 (registro fiscal): as linhas 01, 02 e 03 abrem o "
+       "arquivo"},
+      {l(1, {}) + l(2, {}) + nota + l(3, {}),
+       "Linha 4 do arquivo de informações: linha 03 depois das notas, cadastros ou inventários: as linhas 01, 02 e 03 "
+       "abrem o arquivo"},
+      {kCabecalho + l(1, {}), "Linha 4 do arquivo de informações: segunda linha 01"},
+      {kCabecalho + l(5, {"2", "1"}), "Linha 4 do arquivo de informações: linha 05 sem a linha 04 da sua nota"},
+      {kCabecalho + nota + l(6, {"2", "2"}), "Linha 5 do arquivo de informações: linha 06 sem a linha 04 da sua nota"},
+      {kCabecalho + nota + l(5, {"2", "1"}) + l(5, {"2", "1"}), "Linha 6 do arquivo de informações: segunda linha 05 da nota"},
+      {kCabecalho + nota + l(17, {}), "Linha 5 do arquivo de informações: linha 17 sem a linha 16 do seu inventário"},
+      {kCabecalho + l(16, {}) + l(19, {}), "Linha 5 do arquivo de informações: linha 19 sem a linha 18 do seu inventário"},
+      {kCabecalho + l(20, {}), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
+      {kCabecalho + "[C00]06[/C00][C01]2\r\n", "Linha 4 do arquivo de informações: coluna C01 sem [/C01]"},
   };
   for (const auto& c : casos) {
-    Registro r;
-    EXPECT_EQ(le(c.texto, r), c.erro) << c.texto;
+    std::string erro;
+    try {
+      Registro r;
+      ler_informacao(c.texto, r);
+    } catch (const Error& e) {
+      erro = e.what();
+    }
+    EXPECT_EQ(erro, c.erro) << c.texto;
+  }
+}
+
+// The saved file (Windows-1252, lines across the pieces it is read in, a last line without a
+// break) reads as its UTF-8 text does, again from the start when asked.
+TEST(Leitor, TheSavedFileReadsAsItsText) {
+  std::string texto = linha(1, {"Razão"}) + "\r\n" + linha(2, {"São Paulo"}) + "\r\n" + linha(3, {}) + "\r\n";
+  for (int n = 1; n <= 6000; ++n)  // about 2.3 MB: lines cut at every piece of 1 MiB
+    texto += linha(4, {"2", std::to_string(n)}) + "\r\n" + linha(6, {"2", std::to_string(n), "Porca Ø"}) + "\r\n" +
+             linha(6, {"2", std::to_string(n), std::string(300, 'x')}) + "\r\n";
+  texto += linha(12, {"Óleo"});
+  const std::string dir = testing::fresh_dir("leitor-arquivo");
+  testing::write_file(dir + "/info.txt", utf8_to_windows1252(texto));
+  Registro em_memoria, do_arquivo;
+  ler_informacao(texto, em_memoria);
+  ArquivoDeInformacao arquivo(dir + "/info.txt");
+  for (int vez = 0; vez < 2; ++vez) {
+    do_arquivo.grupos.clear();
+    const ContagemDeLinhas c = ler_informacao(arquivo, do_arquivo);
+    EXPECT_EQ(c.linhas, 18004);
+    EXPECT_EQ(c.notas, 6000);
+    EXPECT_EQ(do_arquivo.grupos, em_memoria.grupos);
+  }
+  EXPECT_EQ(do_arquivo.grupos.back(), "cadastro 18004:Óleo");
+}
+
+TEST(Leitor, AFileThatCannotBeReadIsAClearError) {
+  const std::string dir = testing::fresh_dir("leitor-sem-arquivo");
+  for (const auto& [caminho, motivo] : {std::pair{dir + "/sumiu.txt", "arquivo ou pasta inexistente"}, {dir, "é uma pasta"}}) {
+    try {
+      ArquivoDeInformacao arquivo(caminho);
+      ADD_FAILURE() << caminho;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.what(), "Não foi possível ler o arquivo '" + caminho + "': " + motivo);
+    }
   }
 }
 

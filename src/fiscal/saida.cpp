@@ -1,0 +1,52 @@
+#include "fiscal/saida.h"
+
+#include <filesystem>
+
+namespace infofiscal {
+
+namespace {
+
+// Writes in pieces big enough that a system call costs little per record.
+constexpr std::size_t kBuffer = 1 << 18;
+
+std::string pasta_de(const std::string& caminho) {
+  const std::filesystem::path p(caminho);
+  return p.has_parent_path() ? p.parent_path().string() : std::string(".");
+}
+
+}  // namespace
+
+SaidaEmArquivo::SaidaEmArquivo(const std::string& caminho) : arquivo_(caminho), pasta_(pasta_de(caminho)) {
+  buffer_.reserve(kBuffer);
+}
+
+void SaidaEmArquivo::escreve(std::string_view bytes) {
+  buffer_.append(bytes);
+  if (buffer_.size() >= kBuffer) descarrega();
+}
+
+void SaidaEmArquivo::descarrega() {
+  arquivo_.write(buffer_);
+  escritos_ += buffer_.size();
+  buffer_.clear();
+}
+
+void SaidaEmArquivo::rele(const std::function<void(std::string_view)>& pedaco) {
+  descarrega();
+  std::string lido(kBuffer, '\0');
+  for (std::uint64_t pos = 0; pos < escritos_;) {
+    const std::size_t n = arquivo_.read_at(pos, lido.data(), lido.size());
+    if (n == 0) break;
+    pedaco(std::string_view(lido).substr(0, n));
+    pos += n;
+  }
+}
+
+void SaidaEmArquivo::confirma() {
+  descarrega();
+  arquivo_.commit();
+}
+
+SaidaEmMemoria::SaidaEmMemoria() : pasta_(std::filesystem::temp_directory_path().string()) {}
+
+}  // namespace infofiscal

@@ -1,0 +1,116 @@
+// Where a converter writes a fiscal file: the bytes in order, a piece at a time, so that the
+// whole file is never in memory; and the validator that reads the pieces as they are written.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/atomic_file.h"
+
+namespace infofiscal {
+
+class SaidaFiscal {
+ public:
+  virtual ~SaidaFiscal() = default;
+  // Appends `bytes` to the file.
+  virtual void escreve(std::string_view bytes) = 0;
+  // Hands the bytes written so far back, from the first, a piece at a time: for the message of
+  // a file its validator refused.
+  virtual void rele(const std::function<void(std::string_view)>& pedaco) = 0;
+  // A folder for the converter's temporary files, on the file's own disk.
+  virtual const std::string& pasta_temporaria() const = 0;
+};
+
+// The file `caminho` written whole or not at all (an AtomicFile), through a buffer.
+class SaidaEmArquivo final : public SaidaFiscal {
+ public:
+  // Throws Error when the folder does not exist or the temporary cannot be created.
+  explicit SaidaEmArquivo(const std::string& caminho);
+  void escreve(std::string_view bytes) override;
+  void rele(const std::function<void(std::string_view)>& pedaco) override;
+  const std::string& pasta_temporaria() const override { return pasta_; }
+  // Writes what is buffered and renames the file over `caminho`. Without it, destroying the
+  // object leaves any earlier file as it was.
+  void confirma();
+
+ private:
+  void descarrega();
+
+  AtomicFile arquivo_;
+  std::string pasta_;
+  std::string buffer_;
+  std::uint64_t escritos_ = 0;  // bytes handed to arquivo_
+};
+
+// The file in memory: for tests and benchmarks. Temporary files go to the system's folder.
+class SaidaEmMemoria final : public SaidaFiscal {
+ public:
+  SaidaEmMemoria();
+  void escreve(std::string_view bytes) override { bytes_.append(bytes); }
+  void rele(const std::function<void(std::string_view)>& pedaco) override { pedaco(bytes_); }
+  const std::string& pasta_temporaria() const override { return pasta_; }
+  const std::string& bytes() const { return bytes_; }
+
+ private:
+  std::string bytes_, pasta_;
+};
+
+// A validator that reads the file a piece at a time, in any split, as it is written.
+class Conferencia {
+ public:
+  virtual ~Conferencia() = default;
+  virtual void le(std::string_view pedaco) = 0;
+  // The findings, one per broken rule, once the last piece was read. REQUIRES: called once.
+  virtual std::vector<std::string> conclui() = 0;
+};
+
+// Writes to `destino` and hands the same pieces to `conferencia`. Both must outlive it.
+class SaidaConferida final : public SaidaFiscal {
+ public:
+  SaidaConferida(SaidaFiscal& destino, Conferencia& conferencia) : destino_(destino), conferencia_(conferencia) {}
+  void escreve(std::string_view bytes) override {
+    conferencia_.le(bytes);
+    destino_.escreve(bytes);
+  }
+  void rele(const std::function<void(std::string_view)>& pedaco) override { destino_.rele(pedaco); }
+  const std::string& pasta_temporaria() const override { return destino_.pasta_temporaria(); }
+
+ private:
+  SaidaFiscal& destino_;
+  Conferencia& conferencia_;
+};
+
+// Cuts a file read a piece at a time into its lines, at LF, whatever the pieces' boundaries.
+class DivisorDeLinhas {
+ public:
+  // Calls linha(texto, true) for each line that `pedaco` completes; `texto` leaves out the LF
+  // and lives until linha returns.
+  template <class F>
+  void le(std::string_view pedaco, F&& linha) {
+    std::size_t pos = 0;
+    if (!resto_.empty()) {
+      const std::size_t lf = pedaco.find('\n');
+      resto_.append(pedaco.substr(0, lf));
+      if (lf == std::string_view::npos) return;
+      linha(std::string_view(resto_), true);
+      resto_.clear();
+      pos = lf + 1;
+    }
+    for (std::size_t lf; (lf = pedaco.find('\n', pos)) != std::string_view::npos; pos = lf + 1)
+      linha(pedaco.substr(pos, lf - pos), true);
+    resto_.append(pedaco.substr(pos));
+  }
+  // After the last piece: linha(texto, false) for a last line without LF, if there is one.
+  template <class F>
+  void fim(F&& linha) {
+    if (!resto_.empty()) linha(std::string_view(resto_), false);
+    resto_.clear();
+  }
+
+ private:
+  std::string resto_;  // the line begun and not yet ended
+};
+
+}  // namespace infofiscal

@@ -1,0 +1,61 @@
+// Where the reader takes the information file's lines from: the text in memory (the export
+// run's, UTF-8), or the saved file read a piece at a time (Windows-1252), so that a month of
+// any size is read in a bounded memory. Either can be read again from the start.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/code_page.h"
+
+namespace infofiscal {
+
+class TextoDeInformacao {
+ public:
+  virtual ~TextoDeInformacao() = default;
+  // Goes back to the first line.
+  virtual void reinicia() = 0;
+  // The next line in UTF-8, without its LF or CR LF; false after the last. The view lives
+  // until the next call. A text that ends with a line break has no empty line after it.
+  virtual bool proxima(std::string_view& linha) = 0;
+};
+
+// Lines of a UTF-8 text in memory. The text must outlive the object.
+class TextoEmMemoria final : public TextoDeInformacao {
+ public:
+  explicit TextoEmMemoria(std::string_view texto) : texto_(texto) {}
+  void reinicia() override { pos_ = 0; }
+  bool proxima(std::string_view& linha) override;
+
+ private:
+  std::string_view texto_;
+  std::size_t pos_ = 0;
+};
+
+// Lines of a Windows-1252 file, read a piece at a time. Throws Error "Não foi possível ler o
+// arquivo 'CAMINHO': motivo" when the file cannot be opened (a folder included) or read.
+class ArquivoDeInformacao final : public TextoDeInformacao {
+ public:
+  explicit ArquivoDeInformacao(std::string caminho);
+  ~ArquivoDeInformacao() override;
+  ArquivoDeInformacao(const ArquivoDeInformacao&) = delete;
+  ArquivoDeInformacao& operator=(const ArquivoDeInformacao&) = delete;
+
+  void reinicia() override;
+  bool proxima(std::string_view& linha) override;
+
+ private:
+  [[noreturn]] void falha(int erro) const;
+  // Reads the next piece of the file onto the end of texto_; false at the end of the file.
+  bool le_mais();
+
+  std::string caminho_;
+  int fd_ = -1;
+  Utf8FromWindows1252 utf8_;
+  std::string bruto_;  // the piece read, in the file's code page
+  std::string texto_;  // UTF-8 from pos_ on: the lines not yet handed out
+  std::size_t pos_ = 0;
+  bool fim_ = false;
+};
+
+}  // namespace infofiscal
