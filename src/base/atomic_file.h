@@ -26,7 +26,10 @@ class AtomicFile {
   // Asks the system to start writing what was written so far to disk, so that commit has less
   // left to wait for.
   void start_writeback();
-  // Flushes to disk and renames the temporary over the target.
+  // Flushes to disk and closes the temporary: the file is complete, but the target is not
+  // touched until commit. Nothing may be written after it.
+  void finish();
+  // Renames the temporary over the target, finishing it first when finish was not called.
   void commit();
 
  private:
@@ -34,6 +37,7 @@ class AtomicFile {
 
   std::string path_, temp_;
   int fd_ = -1;
+  bool finished_ = false;
 };
 
 // Writes `bytes` to `path` through a temporary file in the same folder, renamed over `path`

@@ -23,6 +23,13 @@ class TOBJ_ArquivoFiscal {
   // Writes the SPED EFD ICMS/IPI file `NomeArquivo` from the information text.
   void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto, TRegFiscalVersao Versao);
 
+  // The records (lines) of the file the last successful call wrote; 0 before one.
+  std::size_t Registros() const { return registros_; }
+
+ private:
+  void Gravar(const std::string& NomeArquivo, const std::string& bytes);
+
+  std::size_t registros_ = 0;
 };
 
 }  // namespace infofiscal
