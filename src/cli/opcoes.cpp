@@ -259,10 +259,11 @@ std::string catalogo_nomeado(const std::string& caminho, const char* por) {
   throw Error(fmt::format("O catálogo de provedores '{}' ({}) não existe ou não pode ser lido", caminho, por));
 }
 
-// PREFIX/share/infofiscal/providers.sql for the program PREFIX/bin/PROGRAM.
+// PREFIX/share/infofiscal/providers.sql for the program PREFIX/bin/PROGRAM: the installed
+// catalog, at the path from the programs' folder to the data's that CMake's install uses.
 std::string instalado_ao_lado(const std::string& programa) {
   const fs::path bin = fs::path(programa).parent_path();
-  return (bin.parent_path() / "share" / "infofiscal" / "providers.sql").lexically_normal().string();
+  return (bin / INFOFISCAL_DADOS_AO_LADO / "providers.sql").lexically_normal().string();
 }
 
 // The running program, as the system knows it.
