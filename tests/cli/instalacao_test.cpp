@@ -2,6 +2,7 @@
 // month from the installed files only. The source and build trees are hidden behind empty
 // folders (a mount namespace of an unprivileged user, `unshare -rm`), so that nothing read from
 // them can pass unnoticed.
+#include <cstdlib>
 #include <filesystem>
 
 #include <gmock/gmock.h>
@@ -20,6 +21,23 @@ namespace fs = std::filesystem;
 
 constexpr const char* kUnshare = "/usr/bin/unshare";
 
+// `env`, and LeakSanitizer's suppressions (scripts/test-sanitizers names a file of the source
+// tree) copied into `pasta`, where the hidden trees do not take them away.
+Environment com_supressoes(const std::string& pasta, Environment env) {
+  const char* lsan = std::getenv("LSAN_OPTIONS");
+  const std::string chave = "suppressions=";
+  std::string opcoes = lsan == nullptr ? "" : lsan;
+  const auto p = opcoes.find(chave);
+  if (p == std::string::npos) return env;
+  const auto inicio = p + chave.size();
+  const std::string arquivo = opcoes.substr(inicio, opcoes.find(':', inicio) - inicio);
+  const std::string copia = pasta + "/lsan.supp";
+  fs::copy_file(arquivo, copia, fs::copy_options::overwrite_existing);
+  opcoes.replace(inicio, arquivo.size(), copia);
+  env.push_back({"LSAN_OPTIONS", opcoes});
+  return env;
+}
+
 // Runs `programa` with the source and build trees hidden, when this system lets an ordinary
 // user have a mount namespace; else as it is (the catalog's error below still shows that the
 // installed program looks only beside itself).
@@ -32,7 +50,7 @@ CliResult sem_as_arvores(const std::string& programa, const std::vector<std::str
                                    "shift; done; shift; exec \"$@\"",
                                    "sh", INFOFISCAL_BUILD_DIR, INFOFISCAL_SOURCE_DIR, "--", programa};
   tudo.insert(tudo.end(), args.begin(), args.end());
-  return run_program(kUnshare, tudo, pasta, env);
+  return run_program(kUnshare, tudo, pasta, com_supressoes(pasta, env));
 }
 
 TEST(Instalacao, TheDemoMonthRunsFromTheInstalledFilesOnly) {
