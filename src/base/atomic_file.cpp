@@ -95,12 +95,17 @@ void AtomicFile::start_writeback() {
   if (fd_ >= 0) ::sync_file_range(fd_, 0, 0, SYNC_FILE_RANGE_WRITE);  // a hint: its failure changes nothing
 }
 
-void AtomicFile::commit() {
+void AtomicFile::finish() {
   if (fd_ < 0) Fail("arquivo já fechado");
   if (::fchmod(fd_, 0644) != 0 || ::fsync(fd_) != 0) Fail(errno_text());
   const int fd = fd_;
   fd_ = -1;
   if (::close(fd) != 0) Fail(errno_text());
+  finished_ = true;
+}
+
+void AtomicFile::commit() {
+  if (!finished_) finish();
   if (std::rename(temp_.c_str(), path_.c_str()) != 0) Fail(errno_text());
   temp_.clear();
 }

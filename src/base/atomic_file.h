@@ -27,7 +27,10 @@ class AtomicFile {
   // Asks the system to start writing what was written so far to disk, so that commit has less
   // left to wait for.
   void start_writeback();
-  // Flushes to disk and renames the temporary over the target.
+  // Flushes to disk and closes the temporary: the file is complete, but the target is not
+  // touched until commit. Nothing may be written after it.
+  void finish();
+  // Renames the temporary over the target, finishing it first when finish was not called.
   void commit();
   // Reads back up to `size` bytes written from `offset` into `out`; returns how many (0 past
   // the end). REQUIRES: commit has not been called.
@@ -38,6 +41,7 @@ class AtomicFile {
 
   std::string path_, temp_;
   int fd_ = -1;
+  bool finished_ = false;
 };
 
 // A temporary file without a name in a folder, for data that does not fit in memory: nothing

@@ -1,5 +1,6 @@
 #include "base/list_saver.h"
 
+#include <algorithm>
 #include <cstring>
 #include <system_error>
 #include <utility>
@@ -90,11 +91,12 @@ void ListSaver::write(std::string_view block) {
 
 void ListSaver::write_bytes() {
   file_->write(bytes_);
+  lines_ += static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n'));
   if (keep_text_) saved_ += windows1252_to_utf8(bytes_);
   bytes_.clear();
 }
 
-std::string ListSaver::commit() {
+std::string ListSaver::finish() {
   stop();
   if (failure_) std::rethrow_exception(failure_);
   const std::vector<std::string>& blocks = list_.Blocks();
@@ -102,7 +104,7 @@ std::string ListSaver::commit() {
   if (!file_) file_ = std::make_unique<AtomicFile>(path_);  // an empty list: an empty file
   encoder_.finish(bytes_);
   write_bytes();
-  file_->commit();
+  file_->finish();
   list_.Clear();
   return keep_text_ ? std::move(saved_) : std::string();
 }

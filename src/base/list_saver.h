@@ -27,7 +27,8 @@ std::string save_text_file(const std::string& path, std::string_view text);
 // it: each block the list is done with is encoded and written on another thread, so that a
 // large month ends with only its last block to write. Attach it before the list is filled (the
 // run clears the list first); nothing is opened before the first block is written. Destroyed
-// without commit (a run that failed), it leaves any earlier file as it was and no temporary.
+// without commit (a run that failed or was cancelled, even after finish), it leaves any earlier
+// file as it was and no temporary.
 class ListSaver {
  public:
   // With `keep_text`, commit returns the saved text (the converter needs it).
@@ -36,10 +37,14 @@ class ListSaver {
   ListSaver(const ListSaver&) = delete;
   ListSaver& operator=(const ListSaver&) = delete;
 
-  // Writes the rest of the list, flushes, renames over the target and empties the list.
-  // Returns the saved text read back as UTF-8 when kept, else an empty string. Throws the
-  // first failure of the writing, as an Error naming the file.
-  std::string commit();
+  // Writes the rest of the list, flushes it to disk under the temporary's name and empties the
+  // list; the target is not touched yet. Returns the saved text read back as UTF-8 when kept,
+  // else an empty string. Throws the first failure of the writing, as an Error naming the file.
+  std::string finish();
+  // Renames the finished file over the target. REQUIRES: finish() has returned.
+  void commit() { file_->commit(); }
+  // The lines of the saved file. REQUIRES: finish() has returned.
+  std::size_t lines() const { return lines_; }
 
  private:
   void write(std::string_view block);  // encodes and writes one block
@@ -54,6 +59,7 @@ class ListSaver {
   TextEncoder encoder_;
   std::string bytes_, saved_;
   std::size_t written_ = 0;  // blocks of the list written
+  std::size_t lines_ = 0;    // line feeds written
 
   std::mutex mutex_;
   std::condition_variable queued_;

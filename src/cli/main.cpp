@@ -1,7 +1,8 @@
 // infofiscal: export, convert and validate fiscal files from a shell or a scheduler.
 //
-// stdout carries only the info lines of a run; stderr the progress and, on failure, the error
-// message. Exit status: 0 success, 1 the run failed, 2 a usage error.
+// stdout carries only the info lines of a run; stderr the progress, the summary of the files
+// written and, on failure, the error message. Exit status: 0 success, 1 the run failed, 2 a
+// usage error.
 #include <unistd.h>
 
 #include <cerrno>
@@ -45,12 +46,16 @@ void info_line(const std::string& line) {
   std::fflush(stdout);
 }
 
+// The run's summary goes to stderr: stdout stays the run's own lines, as a scheduler reads them.
+void escrever_resumo(const std::vector<std::string>& resumo) {
+  for (const std::string& linha : resumo) std::cerr << linha << '\n';
+}
+
 int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
   if (!o.gravar_snapshot.empty()) require_folder_of(o.gravar_snapshot);
-  const auto live =
-      open_record_source(o.fonte, o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default);
+  const auto live = abrir_fonte(o, o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default);
   std::unique_ptr<RecordingSource> gravador;
   RecordSource* fonte = live.get();
   if (!o.gravar_snapshot.empty()) fonte = (gravador = std::make_unique<RecordingSource>(*live)).get();
@@ -59,7 +64,7 @@ int exportar(const OpcoesExportar& o) {
   ControleExportacao controle(conexao);
   Progresso barra(o.progresso);
   controle.LinhaInfo = [&](const std::string& line) {
-    barra.Limpar();
+    barra.Linha(line);
     info_line(line);
   };
   controle.Progresso = [&](int posicao, int maximo) { barra.Mostrar(posicao, maximo); };
@@ -89,6 +94,7 @@ int exportar(const OpcoesExportar& o) {
   }
   salvar_snapshot();
   barra.Limpar();
+  escrever_resumo(controle.Resumo());
   return 0;
 }
 
@@ -110,7 +116,7 @@ int converter(int tipo, const std::string& informacao, const std::string& saida,
   Progresso barra(progresso);
   TOBJ_ArquivoFiscal conversor;
   conversor.LinhaInfo = [&](const std::string& line) {
-    barra.Limpar();
+    barra.Linha(line);
     info_line(line);
   };
   conversor.Progresso = [&](int posicao, int maximo) { barra.Mostrar(posicao, maximo); };
@@ -132,42 +138,54 @@ int validar(int tipo, const std::string& arquivo) {
   return achados.empty() ? 0 : 1;
 }
 
+const std::vector<std::string> kModosProgresso = {"auto", "barra", "linhas", "nada"};
+const char* const kAjudaProgresso =
+    "Progresso em stderr: auto (uma barra, quando stderr é um terminal), barra, linhas (uma linha "
+    "'progresso POS/MAX' por aviso) ou nada";
+
 int principal(int argc, char** argv) {
-  CLI::App app{"infofiscal: gera o arquivo de informações fiscais e o arquivo SINTEGRA ou SPED EFD"};
+  CLI::App app{"infofiscal: gera o arquivo de informações fiscais e o SINTEGRA ou o SPED EFD"};
+  em_portugues(app, "infofiscal");
   app.require_subcommand(1);
   app.set_help_all_flag("--ajuda-completa", "Mostra a ajuda de todos os comandos");
 
   OpcoesExportar o;
   auto* exp = app.add_subcommand("exportar", "Gera SpedInformacao.txt e o arquivo fiscal de um registro fiscal");
   adicionar_opcoes_registro(*exp, o);
-  exp->add_option("--arquivo-fiscal", o.arquivo_fiscal, "Arquivo fiscal a gravar (padrão: o nome sugerido, na pasta atual)");
-  exp->add_flag("--somente-informacao", o.somente_informacao, "Gera só SpedInformacao.txt, sem o arquivo fiscal");
-  exp->add_option("--progresso", o.progresso, "Progresso em stderr: auto, barra, linhas ou nada")
-      ->check(um_de({"auto", "barra", "linhas", "nada"}));
-  exp->add_option("--gravar-snapshot", o.gravar_snapshot, "Grava as respostas da fonte neste snapshot JSON");
+  exp->add_option("--arquivo-fiscal", o.arquivo_fiscal,
+                  "Arquivo fiscal a gravar (padrão: o nome sugerido, como SINTEGRA_03_2024.v1.txt, na pasta atual)")
+      ->type_name("ARQUIVO");
+  exp->add_flag("--somente-informacao", o.somente_informacao, "Grava só SpedInformacao.txt, sem o arquivo fiscal");
+  exp->add_option("--progresso", o.progresso, kAjudaProgresso)->type_name("MODO")->check(um_de(kModosProgresso));
+  exp->add_option("--gravar-snapshot", o.gravar_snapshot,
+                  "Grava num snapshot JSON todas as respostas da fonte, para repetir a mesma execução sem o banco")
+      ->type_name("ARQUIVO");
   exp->add_flag("--sem-leitura-antecipada", o.sem_leitura_antecipada,
                 "Consulta cada nota à parte, sem ler adiante a lista inteira (para medir o que a leitura antecipada ganha)");
 
   int tipo = 1;
   std::string informacao, saida, progresso = "auto";
   auto* conv = app.add_subcommand("converter", "Converte um SpedInformacao.txt no arquivo SINTEGRA ou SPED EFD");
-  conv->add_option("--tipo", tipo, "1 SINTEGRA, 2 SPED EFD")->required()->check(um_de({"1", "2"}));
-  conv->add_option("--informacao", informacao, "Arquivo de informações (SpedInformacao.txt)")->required();
-  conv->add_option("--arquivo-fiscal", saida, "Arquivo fiscal a gravar")->required();
-  conv->add_option("--progresso", progresso, "Progresso em stderr: auto, barra, linhas ou nada")
-      ->check(um_de({"auto", "barra", "linhas", "nada"}));
+  conv->add_option("--tipo", tipo, "Arquivo a gerar: 1 SINTEGRA, 2 SPED EFD ICMS/IPI")
+      ->type_name("{1,2}")
+      ->required()
+      ->check(um_de({"1", "2"}));
+  conv->add_option("--informacao", informacao, "Arquivo de informações (SpedInformacao.txt)")->type_name("ARQUIVO")->required();
+  conv->add_option("--arquivo-fiscal", saida, "Arquivo fiscal a gravar")->type_name("ARQUIVO")->required();
+  conv->add_option("--progresso", progresso, kAjudaProgresso)->type_name("MODO")->check(um_de(kModosProgresso));
 
   int tipo_validar = 1;
   std::string arquivo;
   auto* val = app.add_subcommand("validar", "Confere a estrutura de um arquivo SINTEGRA ou SPED EFD");
-  val->add_option("--tipo", tipo_validar, "1 SINTEGRA, 2 SPED EFD")->required()->check(um_de({"1", "2"}));
-  val->add_option("--arquivo-fiscal", arquivo, "Arquivo fiscal a conferir")->required();
+  val->add_option("--tipo", tipo_validar, "Arquivo a conferir: 1 SINTEGRA, 2 SPED EFD ICMS/IPI")
+      ->type_name("{1,2}")
+      ->required()
+      ->check(um_de({"1", "2"}));
+  val->add_option("--arquivo-fiscal", arquivo, "Arquivo fiscal a conferir")->type_name("ARQUIVO")->required();
 
   try {
     app.parse(argc, argv);
-  } catch (const CLI::CallForHelp& e) {
-    return app.exit(e);
-  } catch (const CLI::CallForAllHelp& e) {
+  } catch (const CLI::Success& e) {  // --help, --ajuda-completa, --version
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
     std::cerr << "infofiscal: " << traduzir_erro_de_uso(e, app) << "\nUse --help para ver as opções.\n";

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <limits>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "cli/terminal.h"
 #include "host/client_dataset.h"
 #include "base/error.h"
 
@@ -46,7 +50,96 @@ std::string depois_de_dois_pontos(const std::string& mensagem) {
   return p == std::string::npos ? mensagem : mensagem.substr(p + 2);
 }
 
+// The first word of CLI11's message that names an option ("--registro"), without the colon
+// that may follow it.
+std::string opcao_da_mensagem(const std::string& mensagem) {
+  const auto inicio = mensagem.find("-");
+  if (inicio == std::string::npos) return {};
+  const auto fim = mensagem.find_first_of(" :,=", inicio);
+  return mensagem.substr(inicio, fim == std::string::npos ? std::string::npos : fim - inicio);
+}
+
+// The option named `nome` of the command that ran (or of `app`), or null.
+const CLI::Option* opcao_chamada(const CLI::App& app, const std::string& nome) {
+  for (const CLI::App* comando : app.get_subcommands())
+    if (const CLI::Option* opcao = comando->get_option_no_throw(nome)) return opcao;
+  return app.get_option_no_throw(nome);
+}
+
+// A value CLI11 could not convert: "Could not convert: --opcao = valor".
+std::string valor_nao_convertido(const std::string& detalhe, const CLI::App& app) {
+  const std::string nome = opcao_da_mensagem(detalhe);
+  const auto igual = detalhe.find(" = ");
+  const std::string valor = igual == std::string::npos ? "" : detalhe.substr(igual + 3);
+  const CLI::Option* opcao = opcao_chamada(app, nome);
+  if (opcao != nullptr && opcao->get_expected_max() == 0) return "a opção " + nome + " não leva valor ('" + valor + "')";
+  return "valor inválido em " + nome + ": '" + valor + "'";
+}
+
+// The help's column and width: 78, so that --ajuda-completa, which indents each command's
+// options by two, stays within 80 columns.
+constexpr int kColunaDaAjuda = 28, kLarguraDaAjuda = 78;
+
+// An option or a command in the help: its name, then its text from the help column on, wrapped.
+// CLI11's own counts bytes, which misaligns a name with an accent, and never wraps.
+std::string linha_de_ajuda(const std::string& nome, const std::string& texto) {
+  std::string saida = "  " + nome;
+  const int largura = colunas_de(saida);
+  if (largura >= kColunaDaAjuda)
+    saida += "\n" + std::string(kColunaDaAjuda, ' ');
+  else
+    saida += std::string(static_cast<std::size_t>(kColunaDaAjuda - largura), ' ');
+  return saida + quebrar(texto, kLarguraDaAjuda - kColunaDaAjuda, std::string(kColunaDaAjuda, ' ')) + "\n";
+}
+
+// The help's frame in Portuguese. CLI11 prints the labels below where its own formatter has
+// English words; the groups are named by the options and commands themselves, apart from the
+// default group of options, renamed here.
+class FormatadorPortugues : public CLI::Formatter {
+ public:
+  FormatadorPortugues() {
+    label("Usage", "Uso");
+    label("OPTIONS", "OPÇÕES");
+    label("SUBCOMMAND", "COMANDO");
+    label("SUBCOMMANDS", "COMANDOS");
+    label("REQUIRED", "(obrigatória)");
+    label("Positionals", "Argumentos");
+    label("Env", "variável");
+    label("Needs", "exige");
+    label("Excludes", "exclui");
+    // CLI11's names of the value types, for an option that does not name its value itself.
+    label("TEXT", "TEXTO");
+    label("INT", "N");
+    label("UINT", "N");
+    label("FLOAT", "NÚMERO");
+    label("BOOLEAN", "SIM/NÃO");
+    column_width(kColunaDaAjuda);
+  }
+
+  std::string make_option(const CLI::Option* opt, bool is_positional) const override {
+    return linha_de_ajuda(make_option_name(opt, is_positional) + make_option_opts(opt), make_option_desc(opt));
+  }
+
+  std::string make_subcommand(const CLI::App* sub) const override {
+    return linha_de_ajuda(sub->get_display_name(true), sub->get_description());
+  }
+
+  std::string make_group(std::string group, bool is_positional, std::vector<const CLI::Option*> opts) const override {
+    return CLI::Formatter::make_group(group == "Options" ? "Opções" : group, is_positional, std::move(opts));
+  }
+};
+
 }  // namespace
+
+const char* versao() { return INFOFISCAL_VERSAO; }
+
+void em_portugues(CLI::App& app, const std::string& programa) {
+  app.name(programa);
+  app.formatter(std::make_shared<FormatadorPortugues>());
+  app.group("Comandos");
+  app.set_help_flag("-h,--help", "Mostra esta ajuda e sai");
+  app.set_version_flag("--version", programa + " " + versao(), "Mostra a versão e sai");
+}
 
 CLI::Validator inteiro_entre(std::int64_t minimo, std::int64_t maximo) {
   return CLI::Validator(
@@ -58,7 +151,19 @@ CLI::Validator inteiro_entre(std::int64_t minimo, std::int64_t maximo) {
         if (v < minimo || v > maximo) return fmt::format("'{}' fora da faixa de {} a {}", texto, minimo, maximo);
         return {};
       },
-      fmt::format("{} a {}", minimo, maximo));
+      "");
+}
+
+CLI::Validator numero_positivo() {
+  return CLI::Validator(
+      [](std::string& texto) -> std::string {
+        double v = 0;
+        const auto [fim, ec] = std::from_chars(texto.data(), texto.data() + texto.size(), v);
+        if (texto.empty() || ec != std::errc() || fim != texto.data() + texto.size()) return "'" + texto + "' não é um número";
+        if (!(v > 0)) return "'" + texto + "' não é maior que zero";
+        return {};
+      },
+      "");
 }
 
 CLI::Validator um_de(const std::vector<std::string>& aceitos) {
@@ -68,22 +173,54 @@ CLI::Validator um_de(const std::vector<std::string>& aceitos) {
         if (std::find(aceitos.begin(), aceitos.end(), texto) != aceitos.end()) return {};
         return "'" + texto + "' não é um dos valores aceitos (" + lista + ")";
       },
-      "{" + lista + "}");
+      "");
 }
 
 void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o) {
-  app.add_option("--fonte", o.fonte, "Fonte de dados: sqlite:ARQUIVO, postgresql:CONEXAO, firebird:BANCO, snapshot:ARQUIVO.json")
+  app.add_option("--fonte", o.fonte,
+                 "De onde vêm os dados do ERP: sqlite:ARQUIVO, postgresql:CONEXÃO, firebird:BANCO ou snapshot:ARQUIVO.json")
+      ->type_name("ENDEREÇO")
       ->required();
-  app.add_option("--registro", o.registro, "Código do registro fiscal")->required()->check(inteiro_entre(0, kMaxInt));
-  app.add_option("--tipo", o.tipo, "Tipo de arquivo: 0 indefinido, 1 SINTEGRA, 2 SPED EFD, 3 SPED Contribuições")
+  app.add_option("--registro", o.registro, "Código do registro fiscal a exportar")
+      ->type_name("N")
+      ->required()
+      ->check(inteiro_entre(0, kMaxInt));
+  app.add_option("--tipo", o.tipo,
+                 "Arquivo fiscal a gerar: 1 SINTEGRA, 2 SPED EFD ICMS/IPI; com 0 (indefinido) e 3 (SPED Contribuições) "
+                 "só o arquivo de informações é gravado")
+      ->type_name("{0,1,2,3}")
       ->required()
       ->check(um_de({"0", "1", "2", "3"}));
-  app.add_option("--base", o.base, "Pasta base da aplicação (contém Arquivos/InfoFiscal)")->required();
-  app.add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 12));
-  app.add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 9999));
-  app.add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(inteiro_entre(0, kMaxInt));
-  app.add_option("--compra", o.compra, "Exporta só esta compra (0: todas)")->check(inteiro_entre(0, kMaxInt));
-  app.add_option("--venda", o.venda, "Exporta só esta nota de saída (0: todas)")->check(inteiro_entre(0, kMaxInt));
+  app.add_option("--base", o.base,
+                 "Pasta base da aplicação: SpedInformacao.txt é gravado em PASTA/Arquivos/InfoFiscal, que já deve existir")
+      ->type_name("PASTA")
+      ->required();
+  app.add_option("--mes", o.mes,
+                 "Mês (1 a 12) no nome sugerido do arquivo fiscal; só dá o nome, não escolhe os dados "
+                 "(padrão: o do registro fiscal)")
+      ->type_name("MÊS")
+      ->check(inteiro_entre(1, 12));
+  app.add_option("--ano", o.ano,
+                 "Ano no nome sugerido do arquivo fiscal; só dá o nome, não escolhe os dados (padrão: o do registro fiscal)")
+      ->type_name("ANO")
+      ->check(inteiro_entre(1, 9999));
+  app.add_option("--empresa", o.empresa, "Empresa em que o usuário trabalha (padrão: a do registro fiscal)")
+      ->type_name("N")
+      ->check(inteiro_entre(0, kMaxInt));
+  app.add_option("--compra", o.compra,
+                 "Exporta uma só compra: das de equipamentos, a de código N; das de produtos e de produtos de consumo, "
+                 "as de nota número N. As compras de insumos e as saídas não são filtradas (0: todas)")
+      ->type_name("N")
+      ->check(inteiro_entre(0, kMaxInt));
+  app.add_option("--venda", o.venda,
+                 "Exporta, das vendas de equipamentos, só a nota de código N; as outras saídas (vendas de produtos, "
+                 "transferências, devoluções) e as compras não são filtradas (0: todas)")
+      ->type_name("N")
+      ->check(inteiro_entre(0, kMaxInt));
+  app.add_option("--catalogo", o.catalogo,
+                 "Catálogo de provedores das fontes SQL (padrão: o que INFOFISCAL_CATALOGO indica, ou o instalado "
+                 "com o programa)")
+      ->type_name("ARQUIVO");
 }
 
 std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) {
@@ -97,11 +234,51 @@ std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) 
            (extras.empty() ? depois_de_dois_pontos(detalhe) : fmt::format("{}", fmt::join(extras, " ")));
   }
   if (dynamic_cast<const CLI::ValidationError*>(&e)) return "valor inválido em " + detalhe;
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "falta o valor de " + detalhe.substr(0, detalhe.find(':'));
-  return "uso incorreto (" + detalhe + ")";
+  if (dynamic_cast<const CLI::ConversionError*>(&e)) return valor_nao_convertido(detalhe, app);
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) {
+    const std::string nome = opcao_da_mensagem(detalhe);
+    if (detalhe.find("At Most") != std::string::npos) return "a opção " + nome + " foi dada mais de uma vez";
+    return "falta o valor de " + nome;
+  }
+  // CLI11's other errors come from settings these commands do not use.
+  return "uso incorreto da linha de comando";
 }
 
 namespace {
+
+namespace fs = std::filesystem;
+
+bool legivel(const std::string& caminho) {
+  std::error_code ec;
+  return fs::is_regular_file(caminho, ec) && std::ifstream(caminho).good();
+}
+
+// The catalog a user named: it must be there.
+std::string catalogo_nomeado(const std::string& caminho, const char* por) {
+  if (legivel(caminho)) return caminho;
+  throw Error(fmt::format("O catálogo de provedores '{}' ({}) não existe ou não pode ser lido", caminho, por));
+}
+
+// PREFIX/share/infofiscal/providers.sql for the program PREFIX/bin/PROGRAM: the installed
+// catalog, at the path from the programs' folder to the data's that CMake's install uses.
+std::string instalado_ao_lado(const std::string& programa) {
+  const fs::path bin = fs::path(programa).parent_path();
+  return (bin / INFOFISCAL_DADOS_AO_LADO / "providers.sql").lexically_normal().string();
+}
+
+// The running program, as the system knows it.
+std::string este_programa() {
+  std::error_code ec;
+  const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
+  return ec ? std::string() : exe.string();
+}
+
+// Whether `programa` lies inside the folder `pasta`.
+bool dentro_de(const std::string& programa, const std::string& pasta) {
+  std::error_code ec;
+  const fs::path dentro = fs::weakly_canonical(programa, ec).lexically_relative(fs::weakly_canonical(pasta, ec));
+  return !ec && !dentro.empty() && *dentro.begin() != "..";
+}
 
 // The fiscal register `registro`, read through `fonte` into `tab`.
 void abre_registro(ClientDataSet& tab, RecordSource& fonte, int registro) {
@@ -122,6 +299,41 @@ void exigir_registro(RecordSource& fonte, int registro) {
   ClientDataSet tab("TabRegistroInfoFiscal", "DspRegistroInfoFiscal", {{"CDMES", FieldClass::String}}, 1);
   abre_registro(tab, fonte, registro);
   if (tab.RecordCount() == 0) throw Error(fmt::format("O registro fiscal {} não existe na fonte de dados", registro));
+}
+
+std::string localizar_catalogo(const LugaresDoCatalogo& lugares) {
+  if (!lugares.opcao.empty()) return catalogo_nomeado(lugares.opcao, "--catalogo");
+  if (lugares.variavel) return catalogo_nomeado(*lugares.variavel, "INFOFISCAL_CATALOGO");
+  std::vector<std::string> procurados;
+  if (!lugares.programa.empty()) {
+    const std::string instalado = instalado_ao_lado(lugares.programa);
+    if (legivel(instalado)) return instalado;
+    procurados.push_back("'" + instalado + "' (ao lado do programa)");
+  }
+  if (!lugares.arvore.empty()) {
+    if (legivel(lugares.arvore)) return lugares.arvore;
+    procurados.push_back("'" + lugares.arvore + "' (árvore de fontes)");
+  }
+  if (procurados.empty()) procurados.push_back("lugar nenhum (o caminho do programa não pôde ser lido)");
+  throw Error(fmt::format("Catálogo de provedores não encontrado: procurado em {} (--catalogo não dado, "
+                          "INFOFISCAL_CATALOGO não definida). Indique-o com --catalogo ARQUIVO ou INFOFISCAL_CATALOGO",
+                          fmt::join(procurados, " e em ")));
+}
+
+LugaresDoCatalogo lugares_do_catalogo(const std::string& opcao) {
+  LugaresDoCatalogo lugares{opcao, std::nullopt, este_programa(), {}};
+  if (const char* variavel = std::getenv("INFOFISCAL_CATALOGO"); variavel != nullptr && *variavel != '\0')
+    lugares.variavel = variavel;
+  if (dentro_de(lugares.programa, INFOFISCAL_ARVORE_BUILD)) lugares.arvore = INFOFISCAL_ARVORE_FONTES "/db/providers.sql";
+  return lugares;
+}
+
+std::unique_ptr<RecordSource> abrir_fonte(const OpcoesRegistro& o, FetchAhead fetch_ahead) {
+  const LugaresDoCatalogo lugares = lugares_do_catalogo(o.catalogo);
+  // A catalog named is checked even for a source that reads none: a wrong name is not ignored.
+  const bool nomeado = !lugares.opcao.empty() || lugares.variavel;
+  const std::string catalogo = reads_provider_catalog(o.fonte) || nomeado ? localizar_catalogo(lugares) : "";
+  return open_record_source(o.fonte, fetch_ahead, catalogo);
 }
 
 TOBJ_InfoSistema_v11c info_sistema(RecordSource& fonte, const OpcoesRegistro& o) {

@@ -1,9 +1,11 @@
 // What the two fronts (the command `infofiscal exportar` and the launcher `infofiscal-dialogo`)
-// share of their command lines: the options that name one fiscal register's run, the
-// Portuguese usage messages, and the fields of the fiscal register read for the defaults.
+// share of their command lines: the options that name one fiscal register's run, the help and
+// usage messages in Portuguese, the version, where the provider catalog is, and the fields of
+// the fiscal register read for the defaults.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,22 +19,56 @@ namespace infofiscal {
 
 // The options of one run, as the host sets the dialog's properties.
 struct OpcoesRegistro {
-  std::string fonte, base;
+  std::string fonte, base, catalogo;
   int registro = 0, tipo = 0, compra = 0, venda = 0;
   std::optional<int> mes, ano, empresa;
 };
 
+// The version of the product, as CMake's project() gives it ("1.0.0").
+const char* versao();
+
+// Makes `app` speak Portuguese: the help's frame (usage, groups, labels), the help flag
+// -h/--help, and --version, which prints "`programa` VERSION". Call it first, before any option
+// or command is added: commands take the help flag and the group of commands from it.
+void em_portugues(CLI::App& app, const std::string& programa);
+
 // Declares --fonte, --registro, --tipo, --base (required) and --mes, --ano, --empresa,
-// --compra, --venda on `app`, stored into `o`.
+// --compra, --venda, --catalogo on `app`, stored into `o`.
 void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o);
 
 // Checks that speak Portuguese and name the value (CLI11's own speak English): an integer in
-// [minimo, maximo]; one of the texts `aceitos`.
+// [minimo, maximo]; a number above zero; one of the texts `aceitos`. None adds to the option's
+// name in the help: the option's own text says what it takes.
 CLI::Validator inteiro_entre(std::int64_t minimo, std::int64_t maximo);
+CLI::Validator numero_positivo();
 CLI::Validator um_de(const std::vector<std::string>& aceitos);
 
 // A parse error of `app` as a Portuguese message that says what is wrong.
 std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app);
+
+// Where a front looks for the provider catalog of the SQL sources, in this order:
+struct LugaresDoCatalogo {
+  std::string opcao;                    // --catalogo, empty when not given
+  std::optional<std::string> variavel;  // INFOFISCAL_CATALOGO, when set and not empty
+  std::string programa;                 // the running program: the catalog installed beside it
+  std::string arvore;                   // the source tree's catalog, for a program run from its
+                                        // build tree; else empty
+};
+
+// The catalog's path: the file the option names; else the one the variable names; else
+// PREFIX/share/infofiscal/providers.sql for the program PREFIX/bin/PROGRAM (where
+// `cmake --install` and the package put it); else the source tree's. A file named by the option
+// or the variable must be there, no other place stands in for it. Throws Error naming every
+// place looked at.
+std::string localizar_catalogo(const LugaresDoCatalogo& lugares);
+
+// The places of this program: the option `opcao`, the environment, the running executable, and
+// db/providers.sql of the source tree when the executable lies in the build tree it was built in.
+LugaresDoCatalogo lugares_do_catalogo(const std::string& opcao);
+
+// Opens the record source that --fonte names; an SQL source with the catalog found as above. A
+// snapshot needs none: it opens wherever the catalog is, unless one is named and missing.
+std::unique_ptr<RecordSource> abrir_fonte(const OpcoesRegistro& o, FetchAhead fetch_ahead = FetchAhead::Default);
 
 // Fails, naming it, when the fiscal register `registro` has no record: a run over it would
 // write nothing true.

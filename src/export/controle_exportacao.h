@@ -3,13 +3,34 @@
 // two fronts from drifting apart.
 #pragma once
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <exception>
+#include <memory>
 #include <string>
+#include <vector>
 
+#include "base/list_saver.h"
 #include "export/obj_exportainfofiscal.h"
 #include "host/framework.h"
 
 namespace infofiscal {
+
+// What ends a run that was cancelled (ControleExportacao::Cancelar). It is not an Error, so that
+// the converters, which prefix an Error's message with the line it is about, let it pass as it is.
+class ExecucaoCancelada : public std::exception {
+ public:
+  const char* what() const noexcept override;
+};
+
+// One file a run wrote.
+struct ArquivoGravado {
+  std::string descricao;   // "informações", "SINTEGRA", "SPED EFD ICMS/IPI"
+  std::string caminho;     // absolute
+  std::size_t linhas = 0;  // its lines: for a fiscal file, its records
+  bool fiscal = false;     // the SINTEGRA or EFD file, not the information file
+};
 
 class ControleExportacao {
  public:
@@ -22,9 +43,11 @@ class ControleExportacao {
   // `base`/Arquivos/InfoFiscal/SpedInformacao.txt.
   static std::string CaminhoInformacao(const std::string& base);
 
-  // Runs the export (ACodNFeCompra / ACodNFeVenda as the orchestrator takes them) and saves
-  // the information file under `base`, through a temporary file. Returns the saved text when
-  // the kind has a converter (1 or 2) and SomenteInformacao is off, else an empty string.
+  // Runs the export (ACodNFeCompra / ACodNFeVenda as the orchestrator takes them) and writes
+  // the information file for `base`, through a temporary file. Returns the saved text when a
+  // converter follows (kind 1 or 2, SomenteInformacao off), else an empty string. When none
+  // follows the file is put in place here; else it waits, complete, for SalvarArquivoFiscal_A,
+  // so that a run cancelled in the converter leaves it as it was too.
   // Throws on the first error; an earlier information file then stays as it was.
   std::string GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda);
   // Set when no converter follows (the command's --somente-informacao): the saved text is not
@@ -32,13 +55,39 @@ class ControleExportacao {
   bool SomenteInformacao = false;
 
   // Hands the saved text to the converter: kind 1 SINTEGRA, kind 2 SPED EFD (first layout
-  // version); any other kind calls no converter.
-  void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const;
+  // version); any other kind calls no converter. Then puts the information file in place: also
+  // when the converter failed (the file it refused is the reason to look at), but not when the
+  // run was cancelled.
+  void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
+
+  // Asks the run to stop: its next progress report, once the front has shown it, throws
+  // ExecucaoCancelada, and every file stays as it was. May be called from the front's progress
+  // callback (the dialog handles its button there) or from another thread. A new run clears it.
+  void Cancelar() { cancelado_ = true; }
+
+  // The summary of the last run, for the front to show after the run's lines: the files
+  // written, each with its path and count, or, when no fiscal file was made, why. REQUIRES: the
+  // last run ended without an error.
+  std::vector<std::string> Resumo() const;
+  // The files the last run put in place, the information file first.
+  const std::vector<ArquivoGravado>& Gravados() const { return gravados_; }
 
   // The orchestrator of every run of this controller; its callbacks are the converter's too.
   TOBJ_ExportaInfoFiscal oExportaInfoFiscal;
   TPROC_LinhaInfo LinhaInfo;
   TPROC_Progresso Progresso;
+
+ private:
+  bool TemConversor() const;
+  // The front's progress report, then the cancel check.
+  void Relatar(int APosicao, int AMaximo);
+  // Renames the waiting information file over the old one, if one waits.
+  void ConfirmarInformacao();
+
+  std::atomic<bool> cancelado_ = false;
+  std::unique_ptr<ListSaver> informacao_;  // the information file waiting for the converter
+  std::string caminho_informacao_;
+  std::vector<ArquivoGravado> gravados_;
 };
 
 }  // namespace infofiscal

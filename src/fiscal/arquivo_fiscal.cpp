@@ -21,6 +21,7 @@ void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, TextoDeIn
   SaidaEmArquivo saida(NomeArquivo);
   gerar_sintegra(Informacao, saida, LinhaInfo, Progresso);
   saida.confirma();
+  registros_ = saida.registros();
 }
 
 void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao,
@@ -28,6 +29,7 @@ void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, Te
   SaidaEmArquivo saida(NomeArquivo);
   gerar_efd(Informacao, saida, LinhaInfo, Progresso);
   saida.confirma();
+  registros_ = saida.registros();
 }
 
 }  // namespace infofiscal

@@ -27,6 +27,12 @@ class TOBJ_ArquivoFiscal {
   // The same from an information text read a piece at a time (the saved file, of any size).
   void Exec_Sintegra(const std::string& NomeArquivo, TextoDeInformacao& Informacao);
   void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao, TRegFiscalVersao Versao);
+
+  // The records (lines) of the file the last successful call wrote; 0 before one.
+  std::size_t Registros() const { return registros_; }
+
+ private:
+  std::size_t registros_ = 0;
 };
 
 }  // namespace infofiscal

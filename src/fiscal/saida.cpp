@@ -1,5 +1,7 @@
 #include "fiscal/saida.h"
 
+#include <algorithm>
+
 #include <filesystem>
 
 namespace infofiscal {
@@ -21,6 +23,7 @@ SaidaEmArquivo::SaidaEmArquivo(const std::string& caminho) : arquivo_(caminho), 
 }
 
 void SaidaEmArquivo::escreve(std::string_view bytes) {
+  registros_ += static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
   buffer_.append(bytes);
   if (buffer_.size() >= kBuffer) descarrega();
 }

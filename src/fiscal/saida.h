@@ -34,6 +34,8 @@ class SaidaEmArquivo final : public SaidaFiscal {
   // Writes what is buffered and renames the file over `caminho`. Without it, destroying the
   // object leaves any earlier file as it was.
   void confirma();
+  // The records (lines) written so far.
+  std::size_t registros() const { return registros_; }
 
  private:
   void descarrega();
@@ -42,6 +44,7 @@ class SaidaEmArquivo final : public SaidaFiscal {
   std::string pasta_;
   std::string buffer_;
   std::uint64_t escritos_ = 0;  // bytes handed to arquivo_
+  std::size_t registros_ = 0;
 };
 
 // The file in memory: for tests and benchmarks. Temporary files go to the system's folder.

@@ -9,7 +9,6 @@ namespace {
 bool perguntar_com_janela(QWidget* parent, TDialogoSalvar& dialogo) {
   QFileDialog janela(parent);
   janela.setAcceptMode(QFileDialog::AcceptSave);
-  janela.setOption(QFileDialog::DontConfirmOverwrite);
   janela.setNameFilters(filtros_qt(dialogo.Filter));
   janela.selectFile(QString::fromStdString(dialogo.FileName));
   if (janela.exec() != QDialog::Accepted || janela.selectedFiles().isEmpty()) return false;

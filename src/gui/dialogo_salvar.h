@@ -27,7 +27,7 @@ class TDialogoSalvar {
   // The suggested name on the way in; the chosen full path after a confirmed question. It is
   // kept from one question to the next.
   std::string FileName;
-  // The question; by default a Qt save-file dialog (no overwrite prompt, as the default options).
+  // The question; by default Qt's save-file dialog, which asks before replacing a file.
   TPergunta Pergunta;
 };
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFrame>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -11,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "base/renderings.h"
+#include "cli/opcoes.h"
 
 namespace infofiscal {
 
@@ -53,6 +55,8 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
       BrProgresso(componente<QProgressBar>(PnGerarArquivo, "BrProgresso")),
       LbRegistro(componente<QLabel>(PnGerarArquivo, "LbRegistro")),
       MmInformacao(componente<QPlainTextEdit>(PnPrincipal, "MmInformacao")),
+      BtCancelar(componente<QPushButton>(PnBotao, "BtCancelar")),
+      BtSobre(componente<QPushButton>(PnBotao, "BtSobre")),
       oControle(conexao) {
   setWindowTitle("Exporta Informação Fiscal");
 
@@ -83,6 +87,15 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
   principal->setSpacing(0);
   principal->addWidget(MmInformacao, 1);
   principal->addWidget(PnGerarArquivo);
+
+  BtSobre->setText("Sobre");
+  AdicionarBotao(BtSobre, true);
+  connect(BtSobre, &QPushButton::clicked, this, [this] { Evento([this] { BtSobreClick(); }); });
+  BtCancelar->setText("Cancelar");
+  BtCancelar->setIcon(style()->standardIcon(QStyle::SP_DialogCancelButton));
+  BtCancelar->setEnabled(false);
+  AdicionarBotao(BtCancelar, false);
+  connect(BtCancelar, &QPushButton::clicked, this, [this] { Evento([this] { BtCancelarClick(); }); });
 
   oArquivoSalvar.Filter = kFiltro;
   FormCreate();
@@ -145,11 +158,31 @@ void TDLG_DExportaInformacaoFiscal::BtGerarArquivoClick() {
   const auto reabilitar = qScopeGuard([this] {
     BtGerarArquivo->setEnabled(true);
     BtFechar->setEnabled(true);
+    BtCancelar->setEnabled(false);
   });
   const std::string NomeArquivo = RecuperarNomeArquivo_v1();
   if (NomeArquivo.empty()) return;
-  oInfo = oControle.GerarInformacao(FPastaBase, FTesteCodCompra, FTesteCodVenda);
-  SalvarArquivoFiscal_A(NomeArquivo, oInfo);
+  BtCancelar->setEnabled(true);
+  try {
+    oInfo = oControle.GerarInformacao(FPastaBase, FTesteCodCompra, FTesteCodVenda);
+    SalvarArquivoFiscal_A(NomeArquivo, oInfo);
+  } catch (const ExecucaoCancelada& cancelada) {
+    LinhaInfo(cancelada.what());
+    return;
+  }
+  for (const std::string& linha : oControle.Resumo()) MmInformacao->appendPlainText(QString::fromStdString(linha));
+}
+
+void TDLG_DExportaInformacaoFiscal::BtCancelarClick() {
+  BtCancelar->setEnabled(false);  // once is enough: the run stops at its next report
+  oControle.Cancelar();
+}
+
+void TDLG_DExportaInformacaoFiscal::BtSobreClick() {
+  QMessageBox::about(this, "Sobre",
+                     QString::fromStdString(std::string("infofiscal ") + versao() +
+                                            "\n\nGera o arquivo de informações fiscais de um registro fiscal e, dele, "
+                                            "o arquivo SINTEGRA ou SPED EFD ICMS/IPI."));
 }
 
 }  // namespace infofiscal

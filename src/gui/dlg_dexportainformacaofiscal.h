@@ -5,7 +5,10 @@
 // The host creates it over its shared connection, sets the properties below and shows it.
 // Everything runs on the user-interface thread; each progress report lets the application
 // handle pending events, so the window stays responsive while the generate and close buttons
-// are disabled.
+// are disabled. Two buttons join the close button in the column at the right: "Sobre" (the
+// version) and "Cancelar", enabled only during a run, which stops it at its next progress
+// report with every file as it was. A run that ends well adds the summary of the files it
+// wrote to the log.
 #pragma once
 
 #include <cstdint>
@@ -51,8 +54,13 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
   std::string RecuperarNomeArquivo_v1();
   // Hands the saved text to the converter of the kind (none for kinds 0 and 3).
   void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
-  // One whole run, both buttons disabled until it ends, whatever happens. Errors pass on.
+  // One whole run, both buttons disabled (and Cancelar enabled) until it ends, whatever
+  // happens. Errors pass on; a cancelled run ends with a line in the log.
   void BtGerarArquivoClick();
+  // Asks the run in progress to stop at its next progress report.
+  void BtCancelarClick();
+  // Shows the product's name and version.
+  void BtSobreClick();
 
   const ControleExportacao& Controle() const { return oControle; }
 
@@ -62,6 +70,8 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
   QProgressBar* BrProgresso;
   QLabel* LbRegistro;
   QPlainTextEdit* MmInformacao;
+  QPushButton* BtCancelar;
+  QPushButton* BtSobre;
 
  protected:
   // Captions the generate button by the kind set at that moment.

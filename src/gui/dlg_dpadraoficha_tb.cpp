@@ -48,10 +48,11 @@ TDLG_DPadraoFicha_TB::TDLG_DPadraoFicha_TB(QWidget* parent)
   fechar->addWidget(BtFechar);
   PnBotaoFechar->setFixedHeight(kAlturaBotaoFechar);
 
-  auto* coluna = new QVBoxLayout(PnBotao);
-  coluna->setContentsMargins(0, 0, 0, 0);
-  coluna->addStretch();
-  coluna->addWidget(PnBotaoFechar);
+  coluna_ = new QVBoxLayout(PnBotao);
+  coluna_->setContentsMargins(0, 0, 0, 0);
+  coluna_->setSpacing(0);
+  coluna_->addStretch();
+  coluna_->addWidget(PnBotaoFechar);
   PnBotao->setFixedWidth(kLarguraColunaBotoes);
 
   auto* janela = new QHBoxLayout(this);
@@ -78,6 +79,16 @@ void TDLG_DPadraoFicha_TB::Evento(const std::function<void()>& handler) {
   } catch (const std::exception& e) {
     ErroGeral(e.what());
   }
+}
+
+void TDLG_DPadraoFicha_TB::AdicionarBotao(QPushButton* botao, bool no_alto) {
+  // In a panel with the close button's margins, so that the column's buttons line up.
+  auto* painel = new QFrame(PnBotao);
+  auto* margem = new QVBoxLayout(painel);
+  margem->setContentsMargins(6, 6, 6, no_alto ? 0 : 6);
+  margem->addWidget(botao);
+  botao->setAutoDefault(false);
+  coluna_->insertWidget(no_alto ? no_alto_++ : coluna_->count() - 1, painel);
 }
 
 void TDLG_DPadraoFicha_TB::showEvent(QShowEvent* event) {

@@ -10,6 +10,7 @@
 
 class QFrame;
 class QPushButton;
+class QVBoxLayout;
 
 namespace infofiscal {
 
@@ -49,6 +50,9 @@ class TDLG_DPadraoFicha_TB : public QDialog {
  protected:
   // Runs an event handler; an error that leaves it reaches ErroGeral, and the window stays open.
   void Evento(const std::function<void()>& handler);
+  // Puts a button of the derived dialog in the button column: at its top (under the ones put
+  // there before), or else just above the close button.
+  void AdicionarBotao(QPushButton* botao, bool no_alto);
   // Runs every time the dialog is shown, before it is painted.
   virtual void FormShow() {}
 
@@ -58,6 +62,8 @@ class TDLG_DPadraoFicha_TB : public QDialog {
 
  private:
   int FAlturaJanela = 0, FLarguraJanela = 0;
+  QVBoxLayout* coluna_;  // PnBotao's: the buttons at the top, a stretch, PnBotaoFechar
+  int no_alto_ = 0;      // buttons put at the top so far
 };
 
 }  // namespace infofiscal

@@ -6,19 +6,59 @@
 // Two hidden options serve scripts and screenshots: --executar ARQUIVO_FISCAL presses the
 // generate button once the window is shown, answering the save question with that name, and
 // --sair-em SEGUNDOS ends the program that long after the run (or after the window is shown,
-// without --executar). The exit status is 1 when an error reached the handler, else 0.
+// without --executar). The exit status is 1 when an error reached the handler, or when there is
+// no display to show the window on; else 0.
+#include <cstdio>
+#include <cstdlib>
 #include <iostream>
+#include <memory>
+#include <string_view>
 #include <utility>
 
 #include <QApplication>
+#include <QIcon>
 #include <QPushButton>
 #include <QTimer>
 
 #include "cli/opcoes.h"
 #include "gui/dlg_dexportainformacaofiscal.h"
+#include "gui/traducao.h"
 
 namespace infofiscal {
 namespace {
+
+QtMessageHandler tratador_do_qt = nullptr;
+
+// Qt's messages while the application starts. Qt ends a program that finds no window system
+// with abort(), a core dump, after English warnings of its platform layer: here that end is a
+// Portuguese message and exit status 1, and those warnings are not shown. Other messages go to
+// Qt's own handler.
+void ao_iniciar(QtMsgType tipo, const QMessageLogContext& contexto, const QString& mensagem) {
+  if (tipo == QtFatalMsg) {
+    const char* tela = std::getenv("DISPLAY");
+    std::fprintf(stderr,
+                 "infofiscal-dialogo: a janela precisa de uma tela gráfica, e nenhuma pôde ser aberta (DISPLAY %s%s). "
+                 "Abra-o numa sessão gráfica, ou use o comando infofiscal exportar, que faz a mesma exportação sem "
+                 "janela.\n",
+                 tela != nullptr && *tela != '\0' ? "é " : "não definida", tela != nullptr ? tela : "");
+    std::fflush(stderr);
+    std::_Exit(1);
+  }
+  if (contexto.category != nullptr && std::string_view(contexto.category).starts_with("qt.qpa.")) return;
+  tratador_do_qt(tipo, contexto, mensagem);
+}
+
+// The application, started with ao_iniciar watching, in Portuguese, with the product's icon.
+// REQUIRES: `argc` and `argv` outlive the application.
+std::unique_ptr<QApplication> iniciar_aplicacao(int& argc, char** argv) {
+  tratador_do_qt = qInstallMessageHandler(ao_iniciar);
+  auto aplicacao = std::make_unique<QApplication>(argc, argv);
+  qInstallMessageHandler(tratador_do_qt);
+  if (const std::string aviso = traduzir_qt(*aplicacao); !aviso.empty()) std::cerr << "infofiscal-dialogo: " << aviso << '\n';
+  QGuiApplication::setDesktopFileName("infofiscal-dialogo");
+  QApplication::setWindowIcon(QIcon::fromTheme("infofiscal"));
+  return aplicacao;
+}
 
 struct OpcoesDialogo : OpcoesRegistro {
   std::string executar;
@@ -42,7 +82,7 @@ int mostrar_dialogo(const OpcoesDialogo& o) {
     mostrar_erro(janela, mensagem);
   };
   try {
-    const auto fonte = open_record_source(o.fonte);
+    const auto fonte = abrir_fonte(o);
     TDTM_ConexaoDS conexao{*fonte, info_sistema(*fonte, o)};
     TDLG_DExportaInformacaoFiscal dialogo(conexao);
     dialogo.ErroGeral = [&](const std::string& mensagem) { erro_geral(&dialogo, mensagem); };
@@ -76,19 +116,20 @@ int mostrar_dialogo(const OpcoesDialogo& o) {
 // display; Qt's own settings come from the environment (QT_QPA_PLATFORM ...).
 int principal(int argc, char** argv) {
   CLI::App app{"infofiscal-dialogo: a janela Exporta Informação Fiscal de um registro fiscal"};
+  em_portugues(app, "infofiscal-dialogo");
   OpcoesDialogo o;
   adicionar_opcoes_registro(app, o);
   app.add_option("--executar", o.executar)->group("");
-  app.add_option("--sair-em", o.sair_em)->group("")->check(CLI::PositiveNumber);
+  app.add_option("--sair-em", o.sair_em)->group("")->check(numero_positivo());
   try {
     app.parse(argc, argv);
-  } catch (const CLI::CallForHelp& e) {
+  } catch (const CLI::Success& e) {  // --help, --version
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
     std::cerr << "infofiscal-dialogo: " << traduzir_erro_de_uso(e, app) << "\nUse --help para ver as opções.\n";
     return 2;
   }
-  QApplication aplicacao(argc, argv);
+  const auto aplicacao = iniciar_aplicacao(argc, argv);
   return mostrar_dialogo(o);
 }
 

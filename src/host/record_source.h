@@ -58,10 +58,17 @@ class RecordSource {
 // PostgreSQL, off for the others) or never, which the benchmark uses to measure what it gains.
 enum class FetchAhead { Default, Off };
 
+// Whether the back end that `address` names reads the provider catalog: the SQL back ends do,
+// a snapshot does not (nor does an address of no back end, which open_record_source refuses).
+bool reads_provider_catalog(const std::string& address);
+
 // Opens the back end that an address names: "snapshot:FILE.json", "sqlite:PATH",
-// "postgresql:..." or "postgresql://...", "firebird:...". Throws Error for an unknown or
-// unusable address.
-std::unique_ptr<RecordSource> open_record_source(const std::string& address,
-                                                 FetchAhead fetch_ahead = FetchAhead::Default);
+// "postgresql:..." or "postgresql://...", "firebird:...". An SQL back end reads its SELECTs
+// from the provider catalog at `catalog_path` (host/sources/sql_catalog.h), which the caller
+// has found; the others ignore it. Where the catalog lives is the caller's business: an
+// installed program, a build tree and a host application each know their own. Throws Error
+// for an unknown or unusable address, or an SQL address with a catalog that cannot be read.
+std::unique_ptr<RecordSource> open_record_source(const std::string& address, FetchAhead fetch_ahead,
+                                                 const std::string& catalog_path);
 
 }  // namespace infofiscal

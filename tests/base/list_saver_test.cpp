@@ -142,14 +142,19 @@ TEST(ArquivoTexto, AListSavedWhileItIsFilledSavesAsItsText) {
     ASSERT_GT(list.Blocks().size(), 2u);
     EXPECT_EQ(list[120000], "[C00]06[/C00][C01]119999[/C01]çãçãçãçãçãção[C99]38[/C99]");
     const std::string text = list.Text();
-    EXPECT_TRUE(gravacao.commit() == (keep_text ? text : std::string()));
-    EXPECT_TRUE(read(path) == utf8_to_windows1252(text));
+    const std::size_t lines = list.Count();
+    EXPECT_TRUE(gravacao.finish() == (keep_text ? text : std::string()));
+    EXPECT_EQ(gravacao.lines(), lines);
     EXPECT_EQ(list.Count(), 0u);
+    gravacao.commit();
+    EXPECT_TRUE(read(path) == utf8_to_windows1252(text));
   }
   // A list filled before the saver came: all of it is written at the end.
   TStringList list;
   list.Add("anterior");
-  EXPECT_EQ(ListSaver(path, list, true).commit(), "anterior\r\n");
+  ListSaver gravacao(path, list, true);
+  EXPECT_EQ(gravacao.finish(), "anterior\r\n");
+  gravacao.commit();
   EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);  // no temporary left
 }
 
@@ -165,13 +170,20 @@ TEST(ArquivoTexto, AListWhoseRunFailsOrCannotBeSavedLeavesTheEarlierFile) {
     ListSaver gravacao(path, list, false);
     fill(list);
   }
+  {
+    // A run cancelled after its file was finished, while the converter ran.
+    TStringList list(std::size_t{3} << 20);
+    ListSaver gravacao(path, list, true);
+    fill(list);
+    EXPECT_FALSE(gravacao.finish().empty());
+  }
   // A folder that does not exist: the run goes on, the save says why it could not be done.
   const fs::path missing = dir / "nao-existe" / "SpedInformacao.txt";
   TStringList list(std::size_t{3} << 20);
   ListSaver gravacao(missing.string(), list, false);
   fill(list);
   try {
-    gravacao.commit();
+    gravacao.finish();
     FAIL();
   } catch (const Error& e) {
     EXPECT_EQ(std::string(e.what()), "A pasta '" + missing.parent_path().string() + "' não existe: o arquivo '" +

@@ -1,7 +1,12 @@
 // The command line as a scheduler sees it: exit status, stdout, stderr and the files left.
+#include <set>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "cli/opcoes.h"
+#include "cli/terminal.h"
+#include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/fixture.h"
 
@@ -9,6 +14,10 @@ namespace infofiscal {
 namespace {
 
 using namespace testing;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
+using ::testing::Not;
 
 std::string snapshot_file(const std::string& dir, const Snapshot& snapshot) {
   const std::string path = dir + "/snapshot.json";
@@ -30,9 +39,12 @@ TEST(CliExportar, StdoutCarriesOnlyTheInfoLines) {
   EXPECT_EQ(lines[1], "RECUPERANDO INFORMAÇÕES      ");
   EXPECT_EQ(lines[4], "2.01-Registro: Informação do Registro Fiscal");
   EXPECT_EQ(lines.back(), "3-Gerar Arquivo de Informações: Final");
-  // Every report of the progress callback, the resets included, and nothing else.
+  // Every report of the progress callback, the resets included, then the summary.
   EXPECT_EQ(r.err.find("progresso 0/0\n"), 0u);
-  EXPECT_THAT(r.err, ::testing::MatchesRegex("(progresso [0-9]+/[0-9]+\n)+"));
+  const std::string resumo = "Resumo: só o arquivo de informações foi gravado; o tipo 3 (SPED Contribuições) não tem "
+                             "arquivo fiscal a gerar\n  informações: " + base + kInfoPath + " (3 linhas)\n";
+  ASSERT_THAT(r.err, ::testing::EndsWith(resumo));
+  EXPECT_THAT(r.err.substr(0, r.err.size() - resumo.size()), ::testing::MatchesRegex("(progresso [0-9]+/[0-9]+\n)+"));
   EXPECT_EQ(read_file(base + kInfoPath).substr(0, 13), "[C00]01[/C00]");
 }
 
@@ -55,6 +67,13 @@ TEST(CliExportar, UsageErrorsExitTwoWithAPortugueseMessage) {
       {{}, "opção obrigatória ausente"},
       {{"exportar", "--fonte", "snapshot:" + base + "/sumiu.json", "--registro", "7", "--tipo", "1", "--base", base},
        "o snapshot '"},
+      {{"exportar", "--fonte", "snapshot:" + snap, "--registro", "7", "--registro", "8", "--tipo", "1", "--base", base},
+       "a opção --registro foi dada mais de uma vez"},
+      {{"exportar", "--fonte", "snapshot:" + snap, "--registro", "7", "--tipo", "1", "--base", base,
+        "--somente-informacao=sim"},
+       "a opção --somente-informacao não leva valor ('sim')"},
+      {{"exportar", "--registro", "7", "--tipo", "1", "--base", base, "--fonte"}, "falta o valor de --fonte"},
+      {{"relatorio"}, "comando desconhecido: relatorio (use exportar, converter ou validar)"},
   };
   for (const auto& c : cases) {
     const auto r = run_cli(c.args);
@@ -98,6 +117,95 @@ TEST(CliExportar, UnknownSourceAddressExitsOne) {
   const auto r = run_cli({"exportar", "--fonte", "oracle:x", "--registro", "7", "--tipo", "3", "--base", base});
   EXPECT_EQ(r.status, 1);
   EXPECT_THAT(r.err, ::testing::StartsWith("Endereço de fonte de dados desconhecido: 'oracle:x'"));
+}
+
+// The help of every command, the parser's frame included, is Portuguese: none of the English
+// words CLI11 writes by itself.
+TEST(CliAjuda, EveryHelpIsPortuguese) {
+  const std::vector<std::vector<std::string>> chamadas = {
+      {"--help"}, {"-h"}, {"--ajuda-completa"}, {"exportar", "--help"}, {"converter", "--help"}, {"validar", "-h"}};
+  for (const auto& args : chamadas) {
+    const auto r = run_cli(args);
+    EXPECT_EQ(r.status, 0) << args.front();
+    EXPECT_THAT(r.out, HasSubstr("Uso: infofiscal"));
+    EXPECT_THAT(r.out, HasSubstr("Mostra esta ajuda e sai"));
+    for (const char* ingles : {"Usage", "Options", "OPTIONS", "Subcommand", "SUBCOMMAND", "REQUIRED", " TEXT", " INT",
+                               "Print this", "Display program", "help message", "Positionals", "Exactly", "Needs"})
+      EXPECT_THAT(r.out, Not(HasSubstr(ingles))) << args.front() << " " << args.back();
+    // Wrapped to 80 columns.
+    for (std::size_t p = 0, e; (e = r.out.find('\n', p)) != std::string::npos; p = e + 1)
+      EXPECT_LE(colunas_de(std::string_view(r.out).substr(p, e - p)), 80) << r.out.substr(p, e - p);
+  }
+  const auto exportar = run_cli({"exportar", "--help"}).out;
+  EXPECT_THAT(exportar, HasSubstr("--fonte ENDEREÇO (obrigatória)"));
+  EXPECT_THAT(exportar, HasSubstr("\n  --mes MÊS                 Mês (1 a 12) no nome sugerido do arquivo fiscal;\n"));
+}
+
+TEST(CliAjuda, VersionNamesTheProgramAndItsVersion) {
+  const auto r = run_cli({"--version"});
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(r.out, std::string("infofiscal ") + versao() + "\n");
+  EXPECT_THAT(versao(), MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+"));
+}
+
+// A catalog named by --catalogo or INFOFISCAL_CATALOGO is the one read; a missing one is an
+// error that names it, also for a source that reads none.
+TEST(CliExportar, TheCatalogNamedIsTheOneRead) {
+  const std::string base = fresh_dir("exportar-catalogo", true);
+  const std::string snap = snapshot_file(base, Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}}));
+  const TestDatabase db("sqlite", "exportar-catalogo", demo_script());
+  // A catalog of the company's own, whose fiscal register query fails on purpose.
+  const std::string proprio = base + "/empresa.sql";
+  write_file(proprio, read_file(catalog_path()) + "\n-- provider: DspRegistroInfoFiscal [sqlite]\nSELECT * FROM nao_existe;\n");
+  const std::vector<std::string> args = {"exportar", "--registro", "2", "--tipo", "3", "--base", base};
+  const auto com = [&](std::vector<std::string> mais) {
+    mais.insert(mais.begin(), args.begin(), args.end());
+    return mais;
+  };
+  const struct {
+    std::vector<std::string> args;
+    Environment env;
+    int status;
+    std::string erro;
+  } casos[] = {
+      {com({"--fonte", db.address()}), {{"INFOFISCAL_CATALOGO", std::nullopt}}, 0, ""},
+      {com({"--fonte", db.address(), "--catalogo", proprio}), {}, 1, "nao_existe"},
+      {com({"--fonte", db.address()}), {{"INFOFISCAL_CATALOGO", proprio}}, 1, "nao_existe"},
+      {com({"--fonte", db.address(), "--catalogo", catalog_path()}), {{"INFOFISCAL_CATALOGO", proprio}}, 0, ""},
+      {com({"--fonte", db.address(), "--catalogo", base + "/sumiu.sql"}), {}, 1,
+       "O catálogo de provedores '" + base + "/sumiu.sql' (--catalogo) não existe ou não pode ser lido\n"},
+      {com({"--fonte", "snapshot:" + snap}), {{"INFOFISCAL_CATALOGO", base + "/sumiu.sql"}}, 1,
+       "O catálogo de provedores '" + base + "/sumiu.sql' (INFOFISCAL_CATALOGO) não existe ou não pode ser lido\n"},
+  };
+  for (const auto& c : casos) {
+    const auto r = run_cli(c.args, "", c.env);
+    EXPECT_EQ(r.status, c.status) << r.err;
+    if (c.status != 0) EXPECT_THAT(r.err, HasSubstr(c.erro));
+  }
+}
+
+// The bar on stderr, as a terminal of 50 columns shows it: every drawing names its step and
+// fits in 49 columns.
+TEST(CliExportar, TheBarFitsTheTerminalAndNamesTheStep) {
+  const std::string base = fresh_dir("exportar-barra", true);
+  const TestDatabase db("sqlite", "exportar-barra", demo_script());
+  const auto r = run_cli({"exportar", "--fonte", db.address(), "--registro", "2", "--tipo", "2", "--base", base,
+                          "--arquivo-fiscal", base + "/efd.txt", "--progresso", "barra"},
+                         "", {{"COLUMNS", "50"}});
+  ASSERT_EQ(r.status, 0) << r.err;
+  int desenhos = 0;
+  std::set<std::string> passos;
+  for (std::size_t p = 0; (p = r.err.find('\r', p)) != std::string::npos; ++p) {
+    const std::size_t fim = r.err.find_first_of("\r\033", p + 1);
+    const std::string desenho = r.err.substr(p + 1, fim - p - 1);
+    if (desenho.empty()) continue;
+    ++desenhos;
+    EXPECT_LE(colunas_de(desenho), 49) << desenho;
+    passos.insert(desenho.substr(0, 5));
+  }
+  EXPECT_GT(desenhos, 10);
+  EXPECT_THAT(passos, Contains("2.05-"));  // a step of the export...
+  EXPECT_THAT(passos, Contains("SPED "));  // ...and the converter's
 }
 
 }  // namespace

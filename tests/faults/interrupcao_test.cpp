@@ -1,9 +1,9 @@
 // A run killed (SIGKILL) at random points, many times: SpedInformacao.txt and the fiscal file
 // are each always a complete file, the previous one or the new one, never a mix or a fragment
-// (each on its own: a run killed between the two leaves the new information file beside the
-// previous fiscal file).
-// What a kill may leave is one hidden temporary ".SpedInformacao.txt.XXXXXX" (or the fiscal
-// file's) beside the target, which nothing reads; a run that fails normally leaves none.
+// (each on its own: the information file waits, complete, for the converter, so a run killed
+// between the two renames leaves the new fiscal file beside the previous information file).
+// What a kill may leave is one hidden temporary per file, ".SpedInformacao.txt.XXXXXX" and the
+// fiscal file's, beside its target, which nothing reads; a run that fails normally leaves none.
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -110,7 +110,7 @@ void matar_muitas_vezes(const std::string& base, const std::map<char, std::vecto
       if (agora == inteiros[f][proxima]) atual[f] = proxima;
     }
     const int deixados = sobrando() - antes;
-    EXPECT_LE(deixados, 1);
+    EXPECT_LE(deixados, static_cast<int>(arquivos.size()));
     no_meio += deixados > 0;
     sobras += deixados;
     if (status == 0) {

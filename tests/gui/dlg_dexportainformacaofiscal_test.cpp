@@ -5,7 +5,10 @@
 #include <filesystem>
 #include <optional>
 
+#include <QApplication>
+#include <QFileDialog>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -14,6 +17,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "cli/opcoes.h"
+#include "gui/traducao.h"
+#include "host/sources/snapshot_source.h"
+#include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/fixture.h"
 
@@ -21,6 +28,8 @@ namespace infofiscal {
 namespace {
 
 using namespace testing;
+using ::testing::Contains;
+using ::testing::HasSubstr;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 
@@ -35,13 +44,29 @@ std::vector<std::string> log_completo() {
   return linhas;
 }
 
+// The summary of a run of kind 0 or 3 (no converter) over marco_2024() into `base`.
+std::vector<std::string> resumo_sem_conversor(TRegistroFiscal tipo, const std::string& base) {
+  return {std::string("Resumo: só o arquivo de informações foi gravado; o tipo ") +
+              (tipo == 3 ? "3 (SPED Contribuições)" : "0 (indefinido)") + " não tem arquivo fiscal a gerar",
+          "  informações: " + base + kInfo + " (3 linhas)"};
+}
+
+template <class T>
+std::vector<T> juntos(std::vector<T> a, const std::vector<T>& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
 Snapshot marco_2024() { return Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}, {"CDEMPRESA", 1}}); }
 
-// A dialog as the host shows it, over a snapshot. The save question records what it was
-// asked and answers `resposta` (empty: cancel); the error handler records the messages.
+// A dialog as the host shows it, over a snapshot or another source, on fiscal register
+// `registro` of March 2024. The save question records what it was asked and answers
+// `resposta` (empty: cancel); the error handler records the messages.
 struct Dialogo {
   explicit Dialogo(const Snapshot& snapshot, TRegistroFiscal tipo, const std::string& base)
-      : run(snapshot), dlg(run.conexao) {
+      : Dialogo(std::make_unique<SnapshotSource>(snapshot.document(), "teste"), tipo, 7, base) {}
+  Dialogo(std::unique_ptr<RecordSource> fonte_, TRegistroFiscal tipo, int registro, const std::string& base)
+      : fonte(std::move(fonte_)), conexao{*fonte, TOBJ_InfoSistema_v11c([] { return 1; })}, dlg(conexao) {
     dlg.ErroGeral = [this](const std::string& m) { erros.push_back(m); };
     dlg.oArquivoSalvar.Pergunta = [this](TDialogoSalvar& d) {
       perguntas.push_back({d.Filter, d.FileName});
@@ -51,7 +76,7 @@ struct Dialogo {
       return true;
     };
     dlg.SetCodTipoRegistroFiscal(tipo);
-    dlg.SetCodRegistroFiscal(7);
+    dlg.SetCodRegistroFiscal(registro);
     dlg.MesRegistro(3);
     dlg.AnoRegistro(2024);
     dlg.PastaBase(base);
@@ -68,7 +93,8 @@ struct Dialogo {
   }
   bool botoes_habilitados() const { return dlg.BtGerarArquivo->isEnabled() && dlg.BtFechar->isEnabled(); }
 
-  Run run;
+  std::unique_ptr<RecordSource> fonte;
+  TDTM_ConexaoDS conexao;
   TDLG_DExportaInformacaoFiscal dlg;
   std::string resposta;
   std::function<void()> ao_perguntar;
@@ -175,7 +201,7 @@ TEST(DialogoExporta, KindsWithoutConverterWriteOnlyTheInformationFile) {
     d.resposta = base + "/fiscal.txt";
     d.gerar();
     EXPECT_THAT(d.erros, ElementsAre());
-    EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));
+    EXPECT_THAT(d.log(), ElementsAreArray(juntos(log_completo(), resumo_sem_conversor(tipo, base))));
     EXPECT_EQ(read_file(base + kInfo).substr(0, 13), "[C00]01[/C00]");
     EXPECT_FALSE(existe(base + "/fiscal.txt"));
     EXPECT_TRUE(d.botoes_habilitados());
@@ -249,13 +275,14 @@ TEST(DialogoExporta, ButtonsStayDisabledAndTheWindowOpenDuringARun) {
   EXPECT_EQ(visto->linhas_no_log, 0u);  // the first info line resets the counter before it is logged
   EXPECT_EQ(d.perguntas.size(), 1u);
   EXPECT_TRUE(d.dlg.isVisible());
-  EXPECT_THAT(d.log(), ElementsAreArray(log_completo()));
+  EXPECT_THAT(d.log(), ElementsAreArray(juntos(log_completo(), resumo_sem_conversor(3, base))));
   EXPECT_TRUE(d.botoes_habilitados());
   EXPECT_TRUE(d.dlg.close());  // and closes again once the run is over
 }
 
 // The dialog and `infofiscal exportar` on the same snapshot leave the same files, the same
-// log and the same error, whatever the converter of the kind does.
+// log and the same error, whatever the converter of the kind does; the summary that the
+// command writes on stderr ends the dialog's log.
 TEST(DialogoExporta, AWholeRunMatchesTheCommandLine) {
   const Snapshot snapshot = Snapshot().registro(
       7, {{"CDMES", 3}, {"ANO", 2024}, {"CDEMPRESA", 1}, {"REGCOMPRAPRODUTO", "S"}, {"REGVENDAPRODUTO", "S"}});
@@ -271,14 +298,117 @@ TEST(DialogoExporta, AWholeRunMatchesTheCommandLine) {
 
     std::string log;
     for (const auto& l : d.log()) log += l + "\n";
-    EXPECT_EQ(log, r.out) << "kind " << int(tipo);
-    EXPECT_EQ(d.erros.empty() ? "" : d.erros.front() + "\n", r.err);
+    std::string resumo = r.status == 0 ? r.err : "";
+    for (std::size_t p; (p = resumo.find(cli)) != std::string::npos;) resumo.replace(p, cli.size(), dlg);
+    EXPECT_EQ(log, r.out + resumo) << "kind " << int(tipo);
+    EXPECT_EQ(d.erros.empty() ? "" : d.erros.front() + "\n", r.status == 0 ? "" : r.err);
     EXPECT_EQ(d.erros.empty(), r.status == 0);
     ASSERT_TRUE(existe(cli + kInfo));
     EXPECT_EQ(read_file(dlg + kInfo), read_file(cli + kInfo));
     EXPECT_EQ(existe(dlg + "/fiscal.txt"), existe(cli + "/fiscal.txt"));
     EXPECT_EQ(read_file(dlg + "/fiscal.txt"), read_file(cli + "/fiscal.txt"));
   }
+}
+
+// Hidden temporaries of the atomic writes left in `dir`.
+int temporarios(const std::string& dir) {
+  int n = 0;
+  for (const auto& e : std::filesystem::directory_iterator(dir)) n += e.path().filename().string().rfind('.', 0) == 0;
+  return n;
+}
+
+// Cancelar pressed when the log shows a line: in the first step, in the middle of the export,
+// and after its last line (in the converter). The run stops at the next progress report and
+// every file stays as it was, no temporary left; the next run goes through.
+TEST(DialogoExporta, CancelarStopsTheRunAndLeavesEveryFileAsItWas) {
+  const testing::TestDatabase db("sqlite", "dialogo-cancelar-demo", testing::demo_script());
+  const char* const momentos[] = {"2.01-Registro: Informação do Registro Fiscal", "2.15-Registro: Lista de Produtos",
+                                  "3-Gerar Arquivo de Informações: Final"};
+  for (const TRegistroFiscal tipo : {1, 2}) {
+    for (const std::string momento : momentos) {
+      SCOPED_TRACE(std::to_string(tipo) + " " + momento);
+      const std::string base = fresh_dir("dialogo-cancelar-run", true);
+      write_file(base + kInfo, "anterior\r\n");
+      write_file(base + "/fiscal.txt", "fiscal anterior\r\n");
+      Dialogo d(open_record_source(db.address(), FetchAhead::Default, testing::catalog_path()), tipo, tipo, base);
+      d.resposta = base + "/fiscal.txt";
+      EXPECT_FALSE(d.dlg.BtCancelar->isEnabled());
+      bool clicado = false;
+      QObject::connect(d.dlg.MmInformacao, &QPlainTextEdit::textChanged, &d.dlg, [&] {
+        if (!clicado && d.dlg.MmInformacao->toPlainText().endsWith(QString::fromStdString(momento))) {
+          clicado = d.dlg.BtCancelar->isEnabled();
+          d.dlg.BtCancelar->click();
+        }
+      });
+      d.gerar();
+      EXPECT_TRUE(clicado);
+      EXPECT_THAT(d.erros, ElementsAre());
+      ASSERT_FALSE(d.log().empty());
+      EXPECT_EQ(d.log().back(), "Execução cancelada: nenhum arquivo foi alterado");
+      EXPECT_EQ(read_file(base + kInfo), "anterior\r\n");
+      EXPECT_EQ(read_file(base + "/fiscal.txt"), "fiscal anterior\r\n");
+      EXPECT_EQ(temporarios(base) + temporarios(base + "/Arquivos/InfoFiscal"), 0);
+      EXPECT_TRUE(d.botoes_habilitados());
+      EXPECT_FALSE(d.dlg.BtCancelar->isEnabled());
+
+      QObject::disconnect(d.dlg.MmInformacao, nullptr, &d.dlg, nullptr);
+      d.gerar();
+      EXPECT_THAT(d.erros, ElementsAre());
+      EXPECT_THAT(d.log(), Contains("Resumo: 2 arquivos gravados"));
+      EXPECT_NE(read_file(base + "/fiscal.txt"), "fiscal anterior\r\n");
+    }
+  }
+}
+
+// The first modal window that opens, once it is open: `ver` looks at it and closes it.
+void ao_abrir_janela(const std::function<void(QWidget*)>& ver) {
+  QTimer::singleShot(0, qApp, [ver] {
+    QWidget* janela = QApplication::activeModalWidget();
+    if (janela == nullptr) return ao_abrir_janela(ver);
+    ver(janela);
+  });
+}
+
+TEST(DialogoExporta, SobreShowsTheVersion) {
+  Dialogo d(marco_2024(), 1, fresh_dir("dialogo-sobre", true));
+  QString texto;
+  ao_abrir_janela([&](QWidget* janela) {
+    texto = qobject_cast<QMessageBox*>(janela)->text();
+    janela->close();
+  });
+  d.dlg.BtSobre->click();
+  EXPECT_TRUE(texto.startsWith(QString("infofiscal ") + versao() + "\n")) << texto.toStdString();
+  EXPECT_THAT(d.erros, ElementsAre());
+}
+
+// Qt's own save window, with Qt's Portuguese translation: its buttons in Portuguese, and a
+// question before a file is replaced.
+TEST(DialogoSalvar, QtsSaveWindowSpeaksPortugueseAndAsksBeforeReplacingAFile) {
+  ASSERT_EQ(traduzir_qt(*qobject_cast<QApplication*>(QCoreApplication::instance())), "");
+  const std::string dir = fresh_dir("dialogo-salvar");
+  write_file(dir + "/existe.txt", "x");
+  QWidget pai;
+  TDialogoSalvar salvar(&pai);
+  salvar.Filter = kFiltro;
+  salvar.FileName = dir + "/existe.txt";
+  QStringList botoes;
+  QString pergunta;
+  ao_abrir_janela([&](QWidget* janela) {
+    auto* arquivo = qobject_cast<QFileDialog*>(janela);
+    ASSERT_NE(arquivo, nullptr);
+    for (const QPushButton* b : arquivo->findChildren<QPushButton*>()) botoes << b->text();
+    // Accepting an existing file opens the question; "No" leaves the save window open.
+    ao_abrir_janela([&](QWidget* questao) {
+      pergunta = qobject_cast<QMessageBox*>(questao)->text();
+      qobject_cast<QMessageBox*>(questao)->button(QMessageBox::No)->click();
+    });
+    static_cast<QDialog*>(arquivo)->accept();  // QFileDialog's own is protected
+    arquivo->reject();
+  });
+  EXPECT_FALSE(salvar.Execute());
+  EXPECT_THAT(botoes, Contains(QString("&Salvar")));
+  EXPECT_THAT(botoes, Contains(QString("Cancelar")));
+  EXPECT_THAT(pergunta.toStdString(), HasSubstr("existe.txt já existe"));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "cli/opcoes.h"
 #include "gui/dialogo_salvar.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
@@ -14,7 +15,9 @@ using namespace testing;
 
 const std::string kInfo = "/Arquivos/InfoFiscal/SpedInformacao.txt";
 
-CliResult dialogo(const std::vector<std::string>& args) { return run_program(INFOFISCAL_DIALOGO, args); }
+CliResult dialogo(const std::vector<std::string>& args, const Environment& env = {}) {
+  return run_program(INFOFISCAL_DIALOGO, args, "", env);
+}
 
 std::string snapshot_file(const std::string& dir, const Snapshot& snapshot) {
   write_file(dir + "/snapshot.json", snapshot.document().dump());
@@ -86,6 +89,36 @@ TEST(LancadorDialogo, UsageErrorsExitTwoWithAPortugueseMessage) {
     const auto r = dialogo(c.args);
     EXPECT_EQ(r.status, 2);
     EXPECT_THAT(r.err, ::testing::StartsWith(std::string("infofiscal-dialogo: ") + c.mensagem));
+  }
+}
+
+TEST(LancadorDialogo, HelpAndVersionInPortuguese) {
+  const auto versao_ = dialogo({"--version"});
+  EXPECT_EQ(versao_.status, 0);
+  EXPECT_EQ(versao_.out, std::string("infofiscal-dialogo ") + versao() + "\n");
+  const auto ajuda = dialogo({"--help"});
+  EXPECT_EQ(ajuda.status, 0);
+  EXPECT_THAT(ajuda.out, ::testing::StartsWith("infofiscal-dialogo: a janela Exporta Informação Fiscal de um registro "
+                                               "fiscal\nUso: infofiscal-dialogo [OPÇÕES]\n\nOpções:\n  -h,--help"));
+  EXPECT_THAT(ajuda.out, ::testing::HasSubstr("  --catalogo ARQUIVO"));
+  EXPECT_THAT(ajuda.out, ::testing::Not(::testing::HasSubstr("--executar")));  // the hidden options stay hidden
+}
+
+// Without a window system Qt would end the program with a core dump and English messages.
+TEST(LancadorDialogo, WithoutADisplaySaysSoInPortugueseAndExitsOne) {
+  const Environment sem_tela = {{"QT_QPA_PLATFORM", std::nullopt}, {"WAYLAND_DISPLAY", std::nullopt}};
+  const struct {
+    std::optional<std::string> display;
+    std::string detalhe;
+  } casos[] = {{std::nullopt, "(DISPLAY não definida)"}, {":99999", "(DISPLAY é :99999)"}};
+  for (const auto& c : casos) {
+    Environment env = sem_tela;
+    env.push_back({"DISPLAY", c.display});
+    const auto r = dialogo({"--fonte", "snapshot:x.json", "--registro", "7", "--tipo", "1", "--base", "."}, env);
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "infofiscal-dialogo: a janela precisa de uma tela gráfica, e nenhuma pôde ser aberta " + c.detalhe +
+                         ". Abra-o numa sessão gráfica, ou use o comando infofiscal exportar, que faz a mesma "
+                         "exportação sem janela.\n");
   }
 }
 

@@ -133,7 +133,7 @@ class SqlCatalogDemo : public ::testing::TestWithParam<std::string> {
   void SetUp() override {
     SKIP_WITHOUT(GetParam());
     db_ = std::make_unique<TestDatabase>(GetParam(), "catalogo", demo_script());
-    source_ = std::make_unique<SqlSource>(db_->address(), default_catalog_path());
+    source_ = std::make_unique<SqlSource>(db_->address(), catalog_path());
   }
 
   std::unique_ptr<TestDatabase> db_;
@@ -202,7 +202,7 @@ class SqlCatalogSchema : public ::testing::TestWithParam<std::string> {};
 TEST_P(SqlCatalogSchema, EveryProviderRunsOnTheEmptySchema) {
   SKIP_WITHOUT(GetParam());
   TestDatabase db(GetParam(), "esquema", read_file(INFOFISCAL_SOURCE_DIR "/db/schema.sql"));
-  SqlSource source(db.address(), default_catalog_path());
+  SqlSource source(db.address(), catalog_path());
   for (const auto& c : provider_cases()) {
     try {
       EXPECT_EQ(fetch(source, c.provider, c.args, words(c.fields), c.kind).rows(), 0u) << c.provider;

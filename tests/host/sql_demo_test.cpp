@@ -2,8 +2,10 @@
 // and Firebird gives the same files, and a recorded snapshot replays a run byte for byte.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
+#include "base/renderings.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/golden.h"
@@ -13,10 +15,11 @@ namespace {
 
 using namespace testing;
 
-// What a scheduler sees of one run: status, stdout, stderr and both files (empty when absent).
+// What a scheduler sees of one run: status, stdout, stderr up to the summary, the summary,
+// and both files (empty when absent) in the base folder.
 struct Outcome {
   int status = -1;
-  std::string out, err, info, fiscal;
+  std::string out, err, resumo, info, fiscal, base;
 };
 
 struct Register {
@@ -32,9 +35,12 @@ Outcome exportar(const std::string& fonte, const Register& r, const std::string&
                                    "--base", base, "--arquivo-fiscal", base + "/fiscal.txt", "--progresso", "nada"};
   args.insert(args.end(), extra.begin(), extra.end());
   const auto run = run_cli(args);
-  return {run.status, run.out, run.err, read_file(base + "/Arquivos/InfoFiscal/SpedInformacao.txt"),
-          read_file(base + "/fiscal.txt")};
+  const std::size_t resumo = std::min(run.err.find("Resumo: "), run.err.size());
+  return {run.status, run.out, run.err.substr(0, resumo), run.err.substr(resumo),
+          read_file(base + "/Arquivos/InfoFiscal/SpedInformacao.txt"), read_file(base + "/fiscal.txt"), base};
 }
+
+std::string linhas(const std::string& bytes) { return format_count(std::count(bytes.begin(), bytes.end(), '\n')); }
 
 void expect_same(const Outcome& a, const Outcome& b, bool same_err) {
   EXPECT_EQ(a.status, b.status) << a.err << "\n---\n" << b.err;
@@ -60,6 +66,11 @@ TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
     // Every switch is on: every kind of line is there.
     for (const char* line : {"02", "03", "04", "05", "06", "12", "13", "14", "15", "16", "17", "18", "19"})
       EXPECT_NE(live.info.find(std::string("\r\n[C00]") + line + "[/C00]"), std::string::npos) << line;
+    // The summary counts the lines of the files it names.
+    EXPECT_EQ(live.resumo, "Resumo: 2 arquivos gravados\n  informações: " + live.base +
+                               "/Arquivos/InfoFiscal/SpedInformacao.txt (" + linhas(live.info) + " linhas)\n  " +
+                               (r.tipo == std::string("1") ? "SINTEGRA" : "SPED EFD ICMS/IPI") + ": " + live.base +
+                               "/fiscal.txt (" + linhas(live.fiscal) + " registros)\n");
     const Outcome replay = exportar("snapshot:" + snapshot, r, "demo-replay");
     expect_same(live, replay, /*same_err=*/true);
   }

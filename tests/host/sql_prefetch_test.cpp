@@ -175,7 +175,7 @@ TEST_P(SqlPrefetchDemo, TheInformationFileIsTheSameByteForByte) {
   std::string texts[2];
   std::size_t antecipadas = 0;
   for (const bool on : {true, false}) {
-    SqlSource source(db.address(), default_catalog_path());
+    SqlSource source(db.address(), catalog_path());
     source.Prefetch(on);
     TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c([] { return 1; })};
     ControleExportacao controle(conexao);

@@ -54,6 +54,8 @@ void TestDatabase::Drop() {
   }
 }
 
+std::string catalog_path() { return INFOFISCAL_SOURCE_DIR "/db/providers.sql"; }
+
 std::string demo_script() {
   return read_file(INFOFISCAL_SOURCE_DIR "/db/schema.sql") + read_file(INFOFISCAL_SOURCE_DIR "/db/demo.sql");
 }

@@ -45,5 +45,7 @@ class TestDatabase {
 
 // The reference schema followed by the demo month.
 std::string demo_script();
+// The provider catalog of this source tree.
+std::string catalog_path();
 
 }  // namespace infofiscal::testing

@@ -14,16 +14,23 @@ namespace infofiscal::testing {
 
 namespace fs = std::filesystem;
 
-CliResult run_cli(const std::vector<std::string>& args, const std::string& cwd) {
-  return run_program(INFOFISCAL_CLI, args, cwd);
+CliResult run_cli(const std::vector<std::string>& args, const std::string& cwd, const Environment& env) {
+  return run_program(INFOFISCAL_CLI, args, cwd, env);
 }
 
-CliResult run_program(const std::string& program, const std::vector<std::string>& args, const std::string& cwd) {
+CliResult run_program(const std::string& program, const std::vector<std::string>& args, const std::string& cwd,
+                      const Environment& env) {
   const std::string dir = fresh_dir("cli-saida");
   const std::string out = dir + "/out", err = dir + "/err";
   const pid_t pid = fork();
   if (pid == 0) {
     if (!cwd.empty() && chdir(cwd.c_str()) != 0) _exit(127);
+    for (const auto& [name, value] : env) {
+      if (value)
+        setenv(name.c_str(), value->c_str(), 1);
+      else
+        unsetenv(name.c_str());
+    }
     const int in = open("/dev/null", O_RDONLY);
     const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);

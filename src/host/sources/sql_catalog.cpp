@@ -150,6 +150,4 @@ PrefetchCatalog parse_prefetch_catalog(const std::string& text, const std::strin
   });
 }
 
-std::string default_catalog_path() { return INFOFISCAL_SOURCE_DIR "/db/providers.sql"; }
-
 }  // namespace infofiscal

@@ -43,7 +43,4 @@ using PrefetchCatalog = std::map<std::string, PrefetchQuery>;  // by per-note pr
 PrefetchCatalog parse_prefetch_catalog(const std::string& text, const std::string& dialect,
                                        const std::string& origin);
 
-// The catalog that the SQL sources read by default: db/providers.sql of this source tree.
-std::string default_catalog_path();
-
 }  // namespace infofiscal

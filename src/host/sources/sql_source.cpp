@@ -255,8 +255,9 @@ Packet SqlSource::fetch(const FetchRequest& request) {
   }
 }
 
-std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead) {
-  auto source = std::make_unique<SqlSource>(address, default_catalog_path());
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead,
+                                              const std::string& catalog_path) {
+  auto source = std::make_unique<SqlSource>(address, catalog_path);
   if (fetch_ahead == FetchAhead::Off) source->Prefetch(false);
   return source;
 }

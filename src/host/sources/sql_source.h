@@ -73,8 +73,9 @@ class SqlSource : public RecordSource {
   bool prefetch_on_ = true;
 };
 
-// Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the default catalog; fetching
-// ahead as the back end's default, or off (to measure what it gains).
-std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead);
+// Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the catalog at `catalog_path`;
+// fetching ahead as the back end's default, or off (to measure what it gains).
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead,
+                                              const std::string& catalog_path);
 
 }  // namespace infofiscal

@@ -1,0 +1,29 @@
+# The package of `cmake --install`'s files, made by CPack (scripts/pacote: cpack -G DEB). The
+# Debian package takes its library dependencies from the programs themselves (dpkg-shlibdeps,
+# from dpkg-dev) and names what they load at run time, Qt's platform plugins and its
+# Portuguese translation, and sqlite3, with which the demo month (and a company's own SQLite
+# file) is loaded. Another generator (NSIS, for Windows) adds its own settings here.
+set(CPACK_PACKAGE_NAME infofiscal)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_VENDOR "infofiscal")
+set(CPACK_PACKAGE_CONTACT "Equipe do infofiscal <suporte@infofiscal.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
+    "arquivo de informações fiscais, SINTEGRA e SPED EFD ICMS/IPI a partir do ERP")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Gera, do mês de uma empresa no banco de dados do ERP (SQLite, PostgreSQL ou Firebird), o
+arquivo de informações fiscais SpedInformacao.txt e, dele, o arquivo SINTEGRA ou o
+SPED EFD ICMS/IPI, conferidos antes de gravados. Traz o comando infofiscal, a janela
+infofiscal-dialogo, o catálogo de provedores, o esquema de referência e um mês de
+demonstração.")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, qt6-translations-l10n, sqlite3")
+# The Firebird engine opens a database file without a server (firebird:/path/ERP.FDB).
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "firebird3.0-server-core")
+
+include(CPack)

@@ -1,0 +1,83 @@
+// The run controller shared by the fronts: what it says it wrote, and a run cancelled from its
+// progress callback.
+#include "export/controle_exportacao.h"
+
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/cli.h"
+#include "support/fixture.h"
+
+namespace infofiscal {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::fresh_dir;
+using testing::read_file;
+using testing::Snapshot;
+using testing::write_file;
+
+const std::string kInfo = "/Arquivos/InfoFiscal/SpedInformacao.txt";
+
+Snapshot marco_2024() { return Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}}); }
+
+// A run that writes only the information file says so, and why no fiscal file came.
+TEST(ControleExportacao, TheSummaryOfARunWithoutFiscalFileSaysWhy) {
+  const struct {
+    TRegistroFiscal tipo;
+    bool somente_informacao;
+    const char* porque;
+  } casos[] = {
+      {0, false, "o tipo 0 (indefinido) não tem arquivo fiscal a gerar"},
+      {3, false, "o tipo 3 (SPED Contribuições) não tem arquivo fiscal a gerar"},
+      {1, true, "o arquivo SINTEGRA não foi pedido"},
+      {2, true, "o arquivo SPED EFD ICMS/IPI não foi pedido"},
+  };
+  for (const auto& c : casos) {
+    const std::string base = fresh_dir("controle-resumo", true);
+    testing::Run run(marco_2024());
+    ControleExportacao controle(run.conexao);
+    controle.oExportaInfoFiscal.CodTipoRegistroFiscal(c.tipo);
+    controle.oExportaInfoFiscal.CodRegistroFiscal(7);
+    controle.SomenteInformacao = c.somente_informacao;
+    EXPECT_EQ(controle.GerarInformacao(base, 0, 0), "");
+    EXPECT_THAT(controle.Resumo(),
+                ElementsAre(std::string("Resumo: só o arquivo de informações foi gravado; ") + c.porque,
+                            "  informações: " + base + kInfo + " (3 linhas)"));
+    ASSERT_EQ(controle.Gravados().size(), 1u);
+    EXPECT_FALSE(controle.Gravados().front().fiscal);
+  }
+}
+
+// Cancelled at the n-th progress report: the run stops there, the earlier file stays, no
+// temporary is left, and the next run of the same controller goes through.
+TEST(ControleExportacao, ACancelledRunStopsAtTheNextReportAndChangesNothing) {
+  for (const int em : {1, 5, 23}) {
+    const std::string base = fresh_dir("controle-cancelar", true);
+    write_file(base + kInfo, "anterior\r\n");
+    testing::Run run(marco_2024());
+    ControleExportacao controle(run.conexao);
+    controle.oExportaInfoFiscal.CodTipoRegistroFiscal(3);
+    controle.oExportaInfoFiscal.CodRegistroFiscal(7);
+    int relatos = 0;
+    controle.Progresso = [&](int, int) {
+      if (++relatos == em) controle.Cancelar();
+    };
+    EXPECT_THROW(controle.GerarInformacao(base, 0, 0), ExecucaoCancelada) << em;
+    EXPECT_EQ(relatos, em);
+    EXPECT_EQ(read_file(base + kInfo), "anterior\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(base + "/Arquivos/InfoFiscal"),
+                            std::filesystem::directory_iterator()),
+              1);
+    EXPECT_TRUE(controle.Gravados().empty());
+
+    controle.Progresso = nullptr;
+    controle.GerarInformacao(base, 0, 0);
+    EXPECT_EQ(read_file(base + kInfo).substr(0, 13), "[C00]01[/C00]");
+  }
+}
+
+}  // namespace
+}  // namespace infofiscal
