@@ -5,7 +5,7 @@
 
 namespace infofiscal {
 
-std::string motivo_do_sistema(int erro) {
+std::string system_reason(int erro) {
   switch (erro) {
     case ENOENT: return "arquivo ou pasta inexistente";
     case EACCES:
