@@ -236,9 +236,12 @@ const std::vector<Caso>& casos() {
       {"campo declarado ausente", exportar(), 1, "Campo 'FINALIDADEARQUIVO' não encontrado em TabRegistroInfoFiscal\n",
        com_snapshot(registro_com("FINALIDADEARQUIVO", nullptr))},
       {"texto em campo numérico", exportar(), 1,
-       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido\n",
+       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido (campo CDMES de TabRegistroInfoFiscal, "
+       "registro CDREGISTROFISCAL=7)\n",
        com_snapshot(registro_com("CDMES", "três"))},
-      {"número com espaço no fim", exportar(), 1, "Erro ano Gerar Registro Linha 01: '3 ' não é um valor inteiro válido\n",
+      {"número com espaço no fim", exportar(), 1,
+       "Erro ano Gerar Registro Linha 01: '3 ' não é um valor inteiro válido (campo CDMES de TabRegistroInfoFiscal, "
+       "registro CDREGISTROFISCAL=7)\n",
        com_snapshot(registro_com("CDMES", "3 "))},
       {"mês fora do calendário", exportar(), 1, "Erro ano Gerar Registro Linha 01: Mês inválido: 13\n",
        com_snapshot(registro_com("CDMES", 13))},
@@ -295,8 +298,18 @@ const std::vector<Caso>& casos() {
        "Campo 'FINALIDADEARQUIVO' não encontrado em TabRegistroInfoFiscal\n",
        demo_com("ALTER TABLE registrofiscal DROP COLUMN finalidadearquivo;\n")},
       {"texto em campo numérico do banco", exportar_sql(), 1,
-       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido\n",
+       "Erro ano Gerar Registro Linha 01: 'três' não é um valor inteiro válido (campo CDMES de TabRegistroInfoFiscal, "
+       "registro CDREGISTROFISCAL=1)\n",
        demo_com("UPDATE registrofiscal SET cdmes = 'três';\n")},
+      {"texto no valor de um item do banco", exportar_sql(), 1,
+       "Erro ano Gerar Registro Linha 06 : 'dez' não é um valor de ponto flutuante válido (campo PRECOTOTAL de "
+       "TabCompraProduto, registro CDCOMPRA=1 CDPRODUTO=19 ITEMCOMPRA=1)\n",
+       demo_com("UPDATE compraitem SET precototal = 'dez' WHERE cdcompra = 1 AND itemcompra = 1;\n")},
+      {"valor maior que o arquivo guarda", exportar_sql(), 1,
+       "Erro ano Gerar Registro Linha 06 : o valor 100000000000000000 não cabe no arquivo de informações (campo "
+       "PRECOTOTAL de TabCompraProduto, registro CDCOMPRA=1 CDPRODUTO=19 ITEMCOMPRA=1; o máximo é "
+       "92233720368547758,07)\n",
+       demo_com("UPDATE compraitem SET precototal = 1e17 WHERE cdcompra = 1 AND itemcompra = 1;\n")},
       {"registro fiscal inexistente no banco", exportar_sql({"--registro", "99"}), 1,
        "O registro fiscal 99 não existe na fonte de dados\n", demo_com("")},
       // Options out of range.

@@ -22,6 +22,7 @@ constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALANO",
                                    .campos_inventario = kInventario,
                                    .provider_produto = "DspInventarioProduto_FA",
                                    .campos_produto = kProduto,
+                                   .chave_produto = 3,  // CDINVENTARIO, CDTIPOINVENTARIO, CDPRODUTO
                                    .linha_inventario = 18,
                                    .prefixo_inventario = "Erro ano Gerar Registro Linha 18 : ",
                                    .linha_produto = 19,

@@ -22,6 +22,7 @@ constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALMES",
                                    .campos_inventario = kInventario,
                                    .provider_produto = "DspInventarioProduto_FM",
                                    .campos_produto = kProduto,
+                                   .chave_produto = 2,  // CDINVENTARIO, CDPRODUTO
                                    .linha_inventario = 16,
                                    .prefixo_inventario = "Erro ano Gerar Registro Linha 16 : ",
                                    .linha_produto = 17,
