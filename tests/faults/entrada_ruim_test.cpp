@@ -176,6 +176,18 @@ std::function<bool(const std::string&)> pasta_em_tmpfs(bool cheio, std::function
   };
 }
 
+// A snapshot whose fiscal register's month is nested `niveis` arrays deep, and the message that
+// refuses it: at the first bracket past the limit (the document, the list of answers, the
+// answer, its rows and the row already nest five levels).
+const std::string kAninhadoInicio = R"({"snapshot": 1, "responses": [{"provider": "DspRegistroInfoFiscal", "params": [7], "rows": [{"CDMES": )";
+std::string aninhado(int niveis) {
+  return kAninhadoInicio + std::string(niveis, '[') + std::string(niveis, ']') + "}]}]}";
+}
+std::string aninhado_demais() {
+  return "Snapshot '{dir}/s.json' inválido: JSON aninhado em mais de 64 níveis na linha 1, coluna " +
+         std::to_string(kAninhadoInicio.size() + 64 - 5 + 1) + "\n";
+}
+
 // `converter` of {dir}/info.txt of `tipo` into `arquivo`.
 std::vector<std::string> converter(const std::string& tipo, const std::string& arquivo = "{dir}/fiscal.txt") {
   return {"converter", "--tipo", tipo, "--informacao", "{dir}/info.txt", "--arquivo-fiscal", arquivo, "--progresso", "nada"};
@@ -222,6 +234,18 @@ const std::vector<Caso>& casos() {
       {"valor que é uma lista", exportar(), 1,
        "Snapshot '{dir}/s.json' inválido: valor não suportado em \"CDMES\": [3] (resposta 1)\n",
        com_snapshot(registro_com("CDMES", json::array({3})))},
+      {"snapshot aninhado fundo demais", exportar(), 1, aninhado_demais(), com_texto("s.json", aninhado(100'000))},
+      {"snapshot aninhado um nível além do limite", exportar(), 1, aninhado_demais(), com_texto("s.json", aninhado(60))},
+      {"duas respostas diferentes à mesma consulta", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: as respostas 1 e 2 de DspRegistroInfoFiscal respondem a \"params\": [7.0] de "
+       "formas diferentes\n",
+       com_texto("s.json", R"({"snapshot": 1, "responses": [
+           {"provider": "DspRegistroInfoFiscal", "params": [7], "rows": [{"CDMES": 3}]},
+           {"provider": "DspRegistroInfoFiscal", "params": [7.0], "rows": [{"CDMES": 4}]}]})")},
+      {"uma resposta e um erro à mesma consulta", exportar(), 1,
+       "Snapshot '{dir}/s.json' inválido: as respostas 2 e 3 de DspEmpresa respondem a \"params\": [1] de formas "
+       "diferentes\n",
+       com_snapshot(Snapshot().registro(7).params("DspEmpresa", {1}, json::array()).error("DspEmpresa", {1}, "caiu").document())},
       {"parâmetro que é um objeto", exportar(), 1,
        "Snapshot '{dir}/s.json' inválido: parâmetro não suportado: {\"a\":1} (resposta 1)\n",
        com_texto("s.json", R"({"snapshot": 1, "responses": [{"provider": "DspX", "params": [{"a": 1}], "rows": []}]})")},
