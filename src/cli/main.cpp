@@ -50,8 +50,9 @@ int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
   if (!o.gravar_snapshot.empty()) require_folder_of(o.gravar_snapshot);
-  const auto live =
-      open_record_source(o.fonte, o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default);
+  const auto live = open_record_source(
+      o.fonte, {.fetch_ahead = o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default,
+                .notice = [](const std::string& texto) { std::fprintf(stderr, "infofiscal: %s\n", texto.c_str()); }});
   std::unique_ptr<RecordingSource> gravador;
   RecordSource* fonte = live.get();
   if (!o.gravar_snapshot.empty()) fonte = (gravador = std::make_unique<RecordingSource>(*live)).get();

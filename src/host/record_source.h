@@ -1,7 +1,9 @@
 // The record source: named providers that answer a fetch with a packet of rows.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -58,10 +60,23 @@ class RecordSource {
 // PostgreSQL, off for the others) or never, which the benchmark uses to measure what it gains.
 enum class FetchAhead { Default, Off };
 
+struct SourceOptions {
+  FetchAhead fetch_ahead = FetchAhead::Default;
+  // How long a database that another program is writing (an SQLite file locked by its writer)
+  // is waited for before the source gives up.
+  std::chrono::milliseconds busy_wait{30'000};
+  // Told, in Portuguese, when the source starts such a wait; nothing is said when unset.
+  std::function<void(const std::string&)> notice;
+};
+
 // Opens the back end that an address names: "snapshot:FILE.json", "sqlite:PATH",
 // "postgresql:..." or "postgresql://...", "firebird:...". Throws Error for an unknown or
 // unusable address.
-std::unique_ptr<RecordSource> open_record_source(const std::string& address,
-                                                 FetchAhead fetch_ahead = FetchAhead::Default);
+std::unique_ptr<RecordSource> open_record_source(const std::string& address, const SourceOptions& options = {});
+
+// `address` as messages show it: the password of a connection string ("password=...", in a
+// URI "user:password@" or "?password=...") replaced by "***". Messages, message boxes,
+// snapshots and logs name a source only so.
+std::string shown_address(const std::string& address);
 
 }  // namespace infofiscal

@@ -28,8 +28,9 @@ class SqlSource : public RecordSource {
   // Connects to `address` ("sqlite:PATH", "postgresql:CONNINFO", "postgresql://...",
   // "firebird:DATABASE" or "firebird:service=... user=...") and reads
   // the catalog at `catalog_path`. Throws Error naming the address or the file when either
-  // cannot be used; an SQLite file is opened read-only and must exist.
-  SqlSource(const std::string& address, const std::string& catalog_path);
+  // cannot be used; an SQLite file is opened read-only and must exist (`options`: how long it
+  // is waited for while another program writes it).
+  SqlSource(const std::string& address, const std::string& catalog_path, const SourceOptions& options = {});
   ~SqlSource() override;
 
   // Runs the provider's SELECT with the request's values and returns one cell per declared
@@ -61,7 +62,7 @@ class SqlSource : public RecordSource {
   // Throws for a row of no note of the list, or out of the list's order.
   bool NextRow(Stream& stream, const NoteList& list);
 
-  std::string address_, dialect_;
+  std::string address_, shown_, dialect_;  // shown_: the address as messages show it
   std::unique_ptr<SqlConnection> connection_;
   ProviderCatalog catalog_;
   PrefetchCatalog prefetch_;
@@ -75,6 +76,6 @@ class SqlSource : public RecordSource {
 
 // Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the default catalog; fetching
 // ahead as the back end's default, or off (to measure what it gains).
-std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead);
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, const SourceOptions& options);
 
 }  // namespace infofiscal
