@@ -19,6 +19,7 @@
 #include "cli/progresso.h"
 #include "base/atomic_file.h"
 #include "base/code_page.h"
+#include "base/interruption.h"
 #include "export/controle_exportacao.h"
 #include "fiscal/efd.h"
 #include "fiscal/sintegra.h"
@@ -34,22 +35,42 @@ struct OpcoesExportar : OpcoesRegistro {
   bool somente_informacao = false, sem_leitura_antecipada = false;
 };
 
-// A mistake in how the command was called: exit status 2.
-class ErroDeUso : public Error {
- public:
-  using Error::Error;
-};
-
 void info_line(const std::string& line) {
   std::fwrite(line.data(), 1, line.size(), stdout);
   std::fputc('\n', stdout);
   std::fflush(stdout);
 }
 
+bool converte(const OpcoesExportar& o) { return !o.somente_informacao && (o.tipo == 1 || o.tipo == 2); }
+
+// The files the run writes: the information file, the snapshot, and the fiscal file when it is
+// converted and its name (`fiscal`) is known.
+std::vector<NamedFile> destinos(const OpcoesExportar& o, const std::string& fiscal) {
+  std::vector<NamedFile> d{{ControleExportacao::CaminhoInformacao(o.base), "o arquivo de informações"}};
+  if (converte(o) && !fiscal.empty()) d.push_back({fiscal, o.arquivo_fiscal.empty() ? "o arquivo fiscal" : "--arquivo-fiscal"});
+  if (!o.gravar_snapshot.empty()) d.push_back({o.gravar_snapshot, "--gravar-snapshot"});
+  return d;
+}
+
+// The suggested fiscal file's name, read from the fiscal register before the run and checked
+// like the others; empty when the register's month or year does not read, which the run's line
+// 01 then reports (the name is read again after the run, as before).
+std::string nome_sugerido_conferido(RecordSource& fonte, const OpcoesExportar& o) {
+  std::string nome;
+  try {
+    nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(fonte, o),
+                                            ano_registro(fonte, o));
+  } catch (const Error&) {
+    return {};
+  }
+  conferir_destinos(destinos(o, nome), entradas_da_fonte(o.fonte));
+  return nome;
+}
+
 int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
-  if (!o.gravar_snapshot.empty()) require_folder_of(o.gravar_snapshot);
+  conferir_destinos(destinos(o, o.arquivo_fiscal), entradas_da_fonte(o.fonte));
   const auto live = open_record_source(
       o.fonte, {.fetch_ahead = o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default,
                 .notice = [](const std::string& texto) { std::fprintf(stderr, "infofiscal: %s\n", texto.c_str()); }});
@@ -76,9 +97,10 @@ int exportar(const OpcoesExportar& o) {
   // converter included), so that the failure replays.
   try {
     exigir_registro(*fonte, o.registro);
+    std::string nome = o.arquivo_fiscal;
+    if (converte(o) && nome.empty()) nome = nome_sugerido_conferido(*fonte, o);
     const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
-    if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
-      std::string nome = o.arquivo_fiscal;
+    if (converte(o)) {
       if (nome.empty()) {
         nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(*fonte, o),
                                                 ano_registro(*fonte, o));
@@ -107,6 +129,7 @@ std::string ler_arquivo(const std::string& path) {
 }
 
 int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso) {
+  conferir_destinos(std::vector<NamedFile>{{saida, "--arquivo-fiscal"}}, std::vector<NamedFile>{{informacao, "--informacao"}});
   const std::string texto = windows1252_to_utf8(ler_arquivo(informacao));
   Progresso barra(progresso);
   TOBJ_ArquivoFiscal conversor;
@@ -131,6 +154,7 @@ int validar(int tipo, const std::string& arquivo) {
 }
 
 int principal(int argc, char** argv) {
+  handle_interruptions("infofiscal");
   CLI::App app{"infofiscal: gera o arquivo de informações fiscais e o arquivo SINTEGRA ou SPED EFD"};
   app.require_subcommand(1);
   app.set_help_all_flag("--ajuda-completa", "Mostra a ajuda de todos os comandos");

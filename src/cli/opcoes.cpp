@@ -78,7 +78,10 @@ void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o) {
   app.add_option("--tipo", o.tipo, "Tipo de arquivo: 0 indefinido, 1 SINTEGRA, 2 SPED EFD, 3 SPED Contribuições")
       ->required()
       ->check(um_de({"0", "1", "2", "3"}));
-  app.add_option("--base", o.base, "Pasta base da aplicação (contém Arquivos/InfoFiscal)")->required();
+  app.add_option("--base", o.base, "Pasta base da aplicação (contém Arquivos/InfoFiscal)")
+      ->required()
+      ->check(CLI::Validator(
+          [](std::string& texto) -> std::string { return texto.empty() ? "a pasta não pode ser vazia" : ""; }, "PASTA"));
   app.add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 12));
   app.add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 9999));
   app.add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(inteiro_entre(0, kMaxInt));
@@ -99,6 +102,18 @@ std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) 
   if (dynamic_cast<const CLI::ValidationError*>(&e)) return "valor inválido em " + detalhe;
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "falta o valor de " + detalhe.substr(0, detalhe.find(':'));
   return "uso incorreto (" + detalhe + ")";
+}
+
+std::vector<NamedFile> entradas_da_fonte(const std::string& fonte) {
+  const char* nome = fonte.rfind("snapshot:", 0) == 0 ? "o snapshot da fonte" : "o banco de dados da fonte";
+  std::vector<NamedFile> entradas;
+  for (std::string& arquivo : files_of_address(fonte)) entradas.push_back({std::move(arquivo), nome});
+  return entradas;
+}
+
+void conferir_destinos(std::span<const NamedFile> destinos, std::span<const NamedFile> entradas) {
+  if (const auto conflito = overwrite_conflict(destinos, entradas)) throw ErroDeUso(*conflito);
+  for (const NamedFile& destino : destinos) require_writable_target(destino.path);
 }
 
 namespace {

@@ -11,9 +11,17 @@
 
 #include <CLI/CLI.hpp>
 
+#include "base/atomic_file.h"
+#include "base/error.h"
 #include "host/framework.h"
 
 namespace infofiscal {
+
+// A mistake in how the command was called: exit status 2.
+class ErroDeUso : public Error {
+ public:
+  using Error::Error;
+};
 
 // The options of one run, as the host sets the dialog's properties.
 struct OpcoesRegistro {
@@ -33,6 +41,13 @@ CLI::Validator um_de(const std::vector<std::string>& aceitos);
 
 // A parse error of `app` as a Portuguese message that says what is wrong.
 std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app);
+
+// The files that the source `fonte` reads, named for messages ("o banco de dados da fonte").
+std::vector<NamedFile> entradas_da_fonte(const std::string& fonte);
+
+// Before anything is read: throws ErroDeUso when one of `destinos` is one of `entradas` (or two
+// destinations are one file), and the Error of a destination that cannot be written.
+void conferir_destinos(std::span<const NamedFile> destinos, std::span<const NamedFile> entradas);
 
 // Fails, naming it, when the fiscal register `registro` has no record: a run over it would
 // write nothing true.

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "base/atomic_file.h"
+#include "base/error.h"
 #include "base/list_saver.h"
 #include "fiscal/arquivo_fiscal.h"
 
@@ -28,12 +30,23 @@ std::string ControleExportacao::GerarInformacao(const std::string& base, int ACo
   // The file is written while the run fills the list; a run that fails leaves no file.
   ListSaver gravacao(CaminhoInformacao(base), oExportaInfoFiscal.oArquivo, converte);
   oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
-  return gravacao.commit();
+  std::string texto = gravacao.commit();
+  FCaminhoInformacao = CaminhoInformacao(base);
+  return texto;
+}
+
+void ControleExportacao::ExigirDestinoLivre(const std::string& NomeArquivo) const {
+  std::vector<NamedFile> entradas;
+  for (std::string& arquivo : conexao_.Conexao.files()) entradas.push_back({std::move(arquivo), "a fonte de dados"});
+  if (!FCaminhoInformacao.empty()) entradas.push_back({FCaminhoInformacao, "o arquivo de informações"});
+  const NamedFile destino{NomeArquivo, "o arquivo fiscal"};
+  if (const auto conflito = overwrite_conflict({&destino, 1}, entradas)) throw Error(*conflito);
 }
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const {
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
   if (tipo != 1 && tipo != 2) return;
+  ExigirDestinoLivre(NomeArquivo);
   TOBJ_ArquivoFiscal conversor;
   conversor.LinhaInfo = LinhaInfo;
   conversor.Progresso = Progresso;

@@ -14,7 +14,7 @@ namespace infofiscal {
 class ControleExportacao {
  public:
   // REQUIRES: `conexao` outlives this object.
-  explicit ControleExportacao(TDTM_ConexaoDS& conexao) : oExportaInfoFiscal(conexao) {}
+  explicit ControleExportacao(TDTM_ConexaoDS& conexao) : oExportaInfoFiscal(conexao), conexao_(conexao) {}
 
   // The name the dialog suggests for the fiscal file: "SINTEGRA_03_2024.v1.txt" for kind 1,
   // "SPED_FISCAL_EFD_..." for 2, "SPED_FISCAL_EFD_CTB_..." for 3; empty for any other kind.
@@ -32,13 +32,21 @@ class ControleExportacao {
   bool SomenteInformacao = false;
 
   // Hands the saved text to the converter: kind 1 SINTEGRA, kind 2 SPED EFD (first layout
-  // version); any other kind calls no converter.
+  // version); any other kind calls no converter. A fiscal file that is one of the files the
+  // source reads, or the information file of the last run, is refused with an Error and
+  // nothing is written (a name chosen in a save dialog can be any file).
   void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) const;
 
   // The orchestrator of every run of this controller; its callbacks are the converter's too.
   TOBJ_ExportaInfoFiscal oExportaInfoFiscal;
   TPROC_LinhaInfo LinhaInfo;
   TPROC_Progresso Progresso;
+
+ private:
+  void ExigirDestinoLivre(const std::string& NomeArquivo) const;
+
+  TDTM_ConexaoDS& conexao_;
+  std::string FCaminhoInformacao;  // of the last run, once saved
 };
 
 }  // namespace infofiscal

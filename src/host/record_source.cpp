@@ -1,5 +1,7 @@
 #include "host/record_source.h"
 
+#include <sys/stat.h>
+
 #include <cctype>
 
 #include "base/error.h"
@@ -43,6 +45,12 @@ std::vector<Pair> pairs_of(std::string_view text) {
   return pairs;
 }
 
+std::string unquoted(std::string_view value) {
+  if (value.size() >= 2 && (value.front() == '\'' || value.front() == '"') && value.back() == value.front())
+    return std::string(value.substr(1, value.size() - 2));
+  return std::string(value);
+}
+
 // Replaces [begin, end) of `text` with "***" when it is not empty.
 void hide(std::string& text, std::size_t begin, std::size_t end) {
   if (end > begin) text.replace(begin, end - begin, "***");
@@ -66,6 +74,11 @@ std::string uri_without_password(std::string uri) {
   return uri;
 }
 
+bool local_file(const std::string& path) {
+  struct stat st {};
+  return !path.empty() && ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
 }  // namespace
 
 std::string missing_field_message(std::string_view field, std::string_view dataset) {
@@ -80,6 +93,23 @@ std::unique_ptr<RecordSource> open_record_source(const std::string& address, con
   if (scheme == "sqlite" || scheme == "postgresql" || scheme == "firebird") return open_sql_source(address, options);
   throw Error("Endereço de fonte de dados desconhecido: '" + shown_address(address) +
               "' (use sqlite:ARQUIVO, postgresql:CONEXAO, firebird:BANCO ou snapshot:ARQUIVO.json)");
+}
+
+std::vector<std::string> files_of_address(const std::string& address) {
+  const auto colon = address.find(':');
+  if (colon == std::string::npos) return {};
+  const std::string scheme = address.substr(0, colon), rest = address.substr(colon + 1);
+  if (scheme == "snapshot" || scheme == "sqlite") return {rest};
+  if (scheme != "firebird") return {};
+  // A database file of the embedded engine, or "host:path" on a server (no file here).
+  std::string database = rest;
+  if (rest.find('=') != std::string::npos) {
+    database.clear();
+    for (const Pair& p : pairs_of(rest))
+      if (p.key == "service") database = unquoted(std::string_view(rest).substr(p.value_begin, p.value_end - p.value_begin));
+  }
+  if (local_file(database)) return {database};
+  return {};
 }
 
 std::string shown_address(const std::string& address) {

@@ -54,6 +54,9 @@ class RecordSource {
  public:
   virtual ~RecordSource() = default;
   virtual Packet fetch(const FetchRequest& request) = 0;
+  // The files on this machine that the source reads (a database file, a snapshot): what no
+  // run may write over.
+  virtual std::vector<std::string> files() const { return {}; }
 };
 
 // Whether an SQL source fetches a note list's answers ahead (its back end's default: on for
@@ -73,6 +76,11 @@ struct SourceOptions {
 // "postgresql:..." or "postgresql://...", "firebird:...". Throws Error for an unknown or
 // unusable address.
 std::unique_ptr<RecordSource> open_record_source(const std::string& address, const SourceOptions& options = {});
+
+// The files on this machine that the source of `address` would read, found from the address
+// alone (nothing is opened): the SQLite file, an embedded Firebird database that exists here,
+// the snapshot.
+std::vector<std::string> files_of_address(const std::string& address);
 
 // `address` as messages show it: the password of a connection string ("password=...", in a
 // URI "user:password@" or "?password=...") replaced by "***". Messages, message boxes,

@@ -63,6 +63,15 @@ std::vector<std::string> exportar(std::vector<std::string> extra = {}, const std
   return args;
 }
 
+// The same of kind 1 (SINTEGRA), which converts into {dir}/fiscal.txt unless `extra` names
+// another fiscal file.
+std::vector<std::string> exportar_sintegra(std::vector<std::string> extra = {"--arquivo-fiscal", "{dir}/fiscal.txt"},
+                                           const std::string& fonte = "snapshot:{dir}/s.json") {
+  std::vector<std::string> args{"exportar", "--fonte", fonte, "--registro", "7", "--tipo", "1", "--base", "{dir}"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  return args;
+}
+
 json registro_bom() { return Snapshot().registro(7, {{"CDMES", 3}, {"ANO", 2024}}).document(); }
 
 // A row whose snapshot is `doc`.
@@ -80,10 +89,11 @@ std::function<bool(const std::string&)> com_texto(const std::string& arquivo, co
   };
 }
 
-// `exportar` of fiscal register 1 of the demo company from the SQLite file {dir}/erp.db.
-std::vector<std::string> exportar_sql(std::vector<std::string> extra = {}) {
-  std::vector<std::string> args{"exportar", "--fonte", "sqlite:{dir}/erp.db", "--tipo", "3", "--base", "{dir}"};
-  if (extra.empty()) extra = {"--registro", "1"};
+// `exportar` of fiscal register 1 (SINTEGRA) of the demo company from the SQLite file {dir}/erp.db,
+// the information file only unless `extra` says otherwise.
+std::vector<std::string> exportar_sql(std::vector<std::string> extra = {"--somente-informacao"},
+                                      const std::string& registro = "1") {
+  std::vector<std::string> args{"exportar", "--fonte", "sqlite:{dir}/erp.db", "--registro", registro, "--tipo", "1", "--base", "{dir}"};
   args.insert(args.end(), extra.begin(), extra.end());
   return args;
 }
@@ -174,6 +184,30 @@ std::function<bool(const std::string&)> pasta_em_tmpfs(bool cheio, std::function
     if (!montar_tmpfs(pasta, 64, true)) return false;
     return true;
   };
+}
+
+// {dir}/s.json whose fiscal register cannot be read: a row that fails with anything else was
+// refused before the source was read.
+std::function<bool(const std::string&)> fonte_que_nao_se_le(std::function<bool(const std::string&)> antes = nullptr) {
+  return [antes](const std::string& dir) {
+    write_file(dir + "/s.json", Snapshot().error("DspRegistroInfoFiscal", {7}, "a fonte foi lida").document().dump());
+    return !antes || antes(dir);
+  };
+}
+
+// Runs `mudanca` on the row's folder before the run.
+std::function<bool(const std::string&)> com(std::function<void(const std::string&)> mudanca,
+                                            std::function<bool(const std::string&)> antes = nullptr) {
+  return [=](const std::string& dir) {
+    if (antes && !antes(dir)) return false;
+    mudanca(dir);
+    return true;
+  };
+}
+
+void somente_leitura(const std::string& path) {
+  std::filesystem::permissions(path, std::filesystem::perms::owner_read | std::filesystem::perms::group_read |
+                                         std::filesystem::perms::others_read);
 }
 
 // A snapshot whose fiscal register's month is nested `niveis` arrays deep, and the message that
@@ -307,6 +341,75 @@ const std::vector<Caso>& casos() {
        pasta_em_tmpfs(true), Requer::Root},
       {"snapshot gravado numa pasta que não existe", exportar({"--gravar-snapshot", "{dir}/nao/existe.json"}), 1,
        "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/existe.json' não foi gravado\n"},
+      // Every target is checked before the source is read (whose register here fails to read).
+      {"sem Arquivos/InfoFiscal, antes de ler a fonte", exportar(), 1,
+       "A pasta '{dir}/Arquivos/InfoFiscal' não existe: o arquivo '" + kInfo + "' não foi gravado\n",
+       fonte_que_nao_se_le(com([](const std::string& dir) { std::filesystem::remove_all(dir + "/Arquivos"); }))},
+      {"pasta somente para leitura, antes de ler a fonte", exportar(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': sistema de arquivos somente para leitura\n",
+       pasta_em_tmpfs(false, fonte_que_nao_se_le()), Requer::Root},
+      {"SpedInformacao.txt somente para leitura", exportar(), 1,
+       "Não foi possível gravar o arquivo '" + kInfo + "': arquivo somente para leitura\n",
+       fonte_que_nao_se_le(com([](const std::string& dir) { somente_leitura(dir + "/Arquivos/InfoFiscal/SpedInformacao.txt"); }))},
+      {"arquivo fiscal numa pasta que não existe, antes de ler a fonte", exportar_sintegra({"--arquivo-fiscal", "{dir}/nao/f.txt"}), 1,
+       "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/f.txt' não foi gravado\n", fonte_que_nao_se_le()},
+      {"arquivo fiscal que é uma pasta", exportar_sintegra({"--arquivo-fiscal", "{dir}/Arquivos"}), 1,
+       "Não foi possível gravar o arquivo '{dir}/Arquivos': é uma pasta\n", fonte_que_nao_se_le()},
+      {"arquivo fiscal somente para leitura", exportar_sintegra(), 1,
+       "Não foi possível gravar o arquivo '{dir}/fiscal.txt': arquivo somente para leitura\n",
+       fonte_que_nao_se_le(com([](const std::string& dir) { somente_leitura(dir + "/fiscal.txt"); }))},
+      {"arquivo fiscal que é um dispositivo", exportar_sintegra({"--arquivo-fiscal", "/dev/null"}), 1,
+       "Não foi possível gravar o arquivo '/dev/null': não é um arquivo comum\n", fonte_que_nao_se_le()},
+      {"snapshot gravado sobre um arquivo somente para leitura", exportar({"--gravar-snapshot", "{dir}/fiscal.txt"}), 1,
+       "Não foi possível gravar o arquivo '{dir}/fiscal.txt': arquivo somente para leitura\n",
+       fonte_que_nao_se_le(com([](const std::string& dir) { somente_leitura(dir + "/fiscal.txt"); }))},
+      {"nome sugerido que é uma pasta", exportar_sintegra({}), 1,
+       "Não foi possível gravar o arquivo 'SINTEGRA_03_2024.v1.txt': é uma pasta\n",
+       com([](const std::string& dir) { std::filesystem::create_directory(dir + "/SINTEGRA_03_2024.v1.txt"); })},
+      {"--base vazia", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "3", "--base", ""}, 2,
+       "infofiscal: valor inválido em --base: a pasta não pode ser vazia" + kUso},
+      // No target may be one of the run's inputs, whatever its spelling.
+      {"arquivo fiscal sobre o banco SQLite", exportar_sql({"--arquivo-fiscal", "{dir}/erp.db"}), 2,
+       "infofiscal: --arquivo-fiscal '{dir}/erp.db' é o mesmo arquivo que o banco de dados da fonte ('{dir}/erp.db'): "
+       "gravar nele o destruiria; escolha outro nome\n",
+       demo_com("")},
+      {"arquivo fiscal sobre o banco por outro caminho", exportar_sql({"--arquivo-fiscal", "{dir}/Arquivos/../erp.db"}), 2,
+       "infofiscal: --arquivo-fiscal '{dir}/Arquivos/../erp.db' é o mesmo arquivo que o banco de dados da fonte "
+       "('{dir}/erp.db'): gravar nele o destruiria; escolha outro nome\n",
+       demo_com("")},
+      {"arquivo fiscal sobre o banco por um link", exportar_sql({"--arquivo-fiscal", "{dir}/atalho.db"}), 2,
+       "infofiscal: --arquivo-fiscal '{dir}/atalho.db' é o mesmo arquivo que o banco de dados da fonte "
+       "('{dir}/erp.db'): gravar nele o destruiria; escolha outro nome\n",
+       com([](const std::string& dir) { std::filesystem::create_symlink("erp.db", dir + "/atalho.db"); }, demo_com(""))},
+      {"snapshot gravado sobre o banco SQLite", exportar_sql({"--somente-informacao", "--gravar-snapshot", "{dir}/erp.db"}), 2,
+       "infofiscal: --gravar-snapshot '{dir}/erp.db' é o mesmo arquivo que o banco de dados da fonte ('{dir}/erp.db'): "
+       "gravar nele o destruiria; escolha outro nome\n",
+       demo_com("")},
+      {"arquivo fiscal sobre o banco Firebird", exportar_sintegra({"--arquivo-fiscal", "{dir}/erp.fdb"}, "firebird:{dir}/erp.fdb"), 2,
+       "infofiscal: --arquivo-fiscal '{dir}/erp.fdb' é o mesmo arquivo que o banco de dados da fonte ('{dir}/erp.fdb'): "
+       "gravar nele o destruiria; escolha outro nome\n",
+       com_texto("erp.fdb", "um banco Firebird\n")},
+      {"snapshot gravado sobre o banco Firebird do serviço",
+       exportar({"--gravar-snapshot", "{dir}/erp.fdb"}, "firebird:service={dir}/erp.fdb user=SYSDBA password=segredo"), 2,
+       "infofiscal: --gravar-snapshot '{dir}/erp.fdb' é o mesmo arquivo que o banco de dados da fonte "
+       "('{dir}/erp.fdb'): gravar nele o destruiria; escolha outro nome\n",
+       com_texto("erp.fdb", "um banco Firebird\n")},
+      {"snapshot gravado sobre o snapshot lido", exportar({"--gravar-snapshot", "{dir}/s.json"}), 2,
+       "infofiscal: --gravar-snapshot '{dir}/s.json' é o mesmo arquivo que o snapshot da fonte ('{dir}/s.json'): "
+       "gravar nele o destruiria; escolha outro nome\n"},
+      {"arquivo fiscal sobre SpedInformacao.txt", exportar_sintegra({"--arquivo-fiscal", kInfo}), 2,
+       "infofiscal: --arquivo-fiscal '" + kInfo + "' é o mesmo arquivo que o arquivo de informações ('" + kInfo +
+           "'): um substituiria o outro; escolha outro nome\n"},
+      {"snapshot gravado sobre SpedInformacao.txt", exportar({"--gravar-snapshot", "{dir}/Arquivos/InfoFiscal/./SpedInformacao.txt"}), 2,
+       "infofiscal: --gravar-snapshot '{dir}/Arquivos/InfoFiscal/./SpedInformacao.txt' é o mesmo arquivo que o arquivo "
+       "de informações ('" + kInfo + "'): um substituiria o outro; escolha outro nome\n"},
+      {"arquivo fiscal e snapshot no mesmo arquivo novo",
+       exportar_sintegra({"--arquivo-fiscal", "{dir}/saida.txt", "--gravar-snapshot", "{dir}/Arquivos/../saida.txt"}), 2,
+       "infofiscal: --gravar-snapshot '{dir}/Arquivos/../saida.txt' é o mesmo arquivo que --arquivo-fiscal "
+       "('{dir}/saida.txt'): um substituiria o outro; escolha outro nome\n"},
+      {"SpedInformacao.txt que é o banco da fonte", exportar({}, "sqlite:" + kInfo), 2,
+       "infofiscal: o arquivo de informações '" + kInfo + "' é o mesmo arquivo que o banco de dados da fonte ('" +
+           kInfo + "'): gravar nele o destruiria; escolha outro nome\n"},
       // An SQL database.
       {"SQLite inexistente", exportar_sql(), 1, "Banco de dados SQLite '{dir}/erp.db' não encontrado\n"},
       {"SQLite que não é um banco", exportar_sql(), 1,
@@ -354,7 +457,7 @@ const std::vector<Caso>& casos() {
        "PRECOTOTAL de TabCompraProduto, registro CDCOMPRA=1 CDPRODUTO=19 ITEMCOMPRA=1; o máximo é "
        "92233720368547758,07)\n",
        demo_com("UPDATE compraitem SET precototal = 1e17 WHERE cdcompra = 1 AND itemcompra = 1;\n")},
-      {"registro fiscal inexistente no banco", exportar_sql({"--registro", "99"}), 1,
+      {"registro fiscal inexistente no banco", exportar_sql({"--somente-informacao"}, "99"), 1,
        "O registro fiscal 99 não existe na fonte de dados\n", demo_com("")},
       // Options out of range.
       {"tipo 5", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "5", "--base", "{dir}"}, 2,
@@ -388,6 +491,19 @@ const std::vector<Caso>& casos() {
        "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
       {"informação que é uma pasta", {"converter", "--tipo", "2", "--informacao", "{dir}/Arquivos", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
        "Não foi possível ler o arquivo '{dir}/Arquivos': é uma pasta\n"},
+      {"converter sobre a própria informação", converter("1", "{dir}/info.txt"), 2,
+       "infofiscal: --arquivo-fiscal '{dir}/info.txt' é o mesmo arquivo que --informacao ('{dir}/info.txt'): gravar "
+       "nele o destruiria; escolha outro nome\n"},
+      {"converter sobre a informação por um link", converter("2", "{dir}/atalho.txt"), 2,
+       "infofiscal: --arquivo-fiscal '{dir}/atalho.txt' é o mesmo arquivo que --informacao ('{dir}/info.txt'): gravar "
+       "nele o destruiria; escolha outro nome\n",
+       com([](const std::string& dir) { std::filesystem::create_symlink(dir + "/info.txt", dir + "/atalho.txt"); })},
+      {"converter para um arquivo somente para leitura, antes de ler a informação", converter("1"), 1,
+       "Não foi possível gravar o arquivo '{dir}/fiscal.txt': arquivo somente para leitura\n",
+       com([](const std::string& dir) {
+         std::filesystem::remove(dir + "/info.txt");
+         somente_leitura(dir + "/fiscal.txt");
+       })},
       {"linha de informação quebrada", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
        "Linha 2 do arquivo de informações: coluna C01 sem [/C01]\n",
        com_texto("info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n[C00]02[/C00][C01]Empresa[C99]14[/C99]\r\n")},

@@ -106,7 +106,7 @@ Value value_from_json(const json& cell, FieldClass cls) {
   throw Error("valor não suportado: " + cell.dump());
 }
 
-SnapshotSource::SnapshotSource(const std::string& path) : origin_(path) {
+SnapshotSource::SnapshotSource(const std::string& path) : origin_(path), from_file_(true) {
   std::ifstream in(path, std::ios::binary);
   const auto unreadable = [&](int erro) {
     return Error("Não foi possível abrir o snapshot '" + path + "': " + system_reason(erro));
@@ -182,6 +182,11 @@ void SnapshotSource::load(const json& document) {
     }
     entries_[provider].push_back(entry);
   }
+}
+
+std::vector<std::string> SnapshotSource::files() const {
+  if (!from_file_) return {};
+  return {origin_};
 }
 
 Packet SnapshotSource::fetch(const FetchRequest& request) {

@@ -36,11 +36,13 @@ class SnapshotSource : public RecordSource {
   SnapshotSource(const nlohmann::json& document, const std::string& origin);
 
   Packet fetch(const FetchRequest& request) override;
+  std::vector<std::string> files() const override;
 
  private:
   void load(const nlohmann::json& document);
 
   std::string origin_;
+  bool from_file_ = false;
   // Entries by provider name, in file order.
   std::unordered_map<std::string, std::vector<nlohmann::json>> entries_;
 };

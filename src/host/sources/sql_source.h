@@ -37,6 +37,7 @@ class SqlSource : public RecordSource {
   // field. A provider the catalog lacks, a declared field the SELECT does not return, or a
   // database error throws Error naming the provider and the dataset.
   Packet fetch(const FetchRequest& request) override;
+  std::vector<std::string> files() const override { return files_of_address(address_); }
 
   // How many statements have been prepared so far (one per provider and kinds of values).
   std::size_t PreparedStatements() const { return statements_.size(); }
