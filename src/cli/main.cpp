@@ -41,6 +41,9 @@ void info_line(const std::string& line) {
   std::fflush(stdout);
 }
 
+// Warnings and notices on stderr; they change nothing in the run.
+void aviso(const std::string& texto) { std::fprintf(stderr, "infofiscal: aviso: %s\n", texto.c_str()); }
+
 bool converte(const OpcoesExportar& o) { return !o.somente_informacao && (o.tipo == 1 || o.tipo == 2); }
 
 // The files the run writes: the information file, the snapshot, and the fiscal file when it is
@@ -97,9 +100,12 @@ int exportar(const OpcoesExportar& o) {
   // converter included), so that the failure replays.
   try {
     exigir_registro(*fonte, o.registro);
+    for (const std::string& a : avisos_do_registro(*fonte, o)) aviso(a);
     std::string nome = o.arquivo_fiscal;
     if (converte(o) && nome.empty()) nome = nome_sugerido_conferido(*fonte, o);
     const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
+    barra.Limpar();
+    for (const std::string& a : avisos_dos_filtros(controle.oExportaInfoFiscal, o)) aviso(a);
     if (converte(o)) {
       if (nome.empty()) {
         nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(*fonte, o),
@@ -187,6 +193,7 @@ int principal(int argc, char** argv) {
 
   try {
     app.parse(argc, argv);
+    exigir_opcoes_unicas(app);
   } catch (const CLI::CallForHelp& e) {
     return app.exit(e);
   } catch (const CLI::CallForAllHelp& e) {

@@ -40,6 +40,16 @@ std::string sem_comando(const CLI::App& app) {
   return "opção obrigatória ausente: o comando (exportar, converter ou validar)";
 }
 
+// The first option of `app`, or of the command that ran, given more than once.
+const CLI::Option* opcao_repetida(const CLI::App& app) {
+  std::vector<const CLI::App*> onde{&app};
+  for (const CLI::App* comando : app.get_subcommands()) onde.push_back(comando);
+  for (const CLI::App* comando : onde)
+    for (const CLI::Option* opcao : comando->get_options())
+      if (opcao->count() > 1) return opcao;
+  return nullptr;
+}
+
 // The text of CLI11's message after "<prefix>: ", or the whole message.
 std::string depois_de_dois_pontos(const std::string& mensagem) {
   const auto p = mensagem.find(": ");
@@ -100,8 +110,16 @@ std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) 
            (extras.empty() ? depois_de_dois_pontos(detalhe) : fmt::format("{}", fmt::join(extras, " ")));
   }
   if (dynamic_cast<const CLI::ValidationError*>(&e)) return "valor inválido em " + detalhe;
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) return "falta o valor de " + detalhe.substr(0, detalhe.find(':'));
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) {
+    if (const CLI::Option* repetida = opcao_repetida(app)) return "opção repetida: " + repetida->get_name() + " (dê cada opção uma vez só)";
+    return "falta o valor de " + detalhe.substr(0, detalhe.find(':'));
+  }
   return "uso incorreto (" + detalhe + ")";
+}
+
+void exigir_opcoes_unicas(const CLI::App& app) {
+  if (const CLI::Option* repetida = opcao_repetida(app))
+    throw CLI::ArgumentMismatch(repetida->get_name(), 1, repetida->count());
 }
 
 std::vector<NamedFile> entradas_da_fonte(const std::string& fonte) {
@@ -151,6 +169,60 @@ int mes_registro(RecordSource& fonte, const OpcoesRegistro& o) {
 
 int ano_registro(RecordSource& fonte, const OpcoesRegistro& o) {
   return o.ano ? *o.ano : static_cast<int>(campo_registro(fonte, o.registro, "ANO"));
+}
+
+namespace {
+
+// A field of the register for a warning; nothing when it does not read (see avisos_do_registro).
+std::optional<std::int64_t> campo_para_aviso(RecordSource& fonte, int registro, std::string_view campo) {
+  try {
+    return campo_registro(fonte, registro, campo);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+// Whether the source has the company `empresa`; nothing when that does not read.
+std::optional<bool> fonte_tem_empresa(RecordSource& fonte, int empresa) {
+  ClientDataSet tab("TabEmpresa", "DspEmpresa", {{"CDEMPRESA", FieldClass::Smallint}}, 1);
+  try {
+    tab.SetRemoteServer(&fonte);
+    tab.Reopen({empresa});
+    return tab.RecordCount() > 0;
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> avisos_do_registro(RecordSource& fonte, const OpcoesRegistro& o) {
+  std::vector<std::string> avisos;
+  if (o.empresa) {
+    const auto do_registro = campo_para_aviso(fonte, o.registro, "CDEMPRESA");
+    if (do_registro && *do_registro != 0 && *do_registro != *o.empresa)
+      avisos.push_back(fmt::format("--empresa {} não é a empresa do registro fiscal {} (CDEMPRESA {})", *o.empresa,
+                                   o.registro, *do_registro));
+    if (fonte_tem_empresa(fonte, *o.empresa) == false)
+      avisos.push_back(fmt::format("--empresa {}: a fonte de dados não tem essa empresa", *o.empresa));
+  }
+  const auto tipo = campo_para_aviso(fonte, o.registro, "CDTIPOREGISTROFISCAL");
+  if (tipo && *tipo != 0 && *tipo != o.tipo)
+    avisos.push_back(fmt::format("--tipo {} não é o tipo do registro fiscal {} (CDTIPOREGISTROFISCAL {})", o.tipo,
+                                 o.registro, *tipo));
+  return avisos;
+}
+
+std::vector<std::string> avisos_dos_filtros(const TOBJ_ExportaInfoFiscal& execucao, const OpcoesRegistro& o) {
+  std::vector<std::string> avisos;
+  if (o.compra != 0 && execucao.LinhasDasCompras() == 0)
+    avisos.push_back(fmt::format("--compra {} não corresponde a nenhuma nota exportada de compra de equipamentos, "
+                                 "produtos ou produtos de consumo",
+                                 o.compra));
+  if (o.venda != 0 && execucao.LinhasDasVendas() == 0)
+    avisos.push_back(
+        fmt::format("--venda {} não corresponde a nenhuma nota exportada de venda de equipamentos", o.venda));
+  return avisos;
 }
 
 }  // namespace infofiscal

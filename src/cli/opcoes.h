@@ -13,6 +13,7 @@
 
 #include "base/atomic_file.h"
 #include "base/error.h"
+#include "export/obj_exportainfofiscal.h"
 #include "host/framework.h"
 
 namespace infofiscal {
@@ -42,6 +43,10 @@ CLI::Validator um_de(const std::vector<std::string>& aceitos);
 // A parse error of `app` as a Portuguese message that says what is wrong.
 std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app);
 
+// Throws the parse error of an option given more than once (a flag included), which
+// traduzir_erro_de_uso says is repeated. Call after a parse that succeeded.
+void exigir_opcoes_unicas(const CLI::App& app);
+
 // The files that the source `fonte` reads, named for messages ("o banco de dados da fonte").
 std::vector<NamedFile> entradas_da_fonte(const std::string& fonte);
 
@@ -63,5 +68,15 @@ TOBJ_InfoSistema_v11c info_sistema(RecordSource& fonte, const OpcoesRegistro& o)
 // --mes / --ano, or else CDMES / ANO of the fiscal register.
 int mes_registro(RecordSource& fonte, const OpcoesRegistro& o);
 int ano_registro(RecordSource& fonte, const OpcoesRegistro& o);
+
+// Warnings, one line each, about options that contradict the fiscal register or the source:
+// --empresa other than the register's company, or one that the source does not have; --tipo
+// other than the register's kind (a register of kind 0 or a company 0 names none). The reads
+// change nothing in the run; a read that fails warns of nothing, since the run meets that
+// failure where it belongs. REQUIRES: the register exists.
+std::vector<std::string> avisos_do_registro(RecordSource& fonte, const OpcoesRegistro& o);
+
+// Warnings after the run `execucao`: --compra or --venda that matched no note it wrote.
+std::vector<std::string> avisos_dos_filtros(const TOBJ_ExportaInfoFiscal& execucao, const OpcoesRegistro& o);
 
 }  // namespace infofiscal

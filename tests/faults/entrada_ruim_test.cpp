@@ -58,7 +58,7 @@ std::string expandir(std::string s, const std::string& dir) {
 
 // `exportar` of fiscal register 7 from {dir}/s.json into {dir}, kind 3 (no converter).
 std::vector<std::string> exportar(std::vector<std::string> extra = {}, const std::string& fonte = "snapshot:{dir}/s.json") {
-  std::vector<std::string> args{"exportar", "--fonte", fonte, "--registro", "7", "--tipo", "3", "--base", "{dir}", "--empresa", "1"};
+  std::vector<std::string> args{"exportar", "--fonte", fonte, "--registro", "7", "--tipo", "3", "--base", "{dir}"};
   args.insert(args.end(), extra.begin(), extra.end());
   return args;
 }
@@ -478,6 +478,15 @@ const std::vector<Caso>& casos() {
        "infofiscal: valor inválido em --progresso: 'tudo' não é um dos valores aceitos (auto, barra, linhas, nada)" + kUso},
       {"mês sem valor", exportar({"--mes"}), 2, "infofiscal: falta o valor de --mes" + kUso},
       {"opção desconhecida", exportar({"--pasta", "x"}), 2, "infofiscal: argumento desconhecido: --pasta x" + kUso},
+      {"opção repetida", exportar({"--registro", "8"}), 2,
+       "infofiscal: opção repetida: --registro (dê cada opção uma vez só)" + kUso},
+      {"fonte repetida", exportar({"--fonte", "postgresql:password=segredo"}), 2,
+       "infofiscal: opção repetida: --fonte (dê cada opção uma vez só)" + kUso},
+      {"opção sem valor repetida", exportar({"--somente-informacao", "--somente-informacao"}), 2,
+       "infofiscal: opção repetida: --somente-informacao (dê cada opção uma vez só)" + kUso},
+      {"converter com --tipo repetido", {"converter", "--tipo", "1", "--tipo", "2", "--informacao", "{dir}/info.txt",
+                                         "--arquivo-fiscal", "{dir}/fiscal.txt"}, 2,
+       "infofiscal: opção repetida: --tipo (dê cada opção uma vez só)" + kUso},
       {"sem --base", {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "3"}, 2,
        "infofiscal: opção obrigatória ausente: --base" + kUso},
       {"sem comando", {}, 2, "infofiscal: opção obrigatória ausente: o comando (exportar, converter ou validar)" + kUso},
@@ -525,8 +534,8 @@ const std::vector<Caso>& casos() {
        "Nota 123 de compra de produtos (linha 4 do arquivo de informações): participante 2-55 não consta das linhas 14\n",
        com_texto("info.txt", infofiscal::testing::informacao_exemplo())},
       {"exportar SPED EFD que o validador recusa",
-       {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "2", "--base", "{dir}", "--empresa",
-        "1", "--arquivo-fiscal", "{dir}/fiscal.txt", "--progresso", "nada"}, 1, efd_recusado(), nullptr,
+       {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "2", "--base", "{dir}",
+        "--arquivo-fiscal", "{dir}/fiscal.txt", "--progresso", "nada"}, 1, efd_recusado(), nullptr,
        Requer::Nada, "", {kInfo}},
       {"SpedInformacao.txt maior que o limite de arquivo", exportar_sql(), 1,
        "Não foi possível gravar o arquivo '" + kInfo + "': arquivo grande demais\n", demo_com(""), Requer::Nada, "",
