@@ -102,7 +102,8 @@ std::optional<std::string> overwrite_conflict(std::span<const NamedFile> targets
     for (const NamedFile& input : inputs)
       if (identity(input.path) == id) return same_file(targets[t], input, "gravar nele o destruiria");
     for (std::size_t earlier = 0; earlier < t; ++earlier)
-      if (identity(targets[earlier].path) == id) return same_file(targets[t], targets[earlier], "um substituiria o outro");
+      if (identity(targets[earlier].path) == id)
+        return same_file(targets[t], targets[earlier], "um substituiria o outro");
   }
   return std::nullopt;
 }

@@ -50,19 +50,25 @@ bool converte(const OpcoesExportar& o) { return !o.somente_informacao && (o.tipo
 // converted and its name (`fiscal`) is known.
 std::vector<NamedFile> destinos(const OpcoesExportar& o, const std::string& fiscal) {
   std::vector<NamedFile> d{{ControleExportacao::CaminhoInformacao(o.base), "o arquivo de informações"}};
-  if (converte(o) && !fiscal.empty()) d.push_back({fiscal, o.arquivo_fiscal.empty() ? "o arquivo fiscal" : "--arquivo-fiscal"});
+  if (converte(o) && !fiscal.empty())
+    d.push_back({fiscal, o.arquivo_fiscal.empty() ? "o arquivo fiscal" : "--arquivo-fiscal"});
   if (!o.gravar_snapshot.empty()) d.push_back({o.gravar_snapshot, "--gravar-snapshot"});
   return d;
 }
 
-// The suggested fiscal file's name, read from the fiscal register before the run and checked
-// like the others; empty when the register's month or year does not read, which the run's line
-// 01 then reports (the name is read again after the run, as before).
+// The name the dialog suggests for the fiscal file, from --mes / --ano or the fiscal register.
+std::string nome_sugerido(RecordSource& fonte, const OpcoesExportar& o) {
+  return ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(fonte, o),
+                                          ano_registro(fonte, o));
+}
+
+// The suggested name, read before the run and checked like the other targets; empty when the
+// register's month or year does not read, which the run's line 01 then reports (the name is
+// read again after the run, as before).
 std::string nome_sugerido_conferido(RecordSource& fonte, const OpcoesExportar& o) {
   std::string nome;
   try {
-    nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(fonte, o),
-                                            ano_registro(fonte, o));
+    nome = nome_sugerido(fonte, o);
   } catch (const Error&) {
     return {};
   }
@@ -107,10 +113,7 @@ int exportar(const OpcoesExportar& o) {
     barra.Limpar();
     for (const std::string& a : avisos_dos_filtros(controle.oExportaInfoFiscal, o)) aviso(a);
     if (converte(o)) {
-      if (nome.empty()) {
-        nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(*fonte, o),
-                                                ano_registro(*fonte, o));
-      }
+      if (nome.empty()) nome = nome_sugerido(*fonte, o);
       controle.SalvarArquivoFiscal_A(nome, texto);
     }
   } catch (...) {
@@ -135,7 +138,8 @@ std::string ler_arquivo(const std::string& path) {
 }
 
 int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso) {
-  conferir_destinos(std::vector<NamedFile>{{saida, "--arquivo-fiscal"}}, std::vector<NamedFile>{{informacao, "--informacao"}});
+  conferir_destinos(std::vector<NamedFile>{{saida, "--arquivo-fiscal"}},
+                    std::vector<NamedFile>{{informacao, "--informacao"}});
   const std::string texto = windows1252_to_utf8(ler_arquivo(informacao));
   Progresso barra(progresso);
   TOBJ_ArquivoFiscal conversor;

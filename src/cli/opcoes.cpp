@@ -50,6 +50,12 @@ const CLI::Option* opcao_repetida(const CLI::App& app) {
   return nullptr;
 }
 
+// An empty folder would silently be the current one.
+CLI::Validator pasta_nao_vazia() {
+  return CLI::Validator(
+      [](std::string& texto) -> std::string { return texto.empty() ? "a pasta não pode ser vazia" : ""; }, "PASTA");
+}
+
 // The text of CLI11's message after "<prefix>: ", or the whole message.
 std::string depois_de_dois_pontos(const std::string& mensagem) {
   const auto p = mensagem.find(": ");
@@ -90,8 +96,7 @@ void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o) {
       ->check(um_de({"0", "1", "2", "3"}));
   app.add_option("--base", o.base, "Pasta base da aplicação (contém Arquivos/InfoFiscal)")
       ->required()
-      ->check(CLI::Validator(
-          [](std::string& texto) -> std::string { return texto.empty() ? "a pasta não pode ser vazia" : ""; }, "PASTA"));
+      ->check(pasta_nao_vazia());
   app.add_option("--mes", o.mes, "Mês do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 12));
   app.add_option("--ano", o.ano, "Ano do nome sugerido (padrão: o do registro fiscal)")->check(inteiro_entre(1, 9999));
   app.add_option("--empresa", o.empresa, "Empresa (padrão: a do registro fiscal)")->check(inteiro_entre(0, kMaxInt));
@@ -111,7 +116,8 @@ std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) 
   }
   if (dynamic_cast<const CLI::ValidationError*>(&e)) return "valor inválido em " + detalhe;
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) {
-    if (const CLI::Option* repetida = opcao_repetida(app)) return "opção repetida: " + repetida->get_name() + " (dê cada opção uma vez só)";
+    if (const CLI::Option* repetida = opcao_repetida(app))
+      return "opção repetida: " + repetida->get_name() + " (dê cada opção uma vez só)";
     return "falta o valor de " + detalhe.substr(0, detalhe.find(':'));
   }
   return "uso incorreto (" + detalhe + ")";

@@ -23,7 +23,8 @@ std::optional<std::int64_t> text_to_integer(const std::string& text) {
   if (i == text.size() || text.find_first_not_of("0123456789", i) != std::string::npos) return std::nullopt;
   std::uint64_t magnitude = 0;
   const auto [end, ec] = std::from_chars(text.data() + i, text.data() + text.size(), magnitude);
-  if (ec != std::errc() || magnitude > (negative ? 9223372036854775808ULL : 9223372036854775807ULL)) return std::nullopt;
+  if (ec != std::errc() || magnitude > (negative ? 9223372036854775808ULL : 9223372036854775807ULL))
+    return std::nullopt;
   return negative ? static_cast<std::int64_t>(0 - magnitude) : static_cast<std::int64_t>(magnitude);
 }
 

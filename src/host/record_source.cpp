@@ -21,12 +21,15 @@ struct Pair {
 
 std::vector<Pair> pairs_of(std::string_view text) {
   std::vector<Pair> pairs;
-  const auto blank = [&](std::size_t i) { return i < text.size() && std::isspace(static_cast<unsigned char>(text[i])); };
+  const auto blank = [&](std::size_t i) {
+    return i < text.size() && std::isspace(static_cast<unsigned char>(text[i]));
+  };
   std::size_t i = 0;
   while (i < text.size()) {
     while (blank(i)) ++i;
     Pair pair;
-    while (i < text.size() && text[i] != '=' && !blank(i)) pair.key += static_cast<char>(std::tolower(static_cast<unsigned char>(text[i++])));
+    while (i < text.size() && text[i] != '=' && !blank(i))
+      pair.key += static_cast<char>(std::tolower(static_cast<unsigned char>(text[i++])));
     while (blank(i)) ++i;
     if (i >= text.size() || text[i] != '=') continue;  // no value: the next word is another key
     ++i;
@@ -106,7 +109,8 @@ std::vector<std::string> files_of_address(const std::string& address) {
   if (rest.find('=') != std::string::npos) {
     database.clear();
     for (const Pair& p : pairs_of(rest))
-      if (p.key == "service") database = unquoted(std::string_view(rest).substr(p.value_begin, p.value_end - p.value_begin));
+      if (p.key == "service")
+        database = unquoted(std::string_view(rest).substr(p.value_begin, p.value_end - p.value_begin));
   }
   if (local_file(database)) return {database};
   return {};

@@ -1,7 +1,9 @@
 // Sources that fail under a run: an SQLite database that another program is writing, a
 // PostgreSQL server that drops the connection in the middle of the month, and the passwords of
 // connection strings, which no message, log or recorded snapshot shows.
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <chrono>
@@ -12,6 +14,7 @@
 #include <soci/soci.h>
 
 #include "base/error.h"
+#include "faults/support.h"
 #include "host/record_source.h"
 #include "host/sources/sql_connection.h"
 #include "host/sql_support.h"
@@ -48,17 +51,21 @@ TEST(FonteOcupada, AnSqliteDatabaseBeingWrittenIsWaitedForThenRefused) {
   const std::string dir = fresh_dir("fonte-ocupada");
   const std::string path = dir + "/erp.db";
   run_sql_script("sqlite:" + path, demo_script());
-  const std::string aguardando = "Banco de dados SQLite '" + path + "' bloqueado por outro programa: aguardando até 1 s";
+  const auto aguardando = [&](int segundos) {
+    return "Banco de dados SQLite '" + path + "' bloqueado por outro programa: aguardando até " +
+           std::to_string(segundos) + " s";
+  };
   const struct {
     const char* nome;
     bool escrevendo;
     std::chrono::milliseconds escrita;  // how long the writer keeps the file
+    std::chrono::seconds espera;        // how long the source waits
     std::vector<std::string> avisos;
     std::string erro;
   } casos[] = {
-      {"livre", false, 0ms, {}, ""},
-      {"escrito por menos que a espera", true, 300ms, {aguardando}, ""},
-      {"escrito por mais que a espera", true, 3000ms, {aguardando},
+      {"livre", false, 0ms, 1s, {}, ""},
+      {"escrito por menos que a espera", true, 300ms, 10s, {aguardando(10)}, ""},
+      {"escrito por mais que a espera", true, 3000ms, 1s, {aguardando(1)},
        "Banco de dados SQLite '" + path + "' bloqueado por outro programa há 1 s: tente de novo quando ele terminar de gravar"},
   };
   for (const auto& c : casos) {
@@ -72,7 +79,7 @@ TEST(FonteOcupada, AnSqliteDatabaseBeingWrittenIsWaitedForThenRefused) {
     std::vector<std::string> avisos;
     std::string erro;
     try {
-      open_record_source("sqlite:" + path, {.busy_wait = 1s, .notice = [&](const std::string& a) { avisos.push_back(a); }});
+      open_record_source("sqlite:" + path, {.busy_wait = c.espera, .notice = [&](const std::string& a) { avisos.push_back(a); }});
     } catch (const Error& e) {
       erro = e.what();
     }
@@ -82,21 +89,25 @@ TEST(FonteOcupada, AnSqliteDatabaseBeingWrittenIsWaitedForThenRefused) {
   }
 }
 
-// The command waits (30 s at most) for a writer that finishes, saying so once, then runs.
+// The command waits (30 s at most) for a writer that finishes, saying so once, then runs: the
+// writer ends once the command has said that it waits.
 TEST(FonteOcupada, TheCommandWaitsForTheWriterAndSaysSo) {
   const std::string dir = fresh_dir("fonte-ocupada-comando", true);
-  const std::string path = dir + "/erp.db";
+  const std::string path = dir + "/erp.db", erros = dir + "/erros";
   run_sql_script("sqlite:" + path, demo_script());
+  const std::string aguardando =
+      "infofiscal: Banco de dados SQLite '" + path + "' bloqueado por outro programa: aguardando até 30 s\n";
   Escritor escritor(path);
-  std::thread fim([&] {
-    std::this_thread::sleep_for(1500ms);
-    escritor.Terminar();
-  });
-  const auto r = run_cli({"exportar", "--fonte", "sqlite:" + path, "--registro", "1", "--tipo", "1", "--base", dir,
-                          "--somente-informacao"});
-  fim.join();
-  EXPECT_EQ(r.status, 0);
-  EXPECT_EQ(r.err, "infofiscal: Banco de dados SQLite '" + path + "' bloqueado por outro programa: aguardando até 30 s\n");
+  const int fd = ::open(erros.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  const pid_t pid = iniciar_cli({"exportar", "--fonte", "sqlite:" + path, "--registro", "1", "--tipo", "1", "--base", dir,
+                                 "--somente-informacao"},
+                                -1, fd);
+  ::close(fd);
+  const auto limite = std::chrono::steady_clock::now() + 20s;
+  while (read_file(erros) != aguardando && std::chrono::steady_clock::now() < limite) std::this_thread::sleep_for(10ms);
+  escritor.Terminar();
+  EXPECT_EQ(esperar(pid), 0);
+  EXPECT_EQ(read_file(erros), aguardando);
   EXPECT_EQ(read_file(dir + kInfo).substr(0, 13), "[C00]01[/C00]");
 }
 

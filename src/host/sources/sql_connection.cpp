@@ -126,7 +126,8 @@ std::optional<std::string> lost_connection(const std::string& message) {
     if (at == std::string::npos) continue;
     const auto start = marker == "FATAL:" ? at + marker.size() : at;
     const auto end = message.find_first_of("\r\n", start);
-    return "a conexão com o servidor foi perdida: " + trim(message.substr(start, end == std::string::npos ? end : end - start));
+    const auto reason = message.substr(start, end == std::string::npos ? end : end - start);
+    return "a conexão com o servidor foi perdida: " + trim(reason);
   }
   return std::nullopt;
 }
@@ -148,9 +149,11 @@ std::string explain(const std::string& message) {
     return "a tabela '" + table + "' não existe no banco (" + trim(message) + ")";
   }
   // The faults of opening that a user meets first.
-  for (const auto& [marker, meaning] : {std::pair{"file is not a database", "o arquivo não é um banco de dados SQLite"},
-                                        std::pair{"Connection refused", "o servidor recusou a conexão"},
-                                        std::pair{"database is locked", "o banco de dados está bloqueado por outro programa"}})
+  constexpr std::pair<const char*, const char*> kFaults[] = {
+      {"file is not a database", "o arquivo não é um banco de dados SQLite"},
+      {"Connection refused", "o servidor recusou a conexão"},
+      {"database is locked", "o banco de dados está bloqueado por outro programa"}};
+  for (const auto& [marker, meaning] : kFaults)
     if (message.find(marker) != std::string::npos) return std::string(meaning) + " (" + trim(message) + ")";
   return trim(message);
 }

@@ -186,9 +186,9 @@ class SqliteReader : public SqlConnection {
     sqlite3_close_v2(db_);
     db_ = nullptr;
     if (busy)
-      throw Error(fmt::format("Banco de dados SQLite '{}' bloqueado por outro programa há {} s: tente de novo quando ele "
-                              "terminar de gravar",
-                              path_, WaitSeconds()));
+      throw Error(fmt::format(
+          "Banco de dados SQLite '{}' bloqueado por outro programa há {} s: tente de novo quando ele terminar de gravar",
+          path_, WaitSeconds()));
     throw soci::soci_error(message);
   }
   void Execute(const char* sql) {

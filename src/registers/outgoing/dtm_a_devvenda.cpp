@@ -38,8 +38,8 @@ TDTM_A_DevVenda::TDTM_A_DevVenda(TDTM_ConexaoDS& conexao)
       // A note is named by its type and number.
       TabListaNotaFiscal("TabListaNotaFiscal", "DspListaNotaFiscal", nf_saida::lista_campos(), 0, 2),
       TabNF_Venda("TabNF_Venda", "DspNF_Venda", nf_saida::venda_campos(FieldClass::Integer), 0, 2),
-      TabNF_Cliente("TabNF_Cliente", "DspNF_Cliente", nf_saida::cliente_campos({{"CODIBGE", FieldClass::Integer, 0}}), 0,
-                    2),
+      TabNF_Cliente("TabNF_Cliente", "DspNF_Cliente",
+                    nf_saida::cliente_campos({{"CODIBGE", FieldClass::Integer, 0}}), 0, 2),
       FColunas04(TabNF_Venda, colunas_04()),
       FColunas05(TabNF_Cliente, kColunas05),
       FPDE(TabNF_Venda.FieldIndex("PDE")),
