@@ -1,23 +1,51 @@
 // A file written whole or not at all: the fiscal files and the information file are never left
-// half-written, and a failed run leaves the previous file as it was.
+// half-written, and a failed run leaves the previous file as it was. Also the checks that a
+// front makes before a long run, so that a target that cannot be written, or that is one of the
+// run's own inputs, is refused before anything is read.
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace infofiscal {
 
-// Throws the error of a file that cannot be written because its folder does not exist; lets a
-// front refuse such a path before a long run rather than after it.
-void require_folder_of(const std::string& path);
+class RemovedOnInterruption;
 
-// A file written whole or not at all: bytes go to a temporary file in the target's folder,
-// renamed over the target by commit. Destroyed without commit, it removes the temporary and
-// leaves any earlier file as it was. Every failure throws Error naming the target.
+// The file that writing `path` replaces: `path` itself or, when it is a symbolic link, the file
+// the link leads to (followed link after link), so that the link stays a link. A link that
+// leads to no file gives the path it names. Throws Error for links in a cycle.
+std::string write_destination(const std::string& path);
+
+// Throws the Error that writing `path` through an AtomicFile would end with, found before
+// anything is written: the folder does not exist ("A pasta '...' não existe: o arquivo '...'
+// não foi gravado") or cannot be written into; the file there is a folder, not an ordinary
+// file, or read-only (no write permission bit, or none for this user).
+void require_writable_target(const std::string& path);
+
+// A file that a run reads or writes, with the words that name it in a message
+// ("--arquivo-fiscal", "o banco de dados da fonte").
+struct NamedFile {
+  std::string path, name;
+};
+
+// The refusal of the first of `targets` that is the same file as one of `inputs` or as an
+// earlier target, or nothing when there is none. Files are compared by identity (device and
+// inode, links followed), not by spelling; a file that does not exist yet is the same as
+// another only by name in the same folder.
+std::optional<std::string> overwrite_conflict(std::span<const NamedFile> targets, std::span<const NamedFile> inputs);
+
+// A file written whole or not at all: bytes go to a hidden temporary file beside the
+// destination (see write_destination), renamed over it by commit; an existing file keeps its
+// permission bits. Destroyed without commit, or interrupted by a signal (base/interruption.h),
+// it removes the temporary and leaves any earlier file as it was. Every failure throws Error
+// naming the target.
 class AtomicFile {
  public:
-  // The folder must exist; it is not created.
+  // REQUIRES: the checks of require_writable_target pass (else it throws their Error).
   explicit AtomicFile(std::string path);
   ~AtomicFile();
   AtomicFile(const AtomicFile&) = delete;
@@ -27,19 +55,23 @@ class AtomicFile {
   // Asks the system to start writing what was written so far to disk, so that commit has less
   // left to wait for.
   void start_writeback();
-  // Flushes to disk and closes the temporary: the file is complete, but the target is not
-  // touched until commit. Nothing may be written after it.
+  // Checks the destination again (a target made read-only during the run is refused, not
+  // replaced), flushes to disk and closes the temporary: the file is complete, but the target
+  // is not touched until commit. Nothing may be written after it.
   void finish();
-  // Renames the temporary over the target, finishing it first when finish was not called.
+  // Renames the temporary over the destination, finishing it first when finish was not called.
   void commit();
   // Reads back up to `size` bytes written from `offset` into `out`; returns how many (0 past
   // the end). REQUIRES: commit has not been called.
   std::size_t read_at(std::uint64_t offset, char* out, std::size_t size) const;
 
  private:
-  [[noreturn]] void Fail(const std::string& why);
+  [[noreturn]] void Fail(const std::string& why);  // Discard, then throw naming the target
+  void Discard();  // closes and removes the temporary
+  void Create();
 
-  std::string path_, temp_;
+  std::string path_, destination_, temp_;
+  std::unique_ptr<RemovedOnInterruption> on_interruption_;  // temp_, while it may exist
   int fd_ = -1;
   bool finished_ = false;
 };

@@ -22,6 +22,7 @@ std::string system_reason(int erro) {
     case ENFILE: return "arquivos abertos demais";
     case EBUSY: return "recurso ocupado";
     case ETXTBSY: return "arquivo em uso";
+    case ELOOP: return "links simbólicos demais ou em ciclo";
     default: return std::string(std::strerror(erro)) + " (errno " + std::to_string(erro) + ")";
   }
 }

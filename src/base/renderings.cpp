@@ -91,6 +91,13 @@ void append_amount(std::string& out, double value) {
   out.append(d - 2, d);
 }
 
+bool amount_fits(double value) { return std::fabs(value) < 0x1p63 / 100; }  // false for NaN too
+
+std::string amount_too_large(std::string_view as_stored, std::string_view where) {
+  return "o valor " + std::string(as_stored) + " não cabe no arquivo de informações (" + std::string(where) +
+         "; o máximo é 92233720368547758,07)";
+}
+
 void append_date(std::string& out, const TimeStamp& value) {
   append_two_digits(out, value.day);
   out += '/';

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/value.h"
 
@@ -16,6 +17,14 @@ void append_integer(std::string& out, std::int64_t value);
 // decimals half away from zero on that text, at least one integer digit, no exponent, a minus
 // sign only when the rounded value is not zero. 1.005 gives "1,01", -0.004 gives "0,00".
 void append_amount(std::string& out, double value);
+
+// Whether the information file holds `value` as an amount: finite, and at most
+// 92233720368547758,07 in magnitude (its readers count amounts in 64-bit hundredths).
+bool amount_fits(double value);
+// The refusal of an amount that does not fit, `as_stored` the value as the source gave it and
+// `where` what names it: "o valor 100000000000000000 não cabe no arquivo de informações
+// (<where>; o máximo é 92233720368547758,07)".
+std::string amount_too_large(std::string_view as_stored, std::string_view where);
 
 // "dd/mm/yyyy".
 void append_date(std::string& out, const TimeStamp& value);

@@ -19,6 +19,7 @@
 #include "cli/opcoes.h"
 #include "cli/progresso.h"
 #include "base/atomic_file.h"
+#include "base/interruption.h"
 #include "export/controle_exportacao.h"
 #include "fiscal/arquivo_fiscal.h"
 #include "fiscal/efd_validador.h"
@@ -34,12 +35,6 @@ struct OpcoesExportar : OpcoesRegistro {
   bool somente_informacao = false, sem_leitura_antecipada = false;
 };
 
-// A mistake in how the command was called: exit status 2.
-class ErroDeUso : public Error {
- public:
-  using Error::Error;
-};
-
 void info_line(const std::string& line) {
   std::fwrite(line.data(), 1, line.size(), stdout);
   std::fputc('\n', stdout);
@@ -51,11 +46,48 @@ void escrever_resumo(const std::vector<std::string>& resumo) {
   for (const std::string& linha : resumo) std::cerr << linha << '\n';
 }
 
+// Warnings and notices on stderr; they change nothing in the run.
+void aviso(const std::string& texto) { std::fprintf(stderr, "infofiscal: aviso: %s\n", texto.c_str()); }
+
+bool converte(const OpcoesExportar& o) { return !o.somente_informacao && (o.tipo == 1 || o.tipo == 2); }
+
+// The files the run writes: the information file, the snapshot, and the fiscal file when it is
+// converted and its name (`fiscal`) is known.
+std::vector<NamedFile> destinos(const OpcoesExportar& o, const std::string& fiscal) {
+  std::vector<NamedFile> d{{ControleExportacao::CaminhoInformacao(o.base), "o arquivo de informações"}};
+  if (converte(o) && !fiscal.empty())
+    d.push_back({fiscal, o.arquivo_fiscal.empty() ? "o arquivo fiscal" : "--arquivo-fiscal"});
+  if (!o.gravar_snapshot.empty()) d.push_back({o.gravar_snapshot, "--gravar-snapshot"});
+  return d;
+}
+
+// The name the dialog suggests for the fiscal file, from --mes / --ano or the fiscal register.
+std::string nome_sugerido(RecordSource& fonte, const OpcoesExportar& o) {
+  return ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(fonte, o),
+                                          ano_registro(fonte, o));
+}
+
+// The suggested name, read before the run and checked like the other targets; empty when the
+// register's month or year does not read, which the run's line 01 then reports (the name is
+// read again after the run, as before).
+std::string nome_sugerido_conferido(RecordSource& fonte, const OpcoesExportar& o) {
+  std::string nome;
+  try {
+    nome = nome_sugerido(fonte, o);
+  } catch (const Error&) {
+    return {};
+  }
+  conferir_destinos(destinos(o, nome), entradas_da_fonte(o.fonte));
+  return nome;
+}
+
 int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
-  if (!o.gravar_snapshot.empty()) require_folder_of(o.gravar_snapshot);
-  const auto live = abrir_fonte(o, o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default);
+  conferir_destinos(destinos(o, o.arquivo_fiscal), entradas_da_fonte(o.fonte));
+  const auto live = abrir_fonte(
+      o, {.fetch_ahead = o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default,
+          .notice = [](const std::string& texto) { std::fprintf(stderr, "infofiscal: %s\n", texto.c_str()); }});
   std::unique_ptr<RecordingSource> gravador;
   RecordSource* fonte = live.get();
   if (!o.gravar_snapshot.empty()) fonte = (gravador = std::make_unique<RecordingSource>(*live)).get();
@@ -79,13 +111,14 @@ int exportar(const OpcoesExportar& o) {
   // converter included), so that the failure replays.
   try {
     exigir_registro(*fonte, o.registro);
+    for (const std::string& a : avisos_do_registro(*fonte, o)) aviso(a);
+    std::string nome = o.arquivo_fiscal;
+    if (converte(o) && nome.empty()) nome = nome_sugerido_conferido(*fonte, o);
     const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
-    if (!o.somente_informacao && (o.tipo == 1 || o.tipo == 2)) {
-      std::string nome = o.arquivo_fiscal;
-      if (nome.empty()) {
-        nome = ControleExportacao::NomeSugerido(static_cast<TRegistroFiscal>(o.tipo), mes_registro(*fonte, o),
-                                                ano_registro(*fonte, o));
-      }
+    barra.Limpar();
+    for (const std::string& a : avisos_dos_filtros(controle.oExportaInfoFiscal, o)) aviso(a);
+    if (converte(o)) {
+      if (nome.empty()) nome = nome_sugerido(*fonte, o);
       controle.SalvarArquivoFiscal_A(nome, texto);
     }
   } catch (...) {
@@ -112,6 +145,8 @@ void ler_em_pedacos(const std::string& path, const std::function<void(std::strin
 }
 
 int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso) {
+  conferir_destinos(std::vector<NamedFile>{{saida, "--arquivo-fiscal"}},
+                    std::vector<NamedFile>{{informacao, "--informacao"}});
   ArquivoDeInformacao texto(informacao);
   Progresso barra(progresso);
   TOBJ_ArquivoFiscal conversor;
@@ -144,6 +179,7 @@ const char* const kAjudaProgresso =
     "'progresso POS/MAX' por aviso) ou nada";
 
 int principal(int argc, char** argv) {
+  handle_interruptions("infofiscal");
   CLI::App app{"infofiscal: gera o arquivo de informações fiscais e o SINTEGRA ou o SPED EFD"};
   em_portugues(app, "infofiscal");
   app.require_subcommand(1);
@@ -185,6 +221,7 @@ int principal(int argc, char** argv) {
 
   try {
     app.parse(argc, argv);
+    exigir_opcoes_unicas(app);
   } catch (const CLI::Success& e) {  // --help, --ajuda-completa, --version
     return app.exit(e);
   } catch (const CLI::ParseError& e) {

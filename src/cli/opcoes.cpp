@@ -44,6 +44,22 @@ std::string sem_comando(const CLI::App& app) {
   return "opção obrigatória ausente: o comando (exportar, converter ou validar)";
 }
 
+// The first option of `app`, or of the command that ran, given more than once.
+const CLI::Option* opcao_repetida(const CLI::App& app) {
+  std::vector<const CLI::App*> onde{&app};
+  for (const CLI::App* comando : app.get_subcommands()) onde.push_back(comando);
+  for (const CLI::App* comando : onde)
+    for (const CLI::Option* opcao : comando->get_options())
+      if (opcao->count() > 1) return opcao;
+  return nullptr;
+}
+
+// An empty folder would silently be the current one.
+CLI::Validator pasta_nao_vazia() {
+  return CLI::Validator(
+      [](std::string& texto) -> std::string { return texto.empty() ? "a pasta não pode ser vazia" : ""; }, "PASTA");
+}
+
 // The text of CLI11's message after "<prefix>: ", or the whole message.
 std::string depois_de_dois_pontos(const std::string& mensagem) {
   const auto p = mensagem.find(": ");
@@ -194,7 +210,8 @@ void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o) {
   app.add_option("--base", o.base,
                  "Pasta base da aplicação: SpedInformacao.txt é gravado em PASTA/Arquivos/InfoFiscal, que já deve existir")
       ->type_name("PASTA")
-      ->required();
+      ->required()
+      ->check(pasta_nao_vazia());
   app.add_option("--mes", o.mes,
                  "Mês (1 a 12) no nome sugerido do arquivo fiscal; só dá o nome, não escolhe os dados "
                  "(padrão: o do registro fiscal)")
@@ -236,12 +253,29 @@ std::string traduzir_erro_de_uso(const CLI::ParseError& e, const CLI::App& app) 
   if (dynamic_cast<const CLI::ValidationError*>(&e)) return "valor inválido em " + detalhe;
   if (dynamic_cast<const CLI::ConversionError*>(&e)) return valor_nao_convertido(detalhe, app);
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&e)) {
-    const std::string nome = opcao_da_mensagem(detalhe);
-    if (detalhe.find("At Most") != std::string::npos) return "a opção " + nome + " foi dada mais de uma vez";
-    return "falta o valor de " + nome;
+    if (const CLI::Option* repetida = opcao_repetida(app))
+      return "opção repetida: " + repetida->get_name() + " (dê cada opção uma vez só)";
+    return "falta o valor de " + opcao_da_mensagem(detalhe);
   }
   // CLI11's other errors come from settings these commands do not use.
   return "uso incorreto da linha de comando";
+}
+
+void exigir_opcoes_unicas(const CLI::App& app) {
+  if (const CLI::Option* repetida = opcao_repetida(app))
+    throw CLI::ArgumentMismatch(repetida->get_name(), 1, repetida->count());
+}
+
+std::vector<NamedFile> entradas_da_fonte(const std::string& fonte) {
+  const char* nome = fonte.rfind("snapshot:", 0) == 0 ? "o snapshot da fonte" : "o banco de dados da fonte";
+  std::vector<NamedFile> entradas;
+  for (std::string& arquivo : files_of_address(fonte)) entradas.push_back({std::move(arquivo), nome});
+  return entradas;
+}
+
+void conferir_destinos(std::span<const NamedFile> destinos, std::span<const NamedFile> entradas) {
+  if (const auto conflito = overwrite_conflict(destinos, entradas)) throw ErroDeUso(*conflito);
+  for (const NamedFile& destino : destinos) require_writable_target(destino.path);
 }
 
 namespace {
@@ -328,12 +362,12 @@ LugaresDoCatalogo lugares_do_catalogo(const std::string& opcao) {
   return lugares;
 }
 
-std::unique_ptr<RecordSource> abrir_fonte(const OpcoesRegistro& o, FetchAhead fetch_ahead) {
+std::unique_ptr<RecordSource> abrir_fonte(const OpcoesRegistro& o, SourceOptions opcoes) {
   const LugaresDoCatalogo lugares = lugares_do_catalogo(o.catalogo);
   // A catalog named is checked even for a source that reads none: a wrong name is not ignored.
   const bool nomeado = !lugares.opcao.empty() || lugares.variavel;
-  const std::string catalogo = reads_provider_catalog(o.fonte) || nomeado ? localizar_catalogo(lugares) : "";
-  return open_record_source(o.fonte, fetch_ahead, catalogo);
+  if (reads_provider_catalog(o.fonte) || nomeado) opcoes.catalog_path = localizar_catalogo(lugares);
+  return open_record_source(o.fonte, opcoes);
 }
 
 TOBJ_InfoSistema_v11c info_sistema(RecordSource& fonte, const OpcoesRegistro& o) {
@@ -348,6 +382,60 @@ int mes_registro(RecordSource& fonte, const OpcoesRegistro& o) {
 
 int ano_registro(RecordSource& fonte, const OpcoesRegistro& o) {
   return o.ano ? *o.ano : static_cast<int>(campo_registro(fonte, o.registro, "ANO"));
+}
+
+namespace {
+
+// A field of the register for a warning; nothing when it does not read (see avisos_do_registro).
+std::optional<std::int64_t> campo_para_aviso(RecordSource& fonte, int registro, std::string_view campo) {
+  try {
+    return campo_registro(fonte, registro, campo);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+// Whether the source has the company `empresa`; nothing when that does not read.
+std::optional<bool> fonte_tem_empresa(RecordSource& fonte, int empresa) {
+  ClientDataSet tab("TabEmpresa", "DspEmpresa", {{"CDEMPRESA", FieldClass::Smallint}}, 1);
+  try {
+    tab.SetRemoteServer(&fonte);
+    tab.Reopen({empresa});
+    return tab.RecordCount() > 0;
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> avisos_do_registro(RecordSource& fonte, const OpcoesRegistro& o) {
+  std::vector<std::string> avisos;
+  if (o.empresa) {
+    const auto do_registro = campo_para_aviso(fonte, o.registro, "CDEMPRESA");
+    if (do_registro && *do_registro != 0 && *do_registro != *o.empresa)
+      avisos.push_back(fmt::format("--empresa {} não é a empresa do registro fiscal {} (CDEMPRESA {})", *o.empresa,
+                                   o.registro, *do_registro));
+    if (fonte_tem_empresa(fonte, *o.empresa) == false)
+      avisos.push_back(fmt::format("--empresa {}: a fonte de dados não tem essa empresa", *o.empresa));
+  }
+  const auto tipo = campo_para_aviso(fonte, o.registro, "CDTIPOREGISTROFISCAL");
+  if (tipo && *tipo != 0 && *tipo != o.tipo)
+    avisos.push_back(fmt::format("--tipo {} não é o tipo do registro fiscal {} (CDTIPOREGISTROFISCAL {})", o.tipo,
+                                 o.registro, *tipo));
+  return avisos;
+}
+
+std::vector<std::string> avisos_dos_filtros(const TOBJ_ExportaInfoFiscal& execucao, const OpcoesRegistro& o) {
+  std::vector<std::string> avisos;
+  if (o.compra != 0 && execucao.LinhasDasCompras() == 0)
+    avisos.push_back(fmt::format("--compra {} não corresponde a nenhuma nota exportada de compra de equipamentos, "
+                                 "produtos ou produtos de consumo",
+                                 o.compra));
+  if (o.venda != 0 && execucao.LinhasDasVendas() == 0)
+    avisos.push_back(
+        fmt::format("--venda {} não corresponde a nenhuma nota exportada de venda de equipamentos", o.venda));
+  return avisos;
 }
 
 }  // namespace infofiscal

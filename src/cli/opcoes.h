@@ -13,9 +13,18 @@
 
 #include <CLI/CLI.hpp>
 
+#include "base/atomic_file.h"
+#include "base/error.h"
+#include "export/obj_exportainfofiscal.h"
 #include "host/framework.h"
 
 namespace infofiscal {
+
+// A mistake in how the command was called: exit status 2.
+class ErroDeUso : public Error {
+ public:
+  using Error::Error;
+};
 
 // The options of one run, as the host sets the dialog's properties.
 struct OpcoesRegistro {
@@ -68,7 +77,19 @@ LugaresDoCatalogo lugares_do_catalogo(const std::string& opcao);
 
 // Opens the record source that --fonte names; an SQL source with the catalog found as above. A
 // snapshot needs none: it opens wherever the catalog is, unless one is named and missing.
-std::unique_ptr<RecordSource> abrir_fonte(const OpcoesRegistro& o, FetchAhead fetch_ahead = FetchAhead::Default);
+// `opcoes` other than the catalog are the caller's.
+std::unique_ptr<RecordSource> abrir_fonte(const OpcoesRegistro& o, SourceOptions opcoes = {});
+
+// Throws the parse error of an option given more than once (a flag included), which
+// traduzir_erro_de_uso says is repeated. Call after a parse that succeeded.
+void exigir_opcoes_unicas(const CLI::App& app);
+
+// The files that the source `fonte` reads, named for messages ("o banco de dados da fonte").
+std::vector<NamedFile> entradas_da_fonte(const std::string& fonte);
+
+// Before anything is read: throws ErroDeUso when one of `destinos` is one of `entradas` (or two
+// destinations are one file), and the Error of a destination that cannot be written.
+void conferir_destinos(std::span<const NamedFile> destinos, std::span<const NamedFile> entradas);
 
 // Fails, naming it, when the fiscal register `registro` has no record: a run over it would
 // write nothing true.
@@ -84,5 +105,15 @@ TOBJ_InfoSistema_v11c info_sistema(RecordSource& fonte, const OpcoesRegistro& o)
 // --mes / --ano, or else CDMES / ANO of the fiscal register.
 int mes_registro(RecordSource& fonte, const OpcoesRegistro& o);
 int ano_registro(RecordSource& fonte, const OpcoesRegistro& o);
+
+// Warnings, one line each, about options that contradict the fiscal register or the source:
+// --empresa other than the register's company, or one that the source does not have; --tipo
+// other than the register's kind (a register of kind 0 or a company 0 names none). The reads
+// change nothing in the run; a read that fails warns of nothing, since the run meets that
+// failure where it belongs. REQUIRES: the register exists.
+std::vector<std::string> avisos_do_registro(RecordSource& fonte, const OpcoesRegistro& o);
+
+// Warnings after the run `execucao`: --compra or --venda that matched no note it wrote.
+std::vector<std::string> avisos_dos_filtros(const TOBJ_ExportaInfoFiscal& execucao, const OpcoesRegistro& o);
 
 }  // namespace infofiscal

@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include "base/atomic_file.h"
+#include "base/error.h"
 #include "base/renderings.h"
 #include "fiscal/arquivo_fiscal.h"
 
@@ -44,6 +46,14 @@ bool ControleExportacao::TemConversor() const {
   return tipo == 1 || tipo == 2;
 }
 
+void ControleExportacao::ExigirDestinoLivre(const std::string& NomeArquivo) const {
+  std::vector<NamedFile> entradas;
+  for (std::string& arquivo : conexao_.Conexao.files()) entradas.push_back({std::move(arquivo), "a fonte de dados"});
+  if (!caminho_informacao_.empty()) entradas.push_back({caminho_informacao_, "o arquivo de informações"});
+  const NamedFile destino{NomeArquivo, "o arquivo fiscal"};
+  if (const auto conflito = overwrite_conflict({&destino, 1}, entradas)) throw Error(*conflito);
+}
+
 void ControleExportacao::Relatar(int APosicao, int AMaximo) {
   if (Progresso) Progresso(APosicao, AMaximo);
   if (cancelado_) throw ExecucaoCancelada();
@@ -82,6 +92,7 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, c
   conversor.LinhaInfo = LinhaInfo;
   conversor.Progresso = [this](int APosicao, int AMaximo) { Relatar(APosicao, AMaximo); };
   try {
+    ExigirDestinoLivre(NomeArquivo);
     if (tipo == 1)
       conversor.Exec_Sintegra(NomeArquivo, Texto);
     else

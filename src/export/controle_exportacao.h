@@ -35,7 +35,7 @@ struct ArquivoGravado {
 class ControleExportacao {
  public:
   // REQUIRES: `conexao` outlives this object.
-  explicit ControleExportacao(TDTM_ConexaoDS& conexao) : oExportaInfoFiscal(conexao) {}
+  explicit ControleExportacao(TDTM_ConexaoDS& conexao) : oExportaInfoFiscal(conexao), conexao_(conexao) {}
 
   // The name the dialog suggests for the fiscal file: "SINTEGRA_03_2024.v1.txt" for kind 1,
   // "SPED_FISCAL_EFD_..." for 2, "SPED_FISCAL_EFD_CTB_..." for 3; empty for any other kind.
@@ -55,9 +55,11 @@ class ControleExportacao {
   bool SomenteInformacao = false;
 
   // Hands the saved text to the converter: kind 1 SINTEGRA, kind 2 SPED EFD (first layout
-  // version); any other kind calls no converter. Then puts the information file in place: also
-  // when the converter failed (the file it refused is the reason to look at), but not when the
-  // run was cancelled.
+  // version); any other kind calls no converter. A fiscal file that is one of the files the
+  // source reads, or the information file of this run, is refused with an Error and nothing is
+  // written (a name chosen in a save dialog can be any file). Then puts the information file in
+  // place: also when the converter failed (the file it refused is the reason to look at), but
+  // not when the run was cancelled.
   void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
 
   // Asks the run to stop: its next progress report, once the front has shown it, throws
@@ -79,11 +81,13 @@ class ControleExportacao {
 
  private:
   bool TemConversor() const;
+  void ExigirDestinoLivre(const std::string& NomeArquivo) const;
   // The front's progress report, then the cancel check.
   void Relatar(int APosicao, int AMaximo);
   // Renames the waiting information file over the old one, if one waits.
   void ConfirmarInformacao();
 
+  TDTM_ConexaoDS& conexao_;
   std::atomic<bool> cancelado_ = false;
   std::unique_ptr<ListSaver> informacao_;  // the information file waiting for the converter
   std::string caminho_informacao_;

@@ -76,18 +76,23 @@ void TOBJ_ExportaInfoFiscal::Executar(int ACodNFeCompra, int ACodNFeVenda) {
                                [&](auto& m) { m.L01_RegistroFiscal(a); });
   Passo<TDTM_A_TabEmpresa>("2.02-Registro: Informação da Empresa", [&](auto& m) { m.L02_InformacaoEmpresa(a); });
   Passo<TDTM_A_TabContador>("2.03-Registro: Informação do Contador", [&](auto& m) { m.InformacaoContador(a); });
+  FLinhasDasCompras = FLinhasDasVendas = 0;
+  const std::size_t antes_das_compras = a.Count();
   Passo<TDTM_A_CompraEquipamento>("2.04-Registro: Informação de Compra de Equipamentos",
                                   [&](auto& m) { m.L04_L05_L06_RegistroCompraEquipamento(a, ACodNFeCompra); });
   Passo<TDTM_A_CompraProduto>("2.05-Registro: Informação de Compra de Produtos",
                               [&](auto& m) { m.L04_L05_L06_RegistroCompraProduto(a, ACodNFeCompra); });
   Passo<TDTM_A_CompraProdConsumo>("2.06-Registro: Informação de Compra de Produtos de Consumo",
                                   [&](auto& m) { m.L04_L05_L06_RegistroCompraProdConsumo(a, ACodNFeCompra); });
+  FLinhasDasCompras = a.Count() - antes_das_compras;
   Passo<TDTM_A_CompraInsumo>("2.07-Registro: Informação de Compra de Insumos",
                              [&](auto& m) { m.L04_L05_L06_RegistroCompraInsumo(a); });
   Passo<TDTM_A_NF_NumInutilizado>("2.22-Registro: Nota Fiscal Inutilizada",
                                   [&](auto& m) { m.L04_RegistroNF_NumInutilizado(a); });
+  const std::size_t antes_das_vendas = a.Count();
   Passo<TDTM_A_NF_VendaEquipamento>("2.08-Registro: Informação Nota Fiscal de Venda de Equipamentos",
                                     [&](auto& m) { m.L04_L05_L06_RegistroNF_VendaEquipamento(a, ACodNFeVenda); });
+  FLinhasDasVendas = a.Count() - antes_das_vendas;
   Passo<TDTM_A_NF_VendaProduto>("2.09-Registro: Informação Nota Fiscal de Venda de Produtos",
                                 [&](auto& m) { m.L04_L05_L06_RegistroNF_VendaProduto(a); });
   Passo<TDTM_A_NF_TransferenciaProduto>("2.10-Registro: Informação Nota Fiscal de Transferência de Produtos",

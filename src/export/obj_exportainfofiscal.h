@@ -31,6 +31,11 @@ class TOBJ_ExportaInfoFiscal {
   // The same run, leaving the text in oArquivo instead of copying it out.
   void Executar(int ACodNFeCompra, int ACodNFeVenda);
 
+  // Lines the last run wrote in the steps that take ACodNFeCompra (2.04 to 2.06) and in the one
+  // that takes ACodNFeVenda (2.08): none, with a note named, means that it matched no note.
+  std::size_t LinhasDasCompras() const { return FLinhasDasCompras; }
+  std::size_t LinhasDasVendas() const { return FLinhasDasVendas; }
+
   void LinhaInfo_B(const std::string& AInfo) const;
   void Progresso_B(int APosicao, int AMaximo) const;
 
@@ -51,6 +56,7 @@ class TOBJ_ExportaInfoFiscal {
   TPROC_Progresso FProcProgresso;
   TRegistroFiscal FCodTipoRegistroFiscal = 0;
   std::int32_t FCodRegistroFiscal = 0;
+  std::size_t FLinhasDasCompras = 0, FLinhasDasVendas = 0;
 };
 
 }  // namespace infofiscal

@@ -1,7 +1,9 @@
 #include "host/client_dataset.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <optional>
 
 #include "base/renderings.h"
 #include "base/error.h"
@@ -12,36 +14,44 @@ namespace {
 
 const Value kNull{};
 
-std::int64_t text_to_integer(const std::string& text) {
-  const auto fail = [&] { return Error("'" + text + "' não é um valor inteiro válido"); };
+// Optional blanks, an optional sign and decimal digits, within the 64-bit integers.
+std::optional<std::int64_t> text_to_integer(const std::string& text) {
   std::size_t i = text.find_first_not_of(' ');
-  if (i == std::string::npos) throw fail();
+  if (i == std::string::npos) return std::nullopt;
   const bool negative = text[i] == '-';
   if (text[i] == '-' || text[i] == '+') ++i;
-  if (i == text.size() || text.find_first_not_of("0123456789", i) != std::string::npos) throw fail();
+  if (i == text.size() || text.find_first_not_of("0123456789", i) != std::string::npos) return std::nullopt;
   std::uint64_t magnitude = 0;
   const auto [end, ec] = std::from_chars(text.data() + i, text.data() + text.size(), magnitude);
-  if (ec != std::errc() || magnitude > (negative ? 9223372036854775808ULL : 9223372036854775807ULL)) throw fail();
+  if (ec != std::errc() || magnitude > (negative ? 9223372036854775808ULL : 9223372036854775807ULL))
+    return std::nullopt;
   return negative ? static_cast<std::int64_t>(0 - magnitude) : static_cast<std::int64_t>(magnitude);
 }
 
-double text_to_float(const std::string& text) {
+// A plain decimal number with a point: no "inf", "nan" or blanks.
+std::optional<double> text_to_float(const std::string& text) {
   double value = 0;
   const char* first = text.data();
   if (!text.empty() && text[0] == '+') ++first;
-  // Only plain decimal numbers: no "inf", "nan" or blanks.
   if (first == text.data() + text.size() || (std::string_view("-.0123456789").find(*first) == std::string_view::npos))
-    throw Error("'" + text + "' não é um valor de ponto flutuante válido");
+    return std::nullopt;
   const auto [end, ec] = std::from_chars(first, text.data() + text.size(), value, std::chars_format::general);
-  if (text.empty() || ec != std::errc() || end != text.data() + text.size())
-    throw Error("'" + text + "' não é um valor de ponto flutuante válido");
+  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return value;
 }
 
+const char* const kNotInteger = "não é um valor inteiro válido";
+const char* const kNotFloat = "não é um valor de ponto flutuante válido";
+const char* const kNotDateTime = "não é uma data e hora válida";
+
 }  // namespace
 
-ClientDataSet::ClientDataSet(std::string name, std::string provider, std::vector<FieldDef> fields, int params)
-    : name_(std::move(name)), provider_(std::move(provider)), fields_(std::move(fields)), params_(params) {}
+ClientDataSet::ClientDataSet(std::string name, std::string provider, std::vector<FieldDef> fields, int params, int key)
+    : name_(std::move(name)),
+      provider_(std::move(provider)),
+      fields_(std::move(fields)),
+      params_(params),
+      key_(std::min<std::size_t>(key, fields_.size())) {}
 
 void ClientDataSet::SetParam(int index, Value value) {
   if (index < 0 || index >= static_cast<int>(params_.size()))
@@ -131,27 +141,32 @@ std::string Field::AsString() const {
 std::int64_t Field::AsInteger() const {
   const Value& v = value();
   if (const auto* i = std::get_if<std::int64_t>(&v)) return *i;
-  if (const auto* s = std::get_if<std::string>(&v)) return text_to_integer(*s);
-  if (const auto* d = std::get_if<double>(&v)) {
+  if (const auto* s = std::get_if<std::string>(&v)) {
+    if (const auto i = text_to_integer(*s)) return *i;
+  } else if (const auto* d = std::get_if<double>(&v)) {
     const double rounded = std::nearbyint(*d);
     if (rounded >= -0x1p63 && rounded < 0x1p63) return static_cast<std::int64_t>(rounded);
+  } else if (std::holds_alternative<std::monostate>(v)) {
+    return 0;
   }
-  if (std::holds_alternative<std::monostate>(v)) return 0;
   // A time, or a number past the integers' range.
-  throw Error("'" + AsString() + "' não é um valor inteiro válido");
+  Fail(kNotInteger);
 }
 
 double Field::AsFloat() const {
   const Value& v = value();
   double result = 0;
-  if (const auto* d = std::get_if<double>(&v))
+  if (const auto* d = std::get_if<double>(&v)) {
     result = *d;
-  else if (const auto* i = std::get_if<std::int64_t>(&v))
+  } else if (const auto* i = std::get_if<std::int64_t>(&v)) {
     result = static_cast<double>(*i);
-  else if (const auto* s = std::get_if<std::string>(&v))
-    result = text_to_float(*s);
-  else if (std::holds_alternative<TimeStamp>(v))
-    throw Error("'" + AsString() + "' não é um valor de ponto flutuante válido");
+  } else if (const auto* s = std::get_if<std::string>(&v)) {
+    const auto read = text_to_float(*s);
+    if (!read) Fail(kNotFloat);
+    result = *read;
+  } else if (std::holds_alternative<TimeStamp>(v)) {
+    Fail(kNotFloat);
+  }
   if (dataset_->fields_[index_].cls == FieldClass::Single) result = static_cast<float>(result);
   return result;
 }
@@ -162,10 +177,26 @@ TimeStamp Field::AsDateTime() const {
   if (const auto* s = std::get_if<std::string>(&v)) {
     TimeStamp t;
     if (parse_timestamp(*s, t)) return t;
-    throw Error("'" + *s + "' não é uma data e hora válida");
+  } else if (is_null(v)) {
+    return TimeStamp{1899, 12, 30};
   }
-  if (is_null(v)) return TimeStamp{1899, 12, 30};
-  throw Error("'" + AsString() + "' não é uma data e hora válida");
+  Fail(kNotDateTime);
+}
+
+std::string Field::Describe() const {
+  std::string where = "campo " + std::string(dataset_->fields_[index_].name) + " de " + dataset_->Name() + ", registro";
+  for (std::size_t f = 0; f < dataset_->key_; ++f) {
+    where += ' ';
+    where += dataset_->fields_[f].name;
+    where += '=';
+    dataset_->FieldAt(static_cast<int>(f)).AppendString(where);
+  }
+  if (dataset_->key_ == 0) where += " " + std::to_string(dataset_->RecNo());
+  return where;
+}
+
+void Field::Fail(std::string_view problem) const {
+  throw Error("'" + AsString() + "' " + std::string(problem) + " (" + Describe() + ")");
 }
 
 }  // namespace infofiscal

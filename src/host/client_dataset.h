@@ -26,20 +26,28 @@ class Field {
   // timestamp "dd/mm/yyyy" or "dd/mm/yyyy hh:nn:ss".
   std::string AsString() const;
   // Null gives 0; text must be optional blanks, an optional sign and digits, else
-  // "'<text>' não é um valor inteiro válido".
+  // "'<text>' não é um valor inteiro válido (<Describe()>)".
   std::int64_t AsInteger() const;
   // Null gives 0; text must be a decimal number with a point, else
-  // "'<text>' não é um valor de ponto flutuante válido". A single-precision field is rounded
-  // to single precision.
+  // "'<text>' não é um valor de ponto flutuante válido (<Describe()>)". A single-precision field
+  // is rounded to single precision.
   double AsFloat() const;
-  // Null gives 30/12/1899 (the zero date); text must read as a timestamp.
+  // Null gives 30/12/1899 (the zero date); text must read as a timestamp, else
+  // "'<text>' não é uma data e hora válida (<Describe()>)".
   TimeStamp AsDateTime() const;
   // Appends AsString() to `out` without a temporary for text values.
   void AppendString(std::string& out) const;
 
   const Value& value() const;
 
+  // Where this value was read, for messages: "campo CDMES de TabRegistroInfoFiscal, registro
+  // CDREGISTROFISCAL=7". The row is named by its dataset's key fields, or else by its number.
+  std::string Describe() const;
+
  private:
+  // Throws Error "'<text>' <problem> (<Describe()>)".
+  [[noreturn]] void Fail(std::string_view problem) const;
+
   const ClientDataSet* dataset_;
   int index_;
 };
@@ -47,8 +55,9 @@ class Field {
 class ClientDataSet {
  public:
   // `name` is the dataset's own name (e.g. "TabCompra"), used in messages; `params` is the
-  // number of positional parameters of a parameter open.
-  ClientDataSet(std::string name, std::string provider, std::vector<FieldDef> fields, int params = 0);
+  // number of positional parameters of a parameter open; the first `key` fields name a row in
+  // messages (0: its number).
+  ClientDataSet(std::string name, std::string provider, std::vector<FieldDef> fields, int params = 0, int key = 1);
 
   ClientDataSet(const ClientDataSet&) = delete;
   ClientDataSet& operator=(const ClientDataSet&) = delete;
@@ -95,6 +104,7 @@ class ClientDataSet {
   std::string name_, provider_;
   std::vector<FieldDef> fields_;
   std::vector<Value> params_;
+  std::size_t key_;
   RecordSource* source_ = nullptr;
   Packet packet_;
   std::size_t rows_ = 0, cursor_ = 0;

@@ -1,7 +1,9 @@
 // The record source: named providers that answer a fetch with a packet of rows.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -52,6 +54,9 @@ class RecordSource {
  public:
   virtual ~RecordSource() = default;
   virtual Packet fetch(const FetchRequest& request) = 0;
+  // The files on this machine that the source reads (a database file, a snapshot): what no
+  // run may write over.
+  virtual std::vector<std::string> files() const { return {}; }
 };
 
 // Whether an SQL source fetches a note list's answers ahead (its back end's default: on for
@@ -62,13 +67,32 @@ enum class FetchAhead { Default, Off };
 // a snapshot does not (nor does an address of no back end, which open_record_source refuses).
 bool reads_provider_catalog(const std::string& address);
 
+struct SourceOptions {
+  // The provider catalog (host/sources/sql_catalog.h) that an SQL back end reads its SELECTs
+  // from; the others ignore it. Where the catalog lives is the caller's business: an installed
+  // program, a build tree and a host application each know their own.
+  std::string catalog_path{};
+  FetchAhead fetch_ahead = FetchAhead::Default;
+  // How long a database that another program is writing (an SQLite file locked by its writer)
+  // is waited for before the source gives up.
+  std::chrono::milliseconds busy_wait{30'000};
+  // Told, in Portuguese, when the source starts such a wait; nothing is said when unset.
+  std::function<void(const std::string&)> notice{};
+};
+
 // Opens the back end that an address names: "snapshot:FILE.json", "sqlite:PATH",
-// "postgresql:..." or "postgresql://...", "firebird:...". An SQL back end reads its SELECTs
-// from the provider catalog at `catalog_path` (host/sources/sql_catalog.h), which the caller
-// has found; the others ignore it. Where the catalog lives is the caller's business: an
-// installed program, a build tree and a host application each know their own. Throws Error
-// for an unknown or unusable address, or an SQL address with a catalog that cannot be read.
-std::unique_ptr<RecordSource> open_record_source(const std::string& address, FetchAhead fetch_ahead,
-                                                 const std::string& catalog_path);
+// "postgresql:..." or "postgresql://...", "firebird:...". Throws Error for an unknown or
+// unusable address, or an SQL address with a catalog that cannot be read.
+std::unique_ptr<RecordSource> open_record_source(const std::string& address, const SourceOptions& options);
+
+// The files on this machine that the source of `address` would read, found from the address
+// alone (nothing is opened): the SQLite file, an embedded Firebird database that exists here,
+// the snapshot.
+std::vector<std::string> files_of_address(const std::string& address);
+
+// `address` as messages show it: the password of a connection string ("password=...", in a
+// URI "user:password@" or "?password=...") replaced by "***". Messages, message boxes,
+// snapshots and logs name a source only so.
+std::string shown_address(const std::string& address);
 
 }  // namespace infofiscal

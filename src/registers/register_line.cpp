@@ -78,7 +78,12 @@ void ColumnTable::Write(TLinhaRegistro& line) const {
     switch (b.column.render) {
       case Render::Text: line.FieldText(b.column.number, field); break;
       case Render::Integer: line.Integer(b.column.number, field.AsInteger()); break;
-      case Render::Amount: line.Amount(b.column.number, field.AsFloat()); break;
+      case Render::Amount: {
+        const double amount = field.AsFloat();
+        if (!amount_fits(amount)) throw Error(amount_too_large(field.AsString(), field.Describe()));
+        line.Amount(b.column.number, amount);
+        break;
+      }
       case Render::Date: line.Date(b.column.number, field.AsDateTime()); break;
       case Render::DateTimeText: line.DateTime(b.column.number, field.AsDateTime()); break;
       case Render::Constant: line.Text(b.column.number, b.column.source); break;

@@ -180,7 +180,9 @@ TEST(CliExportar, TheCatalogNamedIsTheOneRead) {
   for (const auto& c : casos) {
     const auto r = run_cli(c.args, "", c.env);
     EXPECT_EQ(r.status, c.status) << r.err;
-    if (c.status != 0) EXPECT_THAT(r.err, HasSubstr(c.erro));
+    if (c.status != 0) {
+      EXPECT_THAT(r.err, HasSubstr(c.erro));
+    }
   }
 }
 

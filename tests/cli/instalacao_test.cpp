@@ -59,7 +59,7 @@ TEST(Instalacao, TheDemoMonthRunsFromTheInstalledFilesOnly) {
   const auto instalar = run_program(INFOFISCAL_CMAKE, {"--install", INFOFISCAL_BUILD_DIR, "--prefix", prefixo});
   ASSERT_EQ(instalar.status, 0) << instalar.err;
   const std::string dados = prefixo + "/share/infofiscal";
-  for (const std::string& f : {"/bin/infofiscal", "/share/infofiscal/providers.sql", "/share/infofiscal/schema.sql",
+  for (const char* f : {"/bin/infofiscal", "/share/infofiscal/providers.sql", "/share/infofiscal/schema.sql",
                                "/share/infofiscal/demo.sql", "/share/doc/infofiscal/README.md",
                                "/share/doc/infofiscal/docs/sintegra.md", "/share/doc/infofiscal/docs/efd.md"})
     EXPECT_TRUE(fs::is_regular_file(prefixo + f)) << f;

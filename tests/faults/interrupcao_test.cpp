@@ -3,7 +3,8 @@
 // (each on its own: the information file waits, complete, for the converter, so a run killed
 // between the two renames leaves the new fiscal file beside the previous information file).
 // What a kill may leave is one hidden temporary per file, ".SpedInformacao.txt.XXXXXX" and the
-// fiscal file's, beside its target, which nothing reads; a run that fails normally leaves none.
+// fiscal file's, beside its target, which nothing reads; a run that fails normally leaves none,
+// and neither does one interrupted by SIGINT, SIGTERM or SIGHUP, which says "interrompido".
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -18,6 +19,11 @@
 
 #include <gtest/gtest.h>
 
+#include "base/atomic_file.h"
+#include "base/interruption.h"
+#include "base/list_saver.h"
+#include "base/string_list.h"
+#include "faults/support.h"
 #include "host/sources/sql_source.h"
 #include "support/sql_script.h"
 #include "host/sql_support.h"
@@ -39,34 +45,6 @@ std::string snapshot_grande(char letra, std::size_t tamanho) {
       .dump();
 }
 
-pid_t iniciar(const std::vector<std::string>& args) {
-  const pid_t pid = fork();
-  if (pid == 0) {
-    const int nada = ::open("/dev/null", O_RDWR);
-    dup2(nada, 0);
-    dup2(nada, 1);
-    dup2(nada, 2);
-    std::vector<char*> argv{const_cast<char*>(INFOFISCAL_CLI)};
-    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-    argv.push_back(nullptr);
-    execv(INFOFISCAL_CLI, argv.data());
-    _exit(127);
-  }
-  return pid;
-}
-
-int esperar(pid_t pid) {
-  int status = 0;
-  waitpid(pid, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-}
-
-// Hidden temporaries that the atomic writes left in `dir`.
-int temporarios(const std::string& dir) {
-  int n = 0;
-  for (const auto& e : fs::directory_iterator(dir)) n += e.path().filename().string().rfind('.', 0) == 0;
-  return n;
-}
 
 // Two runs, `a` and `b`, that write the same files with different bytes: each run once whole,
 // then killed at random points while the other's files are in place, again and again.
@@ -78,7 +56,7 @@ void matar_muitas_vezes(const std::string& base, const std::map<char, std::vecto
   Clock::duration duracao{};
   for (const char qual : {'b', 'a'}) {
     const auto inicio = Clock::now();
-    ASSERT_EQ(esperar(iniciar(args.at(qual))), 0);
+    ASSERT_EQ(esperar(iniciar_cli(args.at(qual))), 0);
     duracao = std::max(duracao, Clock::now() - inicio);
     for (const auto& f : arquivos) inteiros[f][qual] = read_file(f);
   }
@@ -98,7 +76,7 @@ void matar_muitas_vezes(const std::string& base, const std::map<char, std::vecto
   const auto limite = Clock::now() + std::chrono::seconds(30);
   for (; tentativas < 60 && Clock::now() < limite; ++tentativas, proxima = proxima == 'a' ? 'b' : 'a') {
     const int antes = sobrando();
-    const pid_t pid = iniciar(args.at(proxima));
+    const pid_t pid = iniciar_cli(args.at(proxima));
     std::this_thread::sleep_for(std::chrono::microseconds(ponto(gerador)));
     kill(pid, SIGKILL);
     const int status = esperar(pid);
@@ -125,7 +103,7 @@ void matar_muitas_vezes(const std::string& base, const std::map<char, std::vecto
 
   // A run after all that is whole again, and adds no temporary of its own.
   const int antes = sobrando();
-  ASSERT_EQ(esperar(iniciar(args.at('b'))), 0);
+  ASSERT_EQ(esperar(iniciar_cli(args.at('b'))), 0);
   for (const auto& f : arquivos) EXPECT_EQ(read_file(f), inteiros[f]['b']) << f;
   EXPECT_EQ(sobrando(), antes);
 }
@@ -154,6 +132,128 @@ TEST(Interrupcao, AKilledRunLeavesThePreviousOrTheNewInformationAndFiscalFilesWh
   };
   matar_muitas_vezes(base, {{'a', args("1")}, {'b', args("2")}},
                      {base + "/Arquivos/InfoFiscal/SpedInformacao.txt", base + "/fiscal.txt"});
+}
+
+const struct Sinal {
+  int numero;
+  const char* nome;
+} kSinais[] = {{SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}};
+
+// What a signal may find in the middle of a write: an atomic file being written, or the
+// list's saver writing its blocks on a thread of its own. Runs in a child process, which it
+// then interrupts once the temporary exists.
+const struct Escrita {
+  const char* nome;
+  void (*escrever_e_interromper)(const std::string& alvo, int sinal);
+} kEscritas[] = {
+    {"arquivo atômico",
+     [](const std::string& alvo, int sinal) {
+       AtomicFile arquivo(alvo);
+       arquivo.write("metade");
+       ::raise(sinal);
+     }},
+    {"lista gravada em outra thread",
+     [](const std::string& alvo, int sinal) {
+       TStringList lista(64);  // blocks of 64 bytes: the saver's thread writes while lines are added
+       ListSaver gravacao(alvo, lista, false);
+       for (int i = 0; i < 100; ++i) lista.Add("uma linha do arquivo de informações, longa o bastante");
+       while (temporarios(fs::path(alvo).parent_path().string()) == 0) std::this_thread::yield();
+       ::raise(sinal);
+     }},
+};
+
+TEST(Interrupcao, ASignalRemovesTheTemporaryOfEveryWriterAndEndsByThatSignal) {
+  for (const Escrita& escrita : kEscritas) {
+    for (const Sinal& sinal : kSinais) {
+      SCOPED_TRACE(std::string(escrita.nome) + ", " + sinal.nome);
+      const std::string dir = fresh_dir("interrupcao-sinal");
+      const std::string alvo = dir + "/alvo/SpedInformacao.txt";
+      fs::create_directory(dir + "/alvo");
+      write_file(alvo, "anterior\r\n");
+      const int erros = ::open((dir + "/erros").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+      const pid_t pid = fork();
+      if (pid == 0) {
+        dup2(erros, 2);
+        handle_interruptions("teste");
+        escrita.escrever_e_interromper(alvo, sinal.numero);
+        _exit(0);
+      }
+      ::close(erros);
+      EXPECT_EQ(esperar(pid), 128 + sinal.numero);
+      EXPECT_EQ(read_file(dir + "/erros"), std::string("teste: interrompido (") + sinal.nome + ")\n");
+      EXPECT_EQ(temporarios(dir + "/alvo"), 0);
+      EXPECT_EQ(read_file(alvo), "anterior\r\n");
+    }
+  }
+}
+
+// Stops the run `pid` as soon as `pasta` holds a temporary; false when the run ended first or
+// had already renamed the temporary when it stopped (it is then let go and waited for).
+bool parar_com_temporario(pid_t pid, const std::string& pasta) {
+  for (;;) {
+    int status = 0;
+    if (waitpid(pid, &status, WNOHANG) == pid) return false;
+    if (temporarios(pasta) > 0) break;
+    std::this_thread::sleep_for(std::chrono::microseconds(50));
+  }
+  kill(pid, SIGSTOP);
+  int status = 0;
+  waitpid(pid, &status, WUNTRACED);
+  if (WIFSTOPPED(status) && temporarios(pasta) > 0) return true;
+  if (WIFSTOPPED(status)) {
+    kill(pid, SIGCONT);
+    esperar(pid);
+  }
+  return false;
+}
+
+// The command itself, interrupted while it writes SpedInformacao.txt (a line 01 of 20 MB).
+TEST(Interrupcao, AnInterruptedRunSaysSoAndLeavesThePreviousFile) {
+  const std::string base = fresh_dir("interrupcao-comando", true);
+  const std::string pasta = base + "/Arquivos/InfoFiscal", info = pasta + "/SpedInformacao.txt";
+  write_file(base + "/s.json", snapshot_grande('x', 20'000'000));
+  const std::vector<std::string> args{"exportar", "--fonte", "snapshot:" + base + "/s.json", "--registro", "7",
+                                      "--tipo", "3", "--base", base};
+  for (const Sinal& sinal : kSinais) {
+    SCOPED_TRACE(sinal.nome);
+    int status = -1, tentativas = 0;
+    for (; status < 0 && tentativas < 30; ++tentativas) {
+      write_file(info, "anterior\r\n");
+      const int erros = ::open((base + "/erros").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+      const pid_t pid = iniciar_cli(args, -1, erros);
+      ::close(erros);
+      if (!parar_com_temporario(pid, pasta)) continue;
+      kill(pid, sinal.numero);
+      kill(pid, SIGCONT);
+      status = esperar(pid);
+    }
+    ASSERT_GE(status, 0) << "the temporary was never seen in " << tentativas << " runs";
+    EXPECT_EQ(status, 128 + sinal.numero);
+    EXPECT_EQ(read_file(base + "/erros"), std::string("infofiscal: interrompido (") + sinal.nome + ")\n");
+    EXPECT_EQ(temporarios(pasta), 0);
+    EXPECT_EQ(read_file(info), "anterior\r\n");
+  }
+}
+
+// `exportar ... | head -1`: the reader goes after the first line; the files are written whole
+// all the same, and the run ends well.
+TEST(Interrupcao, AReaderThatClosesStdoutDoesNotStopTheFiles) {
+  const std::string esperado = fresh_dir("interrupcao-pipe-esperado", true);
+  const std::string base = fresh_dir("interrupcao-pipe", true);
+  run_sql_script("sqlite:" + base + "/erp.db", demo_script());
+  const auto args = [&](const std::string& dir) {
+    return std::vector<std::string>{"exportar", "--fonte", "sqlite:" + base + "/erp.db", "--registro", "1", "--tipo", "1",
+                                    "--base", dir, "--arquivo-fiscal", dir + "/fiscal.txt"};
+  };
+  ASSERT_EQ(run_cli(args(esperado)).status, 0);
+  int tubo[2];
+  ASSERT_EQ(pipe(tubo), 0);
+  ::close(tubo[0]);  // no reader at all: the first line already meets a broken pipe
+  const pid_t pid = iniciar_cli(args(base), tubo[1]);
+  ::close(tubo[1]);
+  EXPECT_EQ(esperar(pid), 0);
+  for (const char* arquivo : {"/Arquivos/InfoFiscal/SpedInformacao.txt", "/fiscal.txt"})
+    EXPECT_EQ(read_file(base + arquivo), read_file(esperado + arquivo)) << arquivo;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/mount.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -39,6 +40,34 @@ void encher_disco(const std::string& dir) {
   while (::write(fd, bloco.data(), 1) > 0) {
   }
   ::close(fd);
+}
+
+pid_t iniciar_cli(const std::vector<std::string>& args, int saida, int erros) {
+  const pid_t pid = fork();
+  if (pid == 0) {
+    const int nada = ::open("/dev/null", O_RDWR);
+    dup2(nada, 0);
+    dup2(saida >= 0 ? saida : nada, 1);
+    dup2(erros >= 0 ? erros : nada, 2);
+    std::vector<char*> argv{const_cast<char*>(INFOFISCAL_CLI)};
+    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    execv(INFOFISCAL_CLI, argv.data());
+    _exit(127);
+  }
+  return pid;
+}
+
+int esperar(pid_t pid) {
+  int status = 0;
+  waitpid(pid, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+int temporarios(const std::string& dir) {
+  int n = 0;
+  for (const auto& e : fs::directory_iterator(dir)) n += e.path().filename().string().rfind('.', 0) == 0;
+  return n;
 }
 
 }  // namespace infofiscal::testing

@@ -2,8 +2,11 @@
 // created, changed and left behind nothing.
 #pragma once
 
+#include <sys/types.h>
+
 #include <map>
 #include <string>
+#include <vector>
 
 namespace infofiscal::testing {
 
@@ -18,5 +21,13 @@ void desmontar(const std::string& dir);
 
 // Fills the file system of `dir` until it has no byte left.
 void encher_disco(const std::string& dir);
+
+// Starts the built command with `args` and no standard input, its stdout and stderr on the
+// descriptors given (-1: /dev/null); returns at once with its process id.
+pid_t iniciar_cli(const std::vector<std::string>& args, int saida = -1, int erros = -1);
+// Waits for `pid`: its exit status, or 128 + the number of the signal that ended it.
+int esperar(pid_t pid);
+// The hidden temporaries (names beginning with '.') in `dir`.
+int temporarios(const std::string& dir);
 
 }  // namespace infofiscal::testing

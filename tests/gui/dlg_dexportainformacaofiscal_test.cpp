@@ -330,7 +330,7 @@ TEST(DialogoExporta, CancelarStopsTheRunAndLeavesEveryFileAsItWas) {
       const std::string base = fresh_dir("dialogo-cancelar-run", true);
       write_file(base + kInfo, "anterior\r\n");
       write_file(base + "/fiscal.txt", "fiscal anterior\r\n");
-      Dialogo d(open_record_source(db.address(), FetchAhead::Default, testing::catalog_path()), tipo, tipo, base);
+      Dialogo d(open_record_source(db.address(), {.catalog_path = testing::catalog_path()}), tipo, tipo, base);
       d.resposta = base + "/fiscal.txt";
       EXPECT_FALSE(d.dlg.BtCancelar->isEnabled());
       bool clicado = false;

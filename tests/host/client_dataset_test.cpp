@@ -12,11 +12,12 @@ namespace {
 using testing::json;
 using testing::Snapshot;
 
-// A dataset of one row holding `cell` in a field of class `cls`.
+// A dataset of one row holding `cell` in a field of class `cls`; the row is named by its
+// number.
 struct OneCell {
   OneCell(const json& cell, FieldClass cls)
       : source(Snapshot().params("DspX", json::array(), {{{"F", cell}}}).document(), "teste"),
-        tab("TabX", "DspX", {{"F", cls}}) {
+        tab("TabX", "DspX", {{"F", cls}}, 0, 0) {
     tab.SetRemoteServer(&source);
     tab.Open();
   }
@@ -55,7 +56,7 @@ TEST(FieldConversions, AsInteger) {
       OneCell(bad, FieldClass::Integer).field().AsInteger();
       ADD_FAILURE() << bad;
     } catch (const Error& e) {
-      EXPECT_EQ(e.what(), "'" + std::string(bad) + "' não é um valor inteiro válido");
+      EXPECT_EQ(e.what(), "'" + std::string(bad) + "' não é um valor inteiro válido (campo F de TabX, registro 1)");
     }
   }
   // Numbers past the integers' range, as a database or a snapshot may hold them.
@@ -65,7 +66,7 @@ TEST(FieldConversions, AsInteger) {
       cell.field().AsInteger();
       ADD_FAILURE() << bad;
     } catch (const Error& e) {
-      EXPECT_EQ(e.what(), "'" + cell.field().AsString() + "' não é um valor inteiro válido");
+      EXPECT_EQ(e.what(), "'" + cell.field().AsString() + "' não é um valor inteiro válido (campo F de TabX, registro 1)");
     }
   }
   EXPECT_EQ(OneCell(-9223372036854775808.0, FieldClass::Integer).field().AsInteger(), INT64_MIN);
@@ -82,7 +83,8 @@ TEST(FieldConversions, AsFloat) {
       OneCell(bad, FieldClass::Float).field().AsFloat();
       ADD_FAILURE() << bad;
     } catch (const Error& e) {
-      EXPECT_EQ(e.what(), "'" + std::string(bad) + "' não é um valor de ponto flutuante válido");
+      EXPECT_EQ(e.what(),
+                "'" + std::string(bad) + "' não é um valor de ponto flutuante válido (campo F de TabX, registro 1)");
     }
   }
 }
@@ -91,6 +93,35 @@ TEST(FieldConversions, AsDateTime) {
   EXPECT_EQ(OneCell("2024-02-29", FieldClass::TimeStamp).field().AsDateTime(), (TimeStamp{2024, 2, 29}));
   EXPECT_EQ(OneCell(nullptr, FieldClass::TimeStamp).field().AsDateTime(), (TimeStamp{1899, 12, 30}));
   EXPECT_THROW(OneCell("2023-02-29", FieldClass::TimeStamp).field().AsDateTime(), Error);
+}
+
+// A value that does not convert names the dataset, the field, the row (by its key fields, or
+// its number) and the value as stored.
+TEST(FieldConversions, AFailedConversionNamesTheFieldAndTheRow) {
+  const json rows = {{{"CDNOTA", 10}, {"ITEM", 1}, {"VALOR", "1.5"}}, {{"CDNOTA", 10}, {"ITEM", 2}, {"VALOR", "dez"}}};
+  SnapshotSource source(Snapshot().params("DspItens", json::array(), rows).document(), "teste");
+  const std::vector<FieldDef> fields = {
+      {"CDNOTA", FieldClass::Integer}, {"ITEM", FieldClass::Smallint}, {"VALOR", FieldClass::Float}};
+  const struct {
+    int key;
+    const char* where;
+  } cases[] = {
+      {1, "registro CDNOTA=10"},
+      {2, "registro CDNOTA=10 ITEM=2"},
+      {0, "registro 2"},
+  };
+  for (const auto& c : cases) {
+    ClientDataSet tab("TabItens", "DspItens", fields, 0, c.key);
+    tab.SetRemoteServer(&source);
+    tab.Open();
+    tab.Next();
+    try {
+      tab.FieldByName("VALOR").AsFloat();
+      ADD_FAILURE() << c.key;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.what(), "'dez' não é um valor de ponto flutuante válido (campo VALOR de TabItens, " + std::string(c.where) + ")");
+    }
+  }
 }
 
 TEST(ClientDataSet, CursorWalksLikeTheDatasetLibrary) {

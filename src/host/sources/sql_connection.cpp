@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <cctype>
+#include <optional>
+#include <string_view>
 
 #include <soci/firebird/soci-firebird.h>
 #include <soci/postgresql/soci-postgresql.h>
@@ -91,11 +93,12 @@ std::string postgresql_conninfo(const std::string& address) {
 void require_database(const std::string& address) {
   const auto [scheme, rest] = split_address(address);
   if (trim(rest).empty())
-    throw Error("Endereço de fonte de dados incompleto: '" + address + "' (falta o banco depois de '" + scheme + ":')");
+    throw Error("Endereço de fonte de dados incompleto: '" + shown_address(address) + "' (falta o banco depois de '" +
+                scheme + ":')");
 }
 
 [[noreturn]] void cannot_open(const std::string& address, const soci::soci_error& e) {
-  throw Error("Não foi possível abrir a fonte de dados '" + address + "': " + explain(e.what()));
+  throw Error("Não foi possível abrir a fonte de dados '" + shown_address(address) + "': " + explain(e.what()));
 }
 
 }  // namespace
@@ -106,8 +109,35 @@ Address split_address(const std::string& address) {
   return {address.substr(0, colon), address.substr(colon + 1)};
 }
 
-// The database's own message; a missing table, the fault an adapted catalog meets most, a file
-// that is no database and a refused connection are also said in Portuguese.
+namespace {
+
+// What the client libraries say when the server went away in the middle of a run (PostgreSQL,
+// then Firebird); the first marker found is the reason given.
+constexpr const char* kConnectionLost[] = {
+    "FATAL:", "server closed the connection unexpectedly", "no connection to the server",
+    "could not receive data from server", "could not send data to server", "SSL SYSCALL error",
+    "connection shutdown", "Error reading data from the connection", "Error writing data to the connection"};
+
+// "a conexão com o servidor foi perdida: <reason>", the reason the rest of the marker's line,
+// or nothing when `message` tells of no lost connection.
+std::optional<std::string> lost_connection(const std::string& message) {
+  for (const std::string_view marker : kConnectionLost) {
+    const auto at = message.find(marker);
+    if (at == std::string::npos) continue;
+    const auto start = marker == "FATAL:" ? at + marker.size() : at;
+    const auto end = message.find_first_of("\r\n", start);
+    const auto reason = message.substr(start, end == std::string::npos ? end : end - start);
+    return "a conexão com o servidor foi perdida: " + trim(reason);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::string explain_query_failure(const std::string& message) {
+  return lost_connection(message).value_or(explain(message));
+}
+
 std::string explain(const std::string& message) {
   // SQLite, PostgreSQL and Firebird, in this order.
   for (const char* marker : {"no such table: ", "relation \"", "Table unknown\n"}) {
@@ -119,8 +149,11 @@ std::string explain(const std::string& message) {
     return "a tabela '" + table + "' não existe no banco (" + trim(message) + ")";
   }
   // The faults of opening that a user meets first.
-  for (const auto& [marker, meaning] : {std::pair{"file is not a database", "o arquivo não é um banco de dados SQLite"},
-                                        std::pair{"Connection refused", "o servidor recusou a conexão"}})
+  constexpr std::pair<const char*, const char*> kFaults[] = {
+      {"file is not a database", "o arquivo não é um banco de dados SQLite"},
+      {"Connection refused", "o servidor recusou a conexão"},
+      {"database is locked", "o banco de dados está bloqueado por outro programa"}};
+  for (const auto& [marker, meaning] : kFaults)
     if (message.find(marker) != std::string::npos) return std::string(meaning) + " (" + trim(message) + ")";
   return trim(message);
 }
@@ -144,7 +177,7 @@ std::unique_ptr<soci::session> open_session(const std::string& address) {
                                          : "service=" + connect_value(rest) + " user=SYSDBA charset=UTF8";
       session = std::make_unique<soci::session>(*soci::factory_firebird(), parameters);
     } else {
-      throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + address + "'");
+      throw Error("Fonte de dados '" + scheme + "' não suportada nesta versão: '" + shown_address(address) + "'");
     }
     return session;
   } catch (const soci::soci_error& e) {
@@ -152,14 +185,14 @@ std::unique_ptr<soci::session> open_session(const std::string& address) {
   }
 }
 
-std::unique_ptr<SqlConnection> open_connection(const std::string& address) {
+std::unique_ptr<SqlConnection> open_connection(const std::string& address, const SourceOptions& options) {
   const auto [scheme, rest] = split_address(address);
   if (scheme == "postgresql") return soci_connection(open_session(address), postgresql_conninfo(address));
   if (scheme != "sqlite") return soci_connection(open_session(address));
   require_database(address);
   if (access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
   try {
-    return open_sqlite_reader(rest);
+    return open_sqlite_reader(rest, options.busy_wait, options.notice);
   } catch (const soci::soci_error& e) {
     cannot_open(address, e);
   }

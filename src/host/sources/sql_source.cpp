@@ -37,12 +37,12 @@ std::string statement_key(const FetchRequest& request) {
 
 }  // namespace
 
-SqlSource::SqlSource(const std::string& address, const std::string& catalog_path)
-    : address_(address), dialect_(split_address(address).scheme) {
+SqlSource::SqlSource(const std::string& address, const std::string& catalog_path, const SourceOptions& options)
+    : address_(address), shown_(shown_address(address)), dialect_(split_address(address).scheme) {
   const std::string text = read_text_file(catalog_path, "o catálogo de provedores");
   catalog_ = parse_provider_catalog(text, dialect_, catalog_path);
   prefetch_ = parse_prefetch_catalog(text, dialect_, catalog_path);
-  connection_ = open_connection(address);
+  connection_ = open_connection(address, options);
   // A round trip per note is what a server costs; SQLite runs in this process.
   prefetch_on_ = dialect_ == "postgresql";
 }
@@ -251,14 +251,13 @@ Packet SqlSource::fetch(const FetchRequest& request) {
   } catch (const soci::soci_error& e) {
     statements_.erase(statement_key(request));
     throw Error("Erro ao consultar " + std::string(request.provider) + " (" + std::string(request.dataset) +
-                ") em '" + address_ + "': " + explain(e.what()));
+                ") em '" + shown_ + "': " + explain_query_failure(e.what()));
   }
 }
 
-std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead,
-                                              const std::string& catalog_path) {
-  auto source = std::make_unique<SqlSource>(address, catalog_path);
-  if (fetch_ahead == FetchAhead::Off) source->Prefetch(false);
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, const SourceOptions& options) {
+  auto source = std::make_unique<SqlSource>(address, options.catalog_path, options);
+  if (options.fetch_ahead == FetchAhead::Off) source->Prefetch(false);
   return source;
 }
 

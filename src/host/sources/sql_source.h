@@ -28,14 +28,16 @@ class SqlSource : public RecordSource {
   // Connects to `address` ("sqlite:PATH", "postgresql:CONNINFO", "postgresql://...",
   // "firebird:DATABASE" or "firebird:service=... user=...") and reads
   // the catalog at `catalog_path`. Throws Error naming the address or the file when either
-  // cannot be used; an SQLite file is opened read-only and must exist.
-  SqlSource(const std::string& address, const std::string& catalog_path);
+  // cannot be used; an SQLite file is opened read-only and must exist (`options`: how long it
+  // is waited for while another program writes it).
+  SqlSource(const std::string& address, const std::string& catalog_path, const SourceOptions& options = {});
   ~SqlSource() override;
 
   // Runs the provider's SELECT with the request's values and returns one cell per declared
   // field. A provider the catalog lacks, a declared field the SELECT does not return, or a
   // database error throws Error naming the provider and the dataset.
   Packet fetch(const FetchRequest& request) override;
+  std::vector<std::string> files() const override { return files_of_address(address_); }
 
   // How many statements have been prepared so far (one per provider and kinds of values).
   std::size_t PreparedStatements() const { return statements_.size(); }
@@ -61,7 +63,7 @@ class SqlSource : public RecordSource {
   // Throws for a row of no note of the list, or out of the list's order.
   bool NextRow(Stream& stream, const NoteList& list);
 
-  std::string address_, dialect_;
+  std::string address_, shown_, dialect_;  // shown_: the address as messages show it
   std::unique_ptr<SqlConnection> connection_;
   ProviderCatalog catalog_;
   PrefetchCatalog prefetch_;
@@ -73,9 +75,8 @@ class SqlSource : public RecordSource {
   bool prefetch_on_ = true;
 };
 
-// Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the catalog at `catalog_path`;
-// fetching ahead as the back end's default, or off (to measure what it gains).
-std::unique_ptr<RecordSource> open_sql_source(const std::string& address, FetchAhead fetch_ahead,
-                                              const std::string& catalog_path);
+// Opens "sqlite:PATH", "postgresql:..." or "firebird:..." with the catalog and waits of
+// `options`; fetching ahead as the back end's default, or off (to measure what it gains).
+std::unique_ptr<RecordSource> open_sql_source(const std::string& address, const SourceOptions& options);
 
 }  // namespace infofiscal

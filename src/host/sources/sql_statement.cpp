@@ -11,6 +11,8 @@
 #include <fmt/format.h>
 #include <soci/soci.h>
 
+#include "base/error.h"
+
 namespace infofiscal {
 
 std::string upper_case(std::string_view text) {
@@ -137,14 +139,19 @@ class SqliteStatement : public SqlStatement {
 
 class SqliteReader : public SqlConnection {
  public:
-  explicit SqliteReader(const std::string& path) {
+  SqliteReader(const std::string& path, std::chrono::milliseconds busy_wait,
+               const std::function<void(const std::string&)>& notice)
+      : path_(path), busy_wait_(busy_wait), notice_(notice) {
     // No mutex: the connection is used by one thread at a time, and SQLite's locks cost as
     // much as the reading of a note.
     const int opened = sqlite3_open_v2(path.c_str(), &db_, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     if (opened != SQLITE_OK) Fail();
-    // SQLite reads the file lazily: look at it now, so that a file that is no database fails here.
-    Execute("SELECT count(*) FROM sqlite_master");
+    sqlite3_busy_handler(db_, &SqliteReader::Busy, this);
+    // The read transaction takes its lock on its first read, here: a writer that holds the
+    // file is waited for now, not in the middle of the run. SQLite reads the file lazily, so
+    // that read is also where a file that is no database fails.
     Execute("BEGIN");
+    Execute("SELECT count(*) FROM sqlite_master");
     // A page cache that holds the notes' indexes and the catalogues: the default one (2 MiB)
     // sends most lookups of a large month back to the file.
     Execute("PRAGMA cache_size = -65536");
@@ -156,16 +163,42 @@ class SqliteReader : public SqlConnection {
   }
 
  private:
+  // SQLite's busy handler: true to try again. Says once that it waits, and waits in steps of
+  // 50 ms up to busy_wait_ from the first call of this wait.
+  static int Busy(void* self, int calls) {
+    auto& reader = *static_cast<SqliteReader*>(self);
+    const auto now = std::chrono::steady_clock::now();
+    if (calls == 0) {
+      reader.busy_since_ = now;
+      if (reader.notice_)
+        reader.notice_(fmt::format("Banco de dados SQLite '{}' bloqueado por outro programa: aguardando até {} s",
+                                   reader.path_, reader.WaitSeconds()));
+    }
+    if (now - reader.busy_since_ >= reader.busy_wait_) return 0;
+    sqlite3_sleep(50);
+    return 1;
+  }
+  long long WaitSeconds() const { return std::chrono::ceil<std::chrono::seconds>(busy_wait_).count(); }
+
   [[noreturn]] void Fail() {
+    const bool busy = db_ && sqlite3_errcode(db_) == SQLITE_BUSY;
     const std::string message = db_ ? sqlite3_errmsg(db_) : "sem memória";
     sqlite3_close_v2(db_);
     db_ = nullptr;
+    if (busy)
+      throw Error(fmt::format(
+          "Banco de dados SQLite '{}' bloqueado por outro programa há {} s: tente de novo quando ele terminar de gravar",
+          path_, WaitSeconds()));
     throw soci::soci_error(message);
   }
   void Execute(const char* sql) {
     if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) Fail();
   }
 
+  std::string path_;
+  std::chrono::milliseconds busy_wait_;
+  std::function<void(const std::string&)> notice_;
+  std::chrono::steady_clock::time_point busy_since_;
   sqlite3* db_ = nullptr;
 };
 
@@ -446,8 +479,9 @@ class SociConnection : public SqlConnection {
 
 }  // namespace
 
-std::unique_ptr<SqlConnection> open_sqlite_reader(const std::string& path) {
-  return std::make_unique<SqliteReader>(path);
+std::unique_ptr<SqlConnection> open_sqlite_reader(const std::string& path, std::chrono::milliseconds busy_wait,
+                                                  const std::function<void(const std::string&)>& notice) {
+  return std::make_unique<SqliteReader>(path, busy_wait, notice);
 }
 
 std::unique_ptr<SqlConnection> soci_connection(std::unique_ptr<soci::session> session,

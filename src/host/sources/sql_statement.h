@@ -4,7 +4,9 @@
 // every lock shows in a large month); PostgreSQL and Firebird through SOCI.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -87,9 +89,12 @@ class SqlConnection {
 };
 
 // A read-only connection to the SQLite file at `path`, in one read transaction for the whole run
-// (one consistent view of the month, and no file lock taken and dropped around every query).
-// Throws soci::soci_error for a file that cannot be opened or is no database.
-std::unique_ptr<SqlConnection> open_sqlite_reader(const std::string& path);
+// (one consistent view of the month, and no file lock taken and dropped around every query),
+// begun here. While another program writes the file, this waits up to `busy_wait`, telling
+// `notice` (when set) once that it waits; then it gives up with Error naming the file. Throws
+// soci::soci_error for a file that cannot be opened or is no database.
+std::unique_ptr<SqlConnection> open_sqlite_reader(const std::string& path, std::chrono::milliseconds busy_wait,
+                                                  const std::function<void(const std::string&)>& notice);
 
 // Statements through a SOCI session (PostgreSQL, Firebird). With `postgresql_conninfo`, the
 // session's own, a Stream reads its rows as the server sends them, on a connection of its own.

@@ -215,7 +215,8 @@ ClientDataSet TDTM_A_Compra::DataSetItens(const TTipoCompra& tipo) {
       {"NUMNCM", FieldClass::String, 20},
       {"CODBARRA", FieldClass::String, tipo.tamanho_codbarra},
   };
-  return ClientDataSet(std::string(tipo.tabela), std::string(tipo.provedor), std::move(campos), 1);
+  // An item is named by its purchase, its code and its number on the note.
+  return ClientDataSet(std::string(tipo.tabela), std::string(tipo.provedor), std::move(campos), 1, 3);
 }
 
 void TDTM_A_Compra::RegistraCompras(TStringList& AArquivo, int ACodFiltro, const TTipoCompra& tipo) {

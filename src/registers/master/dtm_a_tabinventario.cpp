@@ -12,9 +12,11 @@ using namespace linha;
 TDTM_A_TabInventario::TDTM_A_TabInventario(TDTM_ConexaoDS& conexao, const TabelaInventario& tabela)
     : TDTM_A_Padrao(conexao),
       TabInventario("TabInventario", std::string(tabela.provider_inventario),
-                    std::vector<FieldDef>(tabela.campos_inventario.begin(), tabela.campos_inventario.end()), 1),
+                    std::vector<FieldDef>(tabela.campos_inventario.begin(), tabela.campos_inventario.end()), 1,
+                    2),  // an inventory is named by its number and its kind
       TabInventarioProduto("TabInventarioProduto", std::string(tabela.provider_produto),
-                           std::vector<FieldDef>(tabela.campos_produto.begin(), tabela.campos_produto.end()), 1),
+                           std::vector<FieldDef>(tabela.campos_produto.begin(), tabela.campos_produto.end()), 1,
+                           tabela.chave_produto),
       tabela_(tabela) {
   Bind(TabInventario);
   Bind(TabInventarioProduto);

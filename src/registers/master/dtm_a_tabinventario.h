@@ -19,6 +19,7 @@ struct TabelaInventario {
   std::span<const FieldDef> campos_inventario;  // declared order of TabInventario
   std::string_view provider_produto;            // product rows
   std::span<const FieldDef> campos_produto;     // declared order of TabInventarioProduto
+  int chave_produto;                            // its first fields that name a product row
   int linha_inventario;                         // 16 or 18
   std::string_view prefixo_inventario;          // its error prefix
   int linha_produto;                            // 17 or 19

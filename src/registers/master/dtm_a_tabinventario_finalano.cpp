@@ -26,6 +26,7 @@ constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALANO",
                                    .campos_inventario = kInventario,
                                    .provider_produto = "DspInventarioProduto_FA",
                                    .campos_produto = kProduto,
+                                   .chave_produto = 3,  // CDINVENTARIO, CDTIPOINVENTARIO, CDPRODUTO
                                    .linha_inventario = L18::kTipo,
                                    .prefixo_inventario = "Erro ano Gerar Registro Linha 18 : ",
                                    .linha_produto = L19::kTipo,

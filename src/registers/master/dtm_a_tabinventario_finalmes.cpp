@@ -26,6 +26,7 @@ constexpr TabelaInventario kTabela{.chave = "REGINVENTARIOFINALMES",
                                    .campos_inventario = kInventario,
                                    .provider_produto = "DspInventarioProduto_FM",
                                    .campos_produto = kProduto,
+                                   .chave_produto = 2,  // CDINVENTARIO, CDPRODUTO
                                    .linha_inventario = L16::kTipo,
                                    .prefixo_inventario = "Erro ano Gerar Registro Linha 16 : ",
                                    .linha_produto = L17::kTipo,

@@ -38,9 +38,11 @@ void requisita(ClientDataSet& dataset, int tipo, int nota) {
 // The party's city and country codes are both the server column CODIBGE.
 TDTM_A_DevVenda::TDTM_A_DevVenda(TDTM_ConexaoDS& conexao)
     : TDTM_A_Padrao(conexao),
-      TabListaNotaFiscal("TabListaNotaFiscal", "DspListaNotaFiscal", nf_saida::lista_campos()),
-      TabNF_Venda("TabNF_Venda", "DspNF_Venda", nf_saida::venda_campos(FieldClass::Integer)),
-      TabNF_Cliente("TabNF_Cliente", "DspNF_Cliente", nf_saida::cliente_campos({{"CODIBGE", FieldClass::Integer, 0}})),
+      // A note is named by its type and number.
+      TabListaNotaFiscal("TabListaNotaFiscal", "DspListaNotaFiscal", nf_saida::lista_campos(), 0, 2),
+      TabNF_Venda("TabNF_Venda", "DspNF_Venda", nf_saida::venda_campos(FieldClass::Integer), 0, 2),
+      TabNF_Cliente("TabNF_Cliente", "DspNF_Cliente",
+                    nf_saida::cliente_campos({{"CODIBGE", FieldClass::Integer, 0}}), 0, 2),
       FColunas04(TabNF_Venda, colunas_04()),
       FColunas05(TabNF_Cliente, kColunas05),
       FPDE(TabNF_Venda.FieldIndex("PDE")),

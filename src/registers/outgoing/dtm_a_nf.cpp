@@ -34,12 +34,13 @@ std::vector<Column> colunas_05(std::string_view papel) {
 
 TDTM_A_NF::TDTM_A_NF(TDTM_ConexaoDS& conexao)
     : TDTM_A_Padrao(conexao),
-      TabListaNotaFiscal("TabListaNotaFiscal", "DspListaNotaFiscal", nf_saida::lista_campos()),
-      TabNF_Venda("TabNF_Venda", "DspNF_Venda", nf_saida::venda_campos(FieldClass::Smallint), 2),
+      // A note is named by its type and number.
+      TabListaNotaFiscal("TabListaNotaFiscal", "DspListaNotaFiscal", nf_saida::lista_campos(), 0, 2),
+      TabNF_Venda("TabNF_Venda", "DspNF_Venda", nf_saida::venda_campos(FieldClass::Smallint), 2, 2),
       TabNF_Cliente(
           "TabNF_Cliente", "DspNF_Cliente",
           nf_saida::cliente_campos({{"IBGE_CIDADE", FieldClass::Integer, 0}, {"IBGE_PAIS", FieldClass::Integer, 0}}),
-          2),
+          2, 2),
       FColunas04(TabNF_Venda, colunas_04()),
       FColunas05Cliente(TabNF_Cliente, colunas_05("1")),
       FColunas05Fornecedor(TabNF_Cliente, colunas_05("2")),

@@ -59,7 +59,7 @@ constexpr Column kProduto[] = {{L06::Produto, Render::Text, "CDPRODUTO"}};
 
 TDTM_A_NF_Itens::TDTM_A_NF_Itens(TDTM_ConexaoDS& conexao, const TTipoNFSaida& tipo)
     : TDTM_A_NF(conexao),
-      TabNF_Produto("TabNF_Produto", "DspNF_Produto", produto_campos(), 2),
+      TabNF_Produto("TabNF_Produto", "DspNF_Produto", produto_campos(), 2, 3),
       FTipo(tipo),
       FProduto(TabNF_Produto, kProduto),
       // The item type (C15) is 2 for every outgoing kind, equipment sales included.

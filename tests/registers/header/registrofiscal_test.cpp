@@ -54,7 +54,8 @@ TEST(Line01, ColumnsOfTheFiscalRegister) {
        "[C99]15[/C99]"},
       {"month out of range", {{"CDMES", 13}, {"ANO", 2024}}, 2, "erro: Erro ano Gerar Registro Linha 01: Mês inválido: 13"},
       {"month that is no number", {{"CDMES", "mar"}, {"ANO", 2024}}, 2,
-       "erro: Erro ano Gerar Registro Linha 01: 'mar' não é um valor inteiro válido"},
+       "erro: Erro ano Gerar Registro Linha 01: 'mar' não é um valor inteiro válido (campo CDMES de "
+       "TabRegistroInfoFiscal, registro CDREGISTROFISCAL=7)"},
   };
   for (const auto& c : cases) EXPECT_EQ(line01(Snapshot().registro(7, c.overrides), c.tipo), c.line) << c.name;
 }

@@ -211,7 +211,9 @@ TEST(PurchaseDrivers, FailuresEndTheDriverAndKeepEarlierLines) {
       {"an item that fails: earlier items stay",
        notas(k, lista(3)).params("DsCompraProduto", {102}, json::array({item_minimo(102, 1), quebrado})),
        {l04_minima(k, 1, "N1"), l05_vazia(k, 1), l04_minima(k, 2, "N2"), l05_vazia(k, 2), l06_minima(k, 2, 1)},
-       progresso({1, 2}, 3), "Erro ano Gerar Registro Linha 06 : 'abc' não é um valor de ponto flutuante válido"},
+       progresso({1, 2}, 3),
+       "Erro ano Gerar Registro Linha 06 : 'abc' não é um valor de ponto flutuante válido (campo QUANTIDADE de "
+       "TabCompraProduto, registro CDCOMPRA=102 CDPRODUTO=501 ITEMCOMPRA=2)"},
       {"a header query that fails",
        notas(k, lista(3), json::object(), Snapshot().error("DspCompra", {102}, "recusada")), linhas(k, {1}), progresso({1, 2}, 3),
        "Erro ao Abrir Tabela de Compra : recusada"},
@@ -221,7 +223,7 @@ TEST(PurchaseDrivers, FailuresEndTheDriverAndKeepEarlierLines) {
        "Erro ao Abrir Tabela de InstituicaoFornecedor : recusada"},
       {"a model that is no number passes unchanged",
        notas(k, {{101, "55", "N1"}, {102, "", "N2"}, {103, "55", "N3"}}), linhas(k, {1}), progresso({1, 2}, 3),
-       "'' não é um valor inteiro válido"},
+       "'' não é um valor inteiro válido (campo MODELO de TabListaCompra, registro CDCOMPRA=102)"},
       {"a purchase list that fails passes unchanged",
        Snapshot().registro(7, {{"REGCOMPRAPRODUTO", "S"}}).request_error("DspListaCompra", {7, 2}, "servidor fora"),
        {}, {}, "servidor fora"},
@@ -229,7 +231,8 @@ TEST(PurchaseDrivers, FailuresEndTheDriverAndKeepEarlierLines) {
        Snapshot().error("DspRegistroInfoFiscal", {7}, "sem conexão"), {}, {}, "sem conexão"},
       {"a range bound that is no number passes unchanged",
        notas(k, lista(2), {{"TIPOEXPORTACAO", 2}, {"TIPOEXPORTACAOINICIO", "x"}}), {}, {},
-       "'x' não é um valor inteiro válido"},
+       "'x' não é um valor inteiro válido (campo TIPOEXPORTACAOINICIO de TabRegistroFiscal, registro "
+       "CDREGISTROFISCAL=7)"},
   };
   for (const auto& c : cases) {
     const auto out = drive(k, c.snapshot);

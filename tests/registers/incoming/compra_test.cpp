@@ -76,7 +76,8 @@ TEST(PurchaseLine04, ColumnsStateAndErrors) {
       {"no header row: the state test fails on the empty number", Snapshot(),
        "erro: Erro ano Gerar Registro Linha 04 : Erro na NFe de Entrada: "},
       {"an amount that is no number", com_compra(compra(101, {{"ICMS_VALOR", "abc"}})),
-       "erro: Erro ano Gerar Registro Linha 04 : 'abc' não é um valor de ponto flutuante válido"},
+       "erro: Erro ano Gerar Registro Linha 04 : 'abc' não é um valor de ponto flutuante válido (campo ICMS_VALOR "
+       "de TabCompra, registro CDCOMPRA=101)"},
       {"the header query has its own prefix", Snapshot().error("DspCompra", {101}, "conexão recusada"),
        "erro: Erro ao Abrir Tabela de Compra : conexão recusada"},
       {"a field the provider lacks", com_compra(sem_campo),

@@ -23,15 +23,19 @@ struct Inventory {
   const char* provider_products;
   const char* h;  // line type of the header, e.g. "16"
   const char* p;  // line type of the products, e.g. "17"
+  const char* header_key;   // how a message names the header row of header(3, ...)
+  const char* product_key;  // and the product row of product(7, ...)
   testing::Generated (*gen)(const Snapshot&, TProcProgresso);
 };
 
 const Inventory kInventories[] = {
     {"month end", "REGINVENTARIOFINALMES", "DspInventario_FM", "DspInventarioProduto_FM", "16", "17",
+     "CDINVENTARIOEMP=3 CDTIPOINVENTARIO=1", "CDINVENTARIO=4 CDPRODUTO=7",
      [](const Snapshot& s, TProcProgresso p) {
        return testing::generate(s, &TDTM_A_TabInventario_FinalMes::L16_L17_RegistroInventario, p);
      }},
     {"year end", "REGINVENTARIOFINALANO", "DspInventario_FA", "DspInventarioProduto_FA", "18", "19",
+     "CDTIPOINVENTARIO=1 CDINVENTARIOEMP=3", "CDINVENTARIO=4 CDTIPOINVENTARIO=1 CDPRODUTO=7",
      [](const Snapshot& s, TProcProgresso p) {
        return testing::generate(s, &TDTM_A_TabInventario_FinalAno::L18_L19_RegistroInventario, p);
      }},
@@ -122,7 +126,8 @@ TEST(Inventory, Failures) {
                               .error(inv.provider_products, {7}, "não devia consultar");
     EXPECT_THAT(inv.gen(bad_header, nullptr).lines,
                 ElementsAre("erro: Erro ano Gerar Registro Linha " + h +
-                            " : '1.234,50' não é um valor de ponto flutuante válido"))
+                            " : '1.234,50' não é um valor de ponto flutuante válido (campo TOTALINVENTARIO de "
+                            "TabInventario, registro " + inv.header_key + ")"))
         << inv.name;
     // A failure at the second product: the header and the first product stay.
     const json products = {product(7, 10.5), product(8, 3)};
@@ -134,7 +139,9 @@ TEST(Inventory, Failures) {
         << inv.name;
     // A total that is no number fails the product line even though it is the test of the row.
     EXPECT_THAT(inv.gen(inventory(inv, json::array(), json::array({product(7, "x")})), nullptr).lines.back(),
-                "erro: Erro ano Gerar Registro Linha " + p + " : 'x' não é um valor de ponto flutuante válido")
+                "erro: Erro ano Gerar Registro Linha " + p +
+                    " : 'x' não é um valor de ponto flutuante válido (campo PRECOTOTAL de TabInventarioProduto, "
+                    "registro " + inv.product_key + ")")
         << inv.name;
     // The opens stand outside the error rules.
     const Snapshot no_products = Snapshot()

@@ -157,7 +157,8 @@ TEST(OutgoingNotes, TheSituationColumnAndItsFailures) {
       {0, "Erro ano Gerar Registro Linha 04 : Erro na Nota Fiscal de Saida: 1001"},
       {4, "Erro ano Gerar Registro Linha 04 : Erro na Nota Fiscal de Saida: 1001"},
       {nullptr, "Erro ano Gerar Registro Linha 04 : Erro na Nota Fiscal de Saida: 1001"},
-      {"x", "Erro ano Gerar Registro Linha 04 : 'x' não é um valor inteiro válido"},
+      {"x", "Erro ano Gerar Registro Linha 04 : 'x' não é um valor inteiro válido (campo PDE de TabNF_Venda, registro "
+            "CDTIPONOTAFISCAL=1 CDNOTAFISCAL=1001)"},
   };
   const Kind& k = testing::kind(12);
   for (const auto& c : cases) {
@@ -248,7 +249,9 @@ TEST(OutgoingNotes, AFailingSecondItemKeepsWhatCameBefore) {
               json::array(
                   {testing::item(1001, 1), testing::item(1001, 2, {{"QUANTIDADE", "1,5"}}), testing::item(1001, 3)}));
   const Saida out = roda(k, s);
-  EXPECT_EQ(out.error, "Erro ano Gerar Registro Linha 06 : '1,5' não é um valor de ponto flutuante válido");
+  EXPECT_EQ(out.error,
+            "Erro ano Gerar Registro Linha 06 : '1,5' não é um valor de ponto flutuante válido (campo QUANTIDADE de "
+            "TabNF_Produto, registro CDTIPONOTAFISCAL=1 CDNOTAFISCAL=1001 CDPRODUTO=502)");
   EXPECT_THAT(out.lines, ElementsAre(l04(11, 1, 1001), l05(11, 1, 1), l06(11, 1, 1)));
   EXPECT_EQ(out.progress, (Progress{{1, 2}}));
 }
