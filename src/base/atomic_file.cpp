@@ -147,7 +147,7 @@ void AtomicFile::Create() {
   for (int attempt = 0; attempt < 100 && erro == EEXIST; ++attempt) {
     temp_ = prefix + random_suffix();
     on_interruption_ = std::make_unique<RemovedOnInterruption>(temp_);
-    fd_ = ::open(temp_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    fd_ = ::open(temp_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (fd_ >= 0) return;
     erro = errno;
     on_interruption_.reset();

@@ -68,7 +68,7 @@ TEST(CliExportar, UsageErrorsExitTwoWithAPortugueseMessage) {
       {{"exportar", "--fonte", "snapshot:" + base + "/sumiu.json", "--registro", "7", "--tipo", "1", "--base", base},
        "o snapshot '"},
       {{"exportar", "--fonte", "snapshot:" + snap, "--registro", "7", "--registro", "8", "--tipo", "1", "--base", base},
-       "a opção --registro foi dada mais de uma vez"},
+       "opção repetida: --registro (dê cada opção uma vez só)"},
       {{"exportar", "--fonte", "snapshot:" + snap, "--registro", "7", "--tipo", "1", "--base", base,
         "--somente-informacao=sim"},
        "a opção --somente-informacao não leva valor ('sim')"},
