@@ -134,4 +134,9 @@ std::string format_count(std::int64_t value) {
   return out;
 }
 
+std::string counted(std::size_t n, const char* one, const char* many) {
+  const std::string number = n < 10 ? std::to_string(n) : format_count(static_cast<std::int64_t>(n));
+  return number + " " + (n == 1 ? one : many);
+}
+
 }  // namespace infofiscal

@@ -2,6 +2,7 @@
 // decimal comma, no grouping in amounts, dates dd/mm/yyyy, times hh:nn:ss.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -38,5 +39,9 @@ void append_float_text(std::string& out, double value);
 
 // The mask "###,#00": at least two digits, "." between thousands (7 gives "07", 1234 "1.234").
 std::string format_count(std::int64_t value);
+
+// A count and its noun, for messages: "1 linha", "3 linhas", "1.234 linhas" (format_count
+// would pad 3 to "03").
+std::string counted(std::size_t n, const char* one, const char* many);
 
 }  // namespace infofiscal

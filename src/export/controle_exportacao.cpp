@@ -17,12 +17,6 @@ std::string absoluto(const std::string& caminho) {
   return std::filesystem::absolute(caminho).lexically_normal().string();
 }
 
-// A count and its noun: "1 linha", "3 linhas", "1.234 linhas" (format_count would pad 3 to "03").
-std::string quantos(std::size_t n, const char* um, const char* varios) {
-  const std::string numero = n < 10 ? std::to_string(n) : format_count(static_cast<std::int64_t>(n));
-  return numero + " " + (n == 1 ? um : varios);
-}
-
 const char* nome_do_fiscal(TRegistroFiscal tipo) { return tipo == 1 ? "SINTEGRA" : "SPED EFD ICMS/IPI"; }
 
 }  // namespace
@@ -122,7 +116,7 @@ std::vector<std::string> ControleExportacao::Resumo() const {
                                  tipo, tipo == 3 ? "SPED Contribuições" : "indefinido"));
   for (const ArquivoGravado& a : gravados_)
     linhas.push_back(fmt::format("  {}: {} ({})", a.descricao, a.caminho,
-                                 a.fiscal ? quantos(a.linhas, "registro", "registros") : quantos(a.linhas, "linha", "linhas")));
+                                 a.fiscal ? counted(a.linhas, "registro", "registros") : counted(a.linhas, "linha", "linhas")));
   return linhas;
 }
 

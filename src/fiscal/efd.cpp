@@ -11,6 +11,7 @@
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "fiscal/efd_validador.h"
+#include "fiscal/problemas.h"
 #include "informacao/esquema.h"
 #include "informacao/leitor.h"
 
@@ -195,13 +196,25 @@ class GeradorEfd final : public LeitorDeInformacao {
 
   void nota(const NotaInformacao& nota) override {
     if (progresso_) progresso_(++nota_, notas_);
-    inutilizados_ += documento(nota) ? 0 : 1;
+    try {
+      inutilizados_ += documento(nota) ? 0 : 1;
+    } catch (const DataProblem& p) {
+      problemas_.anota(p);
+    }
   }
 
-  void inventario(const InventarioInformacao& inv) override { h005(inv); }
+  void inventario(const InventarioInformacao& inv) override {
+    try {
+      h005(inv);
+    } catch (const DataProblem& p) {
+      problemas_.anota(p);
+    }
+  }
 
-  // After the reading: block 0's codes, then the blocks that follow C.
+  // After the reading: block 0's codes, then the blocks that follow C. Throws MesComProblemas
+  // when a note or inventory could not be booked.
   void conclui() {
+    if (!problemas_.vazio()) throw MesComProblemas(std::move(problemas_), "SPED EFD ICMS/IPI");
     if (inutilizados_)
       info(fmt::format("Números inutilizados não escriturados (a partir de {} não se escrituram): {}",
                        kAnoSemInutilizadas, inutilizados_));
@@ -226,8 +239,8 @@ class GeradorEfd final : public LeitorDeInformacao {
     return fmt::format("Nota {} de {} (linha {} do arquivo de informações)", h.texto(L04::Numero), e.nome, h.numero);
   }
 
-  [[noreturn]] static void falha(const LinhaInformacao& l, const std::string& why) {
-    throw Error(fmt::format("Linha {} do arquivo de informações: {}", l.numero, why));
+  [[noreturn]] static void falha(const LinhaInformacao& l, std::string tipo, const std::string& why) {
+    throw DataProblem(std::move(tipo), fmt::format("Linha {} do arquivo de informações: {}", l.numero, why));
   }
 
   // Books one note; false for a voided number of a period that no longer books them.
@@ -237,9 +250,9 @@ class GeradorEfd final : public LeitorDeInformacao {
     const Especie* e = nullptr;
     for (const auto& x : kEspecies)
       if (x.codigo == codigo_especie) e = &x;
-    if (!e) falha(h, fmt::format("espécie de nota {} desconhecida", codigo_especie));
+    if (!e) falha(h, "espécie de nota desconhecida", fmt::format("espécie de nota {} desconhecida", codigo_especie));
     const std::string_view sit = cod_sit(h.texto(L04::Situacao));
-    if (sit.empty()) falha(h, fmt::format("situação '{}' da nota desconhecida", h.texto(L04::Situacao)));
+    if (sit.empty()) falha(h, "situação de nota desconhecida", fmt::format("situação '{}' da nota desconhecida", h.texto(L04::Situacao)));
     const std::string mod = codigo(h.texto(L04::Modelo), 2);
     if (!R("C100").campos[4].permite(mod)) {
       info(descreve(h, *e) +
@@ -268,10 +281,11 @@ class GeradorEfd final : public LeitorDeInformacao {
 
   void participante(const NotaInformacao& nota, const Especie& e) {
     const LinhaInformacao& h = nota.cabecalho;
-    if (!nota.parte) throw Error(descreve(h, e) + ": sem a linha 05 do participante");
+    if (!nota.parte) throw DataProblem("nota sem participante", descreve(h, e) + ": sem a linha 05 do participante");
     const std::string cod = chave(nota.parte->texto(L05::Papel), nota.parte->texto(L05::Codigo));
     if (!cadastros_.participante(cod))
-      throw Error(descreve(h, e) + fmt::format(": participante {} não consta das linhas 14", cod));
+      throw DataProblem("participante fora do cadastro (linhas 14)",
+                        descreve(h, e) + fmt::format(": participante {} não consta das linhas 14", cod));
     participantes_usados_.usa(cod);
   }
 
@@ -279,13 +293,14 @@ class GeradorEfd final : public LeitorDeInformacao {
   template <class Onde>
   void item(const std::string& cod, Usados& itens, Usados& unidades, const Onde& onde) {
     const ItemCadastrado* i = cadastros_.item(cod);
-    if (!i) throw Error(onde() + fmt::format(": item {} não consta das linhas 12", cod));
+    if (!i) throw DataProblem("item fora do cadastro (linhas 12)", onde() + fmt::format(": item {} não consta das linhas 12", cod));
     if (itens.usa(cod)) unidade(i->unidade, unidades, onde);
   }
 
   template <class Onde>
   void unidade(std::string_view unid, Usados& unidades, const Onde& onde) {
-    if (!cadastros_.unidade(unid)) throw Error(onde() + fmt::format(": unidade '{}' não consta das linhas 13", unid));
+    if (!cadastros_.unidade(unid))
+      throw DataProblem("unidade fora do cadastro (linhas 13)", onde() + fmt::format(": unidade '{}' não consta das linhas 13", unid));
     unidades.usa(unid);
   }
 
@@ -295,11 +310,12 @@ class GeradorEfd final : public LeitorDeInformacao {
       std::string cst = codigo(i.texto(L06::IcmsCst), 3), cfop = codigo(i.texto(L06::Cfop), 4);
       const auto culpa = [&] { return descreve(nota.cabecalho, e) + fmt::format(": item {}", i.texto(L06::Item)); };
       if (!cst_icms_valido(cst))
-        throw Error(culpa() + fmt::format(" com CST do ICMS '{}' inválido", i.texto(L06::IcmsCst)));
+        throw DataProblem("CST do ICMS inválido", culpa() + fmt::format(" com CST do ICMS '{}' inválido", i.texto(L06::IcmsCst)));
       const int destino = cfop.size() == 4 ? apuracao_cfop(cfop) : 0;
-      if (destino == 0) throw Error(culpa() + fmt::format(" com CFOP '{}' inválido", i.texto(L06::Cfop)));
+      if (destino == 0) throw DataProblem("CFOP inválido", culpa() + fmt::format(" com CFOP '{}' inválido", i.texto(L06::Cfop)));
       if ((destino > 0) != (e.ind_oper == '1') && cfop != "1605" && cfop != "5605")
-        throw Error(culpa() + fmt::format(" com CFOP {} de {} numa nota de {}", cfop, destino > 0 ? "saída" : "entrada",
+        throw DataProblem("CFOP de saída numa entrada, ou de entrada numa saída",
+                          culpa() + fmt::format(" com CFOP {} de {} numa nota de {}", cfop, destino > 0 ? "saída" : "entrada",
                                           e.ind_oper == '1' ? "saída" : "entrada"));
       const std::int64_t aliq = i.centesimos(L06::IcmsAliquota);
       Grupo* g = nullptr;
@@ -340,7 +356,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   void regular(const NotaInformacao& nota, const Especie& e, const Valor& oper, const Valor& emit,
                const std::string& mod, const std::string& num) {
     const LinhaInformacao& h = nota.cabecalho;
-    if (nota.itens.empty()) throw Error(descreve(h, e) + ": sem itens (linhas 06)");
+    if (nota.itens.empty()) throw DataProblem("nota sem itens", descreve(h, e) + ": sem itens (linhas 06)");
     participante(nota, e);
     grupos_.clear();
     Totais t;
@@ -350,9 +366,11 @@ class GeradorEfd final : public LeitorDeInformacao {
                                         h.texto(L04::Total)));
     const Dia dt_doc = dia(h.data(L04::Emissao));
     if (dt_doc > dt_fin_)
-      throw Error(descreve(h, e) + fmt::format(": emitida em {}, depois do período", h.texto(L04::Emissao)));
+      throw DataProblem("nota emitida depois do período",
+                        descreve(h, e) + fmt::format(": emitida em {}, depois do período", h.texto(L04::Emissao)));
     if (modelo_eletronico(mod) && !chave_nfe_valida(digitos(h.texto(L04::Chave))))
-      throw Error(descreve(h, e) + fmt::format(": chave de acesso '{}' inválida", h.texto(L04::Chave)));
+      throw DataProblem("chave de acesso inválida",
+                        descreve(h, e) + fmt::format(": chave de acesso '{}' inválida", h.texto(L04::Chave)));
     const Dia dt_es = h.texto(L04::EntradaSaida).empty() ? 0 : dia(h.data(L04::EntradaSaida));
     // An entry or exit date outside the document's date and the period is left out (optional field).
     const Valor dt_e_s = dt_es >= dt_doc && dt_es <= dt_fin_ ? data(dt_es) : vazio();
@@ -407,7 +425,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   void h005(const InventarioInformacao& inv) {
     const LinhaInformacao& h = inv.cabecalho;
     const auto onde = [&h] { return fmt::format("Inventário da linha {} do arquivo de informações", h.numero); };
-    if (h.texto(L16::Data).empty()) throw Error(onde() + ": sem data");
+    if (h.texto(L16::Data).empty()) throw DataProblem("inventário sem data", onde() + ": sem data");
     struct Linha010 {
       std::string cod, unidade;
       std::int64_t qtd, total, unitario;
@@ -511,6 +529,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   Usados participantes_usados_, itens_usados_, unidades_usadas_;  // by block C
   Usados itens_do_inventario_, unidades_do_inventario_;           // by block H
   std::vector<Grupo> grupos_;  // of the note being booked, reused
+  ProblemasDoMes problemas_;
   int ano_ = 0, mes_ = 0, documentos_ = 0, nota_ = 0, inutilizados_ = 0;
   Dia dt_ini_ = 0, dt_fin_ = 0;
   std::int64_t debitos_ = 0, creditos_ = 0;

@@ -59,7 +59,7 @@ bool isenta(std::string_view texto) {
 }
 
 std::string_view mapa_ou_erro(const std::string_view* para, std::string_view o_que, std::string_view de) {
-  if (!para) throw Error(fmt::format("{} '{}' não tem código no SINTEGRA", o_que, de));
+  if (!para) throw DataProblem("código sem correspondente no SINTEGRA", fmt::format("{} '{}' não tem código no SINTEGRA", o_que, de));
   return *para;
 }
 
@@ -102,7 +102,11 @@ void ConversorSintegra::cabecalho(const CabecalhoInformacao& c) {
 
 void ConversorSintegra::nota(const NotaInformacao& nota) {
   progredir(++nota_, notas_);
-  escrever_nota(nota);
+  try {
+    escrever_nota(nota);
+  } catch (const DataProblem& p) {
+    problemas_.anota(p);
+  }
 }
 
 void ConversorSintegra::inventarios_comecam() {
@@ -122,8 +126,8 @@ void ConversorSintegra::inventario(const InventarioInformacao& inv) {
       const std::string& produto = usar_produto(kItemProduto, p.texto(L17::Produto), p);
       b74_.novo().data(data).texto(produto).numero(p.centesimos(L17::Quantidade), 2).numero(p.centesimos(L17::PrecoTotal), 2);
       b74_.texto(kPossePropria).zeros().brancos().brancos().brancos().fim();
-    } catch (const Error& err) {
-      throw Error(fmt::format("Linha {} do arquivo de informações: {}", p.numero, err.what()));
+    } catch (const DataProblem& err) {
+      problemas_.anota(err.within(fmt::format("Linha {} do arquivo de informações: ", p.numero)));
     }
   }
 }
@@ -134,6 +138,7 @@ void ConversorSintegra::conclui() {
   escrever_produtos();
   informar("Gerando registro 90");
   escrever_totais();
+  if (!problemas_.vazio()) throw MesComProblemas(std::move(problemas_), "SINTEGRA");
 }
 
 void ConversorSintegra::emitir(SaidaFiscal& saida) {
@@ -159,8 +164,8 @@ void ConversorSintegra::escrever_informante(const CabecalhoInformacao& c) {
     const std::string_view fone = contador ? c.contador->texto(L03::Fone) : e.texto(L02::Fone);
     b11_.novo().texto(e.texto(L02::Endereco)).digitos(e.texto(L02::Numero)).texto(e.texto(L02::Complemento));
     b11_.texto(e.texto(L02::Bairro)).digitos(e.texto(L02::Cep)).texto(contato).digitos(fone).fim();
-  } catch (const Error& err) {
-    throw Error(fmt::format("Dados da empresa (linhas 02 e 03 do arquivo de informações): {}", err.what()));
+  } catch (const DataProblem& err) {
+    problemas_.anota(err.within("Dados da empresa (linhas 02 e 03 do arquivo de informações): "));
   }
 }
 
@@ -169,10 +174,11 @@ void ConversorSintegra::escrever_nota(const NotaInformacao& nota) {
   const std::string_view tipo = h.texto(L04::TipoNota);
   const bool propria = na_lista(kNotasProprias, tipo);
   if (!propria && !na_lista(kNotasDeTerceiros, tipo))
-    throw Error(fmt::format("Linha {} do arquivo de informações: tipo de nota '{}' desconhecido", h.numero, tipo));
+    throw DataProblem("tipo de nota desconhecido",
+                      fmt::format("Linha {} do arquivo de informações: tipo de nota '{}' desconhecido", h.numero, tipo));
   if (h.texto(L04::Modelo).empty())
-    throw Error(fmt::format("Linha {} do arquivo de informações: nota {} sem modelo (C06)", h.numero,
-                            h.texto(L04::Numero)));
+    throw DataProblem("nota sem modelo", fmt::format("Linha {} do arquivo de informações: nota {} sem modelo (C06)",
+                                                     h.numero, h.texto(L04::Numero)));
   const std::string modelo = std::to_string(h.inteiro(L04::Modelo));
   if (!mapear(kModelos, modelo)) {
     informar(fmt::format("Nota {} (modelo {}) fica fora do arquivo: seu registro não é gerado", h.texto(L04::Numero),
@@ -190,9 +196,8 @@ void ConversorSintegra::escrever_nota(const NotaInformacao& nota) {
     }
     if (!na_lista(kSituacoesSemValor, std::string_view(&doc.situacao, 1)) && na_lista(kModelosComItens, doc.modelo))
       escrever_itens(nota, doc, parcelas);
-  } catch (const Error& err) {
-    throw Error(fmt::format("Nota {} (linha {} do arquivo de informações): {}", h.texto(L04::Numero), h.numero,
-                            err.what()));
+  } catch (const DataProblem& err) {
+    throw err.within(fmt::format("Nota {} (linha {} do arquivo de informações): ", h.texto(L04::Numero), h.numero));
   }
 }
 
@@ -202,7 +207,7 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInfo
   doc.modelo = *mapear(kModelos, std::to_string(h.inteiro(L04::Modelo)));
   doc.serie = ascii_maiusculo(h.texto(L04::Serie));
   const std::string numero = so_digitos(h.texto(L04::Numero));
-  if (numero.empty()) throw Error("nota sem número (C03)");
+  if (numero.empty()) throw DataProblem("nota sem número", "nota sem número (C03)");
   doc.numero = numero_de(numero.size() > 6 ? std::string_view(numero).substr(numero.size() - 6) : numero);
   doc.emitente = propria ? 'P' : 'T';
   doc.situacao = mapa_ou_erro(mapear(kSituacoes, h.texto(L04::Situacao)), "Situação (C24)", h.texto(L04::Situacao))[0];
@@ -213,7 +218,7 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInfo
     doc.ie = kIsento;
     doc.uf = uf_;
   } else {
-    if (!nota.parte) throw Error("nota sem a linha 05 da sua parte");
+    if (!nota.parte) throw DataProblem("nota sem participante", "nota sem a linha 05 da sua parte");
     const LinhaInformacao& p = *nota.parte;
     doc.cnpj = so_digitos(p.texto(L05::CnpjCpf));
     doc.ie = inscricao(p.texto(L05::Ie));
@@ -276,8 +281,9 @@ void ConversorSintegra::escrever_itens(const NotaInformacao& nota, const Documen
   for (const LinhaInformacao& i : nota.itens) {
     const std::int64_t item = i.inteiro(L06::Item);
     if (item < 1 || item >= kPrimeiroItemEspecial)
-      throw Error(fmt::format("item {} (linha {}): o registro 54 numera itens de 1 a {}", item, i.numero,
-                              kPrimeiroItemEspecial - 1));
+      throw DataProblem("item fora da numeração do registro 54",
+                        fmt::format("item {} (linha {}): o registro 54 numera itens de 1 a {}", item, i.numero,
+                                    kPrimeiroItemEspecial - 1));
     const std::string_view tipo_item = equipamento ? "1" : i.texto(L06::TipoItem);
     const std::string& produto = usar_produto(tipo_item, i.texto(L06::Produto), i);
     const std::int64_t cfop = i.texto(L06::Cfop).empty() ? numero_de(h.texto(L04::Cfop)) : numero_de(i.texto(L06::Cfop));
@@ -305,7 +311,7 @@ const std::string& ConversorSintegra::usar_produto(std::string_view tipo_item, s
                                                     const LinhaInformacao& linha) {
   const std::string_view prefixo = mapa_ou_erro(mapear(kPrefixosDeItem, tipo_item), "Tipo de item", tipo_item);
   std::string chave = std::string(prefixo) + std::string(codigo);
-  if (codigo.empty()) throw Error(fmt::format("linha {} sem código de item", linha.numero));
+  if (codigo.empty()) throw DataProblem("item sem código", fmt::format("linha {} sem código de item", linha.numero));
   if (const auto it = usados_.find(chave); it != usados_.end()) return it->first;
   // An item line describes its product; an inventory line does not.
   Produto uso;
@@ -325,14 +331,18 @@ void ConversorSintegra::escrever_produtos() {
     // inventory line alone does not describe its product.
     const Produto* cadastro = catalogo_.produto(codigo);
     const Produto* fonte = cadastro ? cadastro : uso.tipo_linha == L06::kTipo ? &uso : nullptr;
-    if (!fonte)
-      throw Error(fmt::format("Linha {} do arquivo de informações: o produto {} não está no cadastro (linhas 12)",
-                              uso.numero, codigo));
+    if (!fonte) {
+      problemas_.anota(DataProblem(
+          "produto fora do cadastro (linhas 12)",
+          fmt::format("Linha {} do arquivo de informações: o produto {} não está no cadastro (linhas 12)", uso.numero,
+                      codigo)));
+      continue;
+    }
     try {
       b75_.novo().data(inicio_).data(fim_).texto(codigo).texto(fonte->ncm).texto(fonte->descricao).texto(fonte->unidade);
       b75_.zeros().zeros().zeros().zeros().fim();
-    } catch (const Error& err) {
-      throw Error(fmt::format("Produto {} (linha {} do arquivo de informações): {}", codigo, fonte->numero, err.what()));
+    } catch (const DataProblem& err) {
+      problemas_.anota(err.within(fmt::format("Produto {} (linha {} do arquivo de informações): ", codigo, fonte->numero)));
     }
   }
 }

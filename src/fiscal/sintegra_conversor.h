@@ -13,6 +13,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "fiscal/problemas.h"
 #include "fiscal/saida.h"
 #include "fiscal/sintegra_registro.h"
 #include "host/framework.h"
@@ -54,7 +55,8 @@ class ConversorSintegra final : public LeitorDeInformacao {
   void cabecalho(const CabecalhoInformacao& cabecalho) override;
   void nota(const NotaInformacao& nota) override;
   void inventario(const InventarioInformacao& inventario) override;
-  // After the reading: the records 75 and 90.
+  // After the reading: the records 75 and 90. Throws MesComProblemas listing every note,
+  // inventory item and product that could not be written.
   void conclui();
   // Writes the file to `saida`, records in the layout's order, each followed by CR LF.
   // REQUIRES: called once, after conclui.
@@ -95,6 +97,7 @@ class ConversorSintegra final : public LeitorDeInformacao {
   int nota_ = 0;
   bool em_inventarios_ = false;
   std::unordered_map<std::string, Produto> usados_;  // code -> its first line 06, 17 or 19
+  ProblemasDoMes problemas_;  // of the notes, inventories and products not written
   TimeStamp inicio_, fim_;
   std::string cnpj_, ie_, uf_;
 

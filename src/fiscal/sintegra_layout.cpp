@@ -176,7 +176,8 @@ std::string texto_do_numero(Numero n) {
 }
 
 [[noreturn]] void nao_cabe(const Campo& campo, std::string_view porque) {
-  throw Error(fmt::format("campo '{}' ({} posições): {}", campo.nome, campo.tamanho, porque));
+  throw DataProblem("valor que não cabe no campo do SINTEGRA",
+                    fmt::format("campo '{}' ({} posições): {}", campo.nome, campo.tamanho, porque));
 }
 
 }  // namespace

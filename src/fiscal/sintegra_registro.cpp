@@ -52,6 +52,8 @@ Bloco::Bloco(const Layout& layout, std::string pasta, int em_memoria)
 Bloco::~Bloco() = default;
 
 Bloco& Bloco::novo() {
+  if (aberto_) dados_.resize(inicio_);
+  aberto_ = true;
   inicio_ = dados_.size();
   campo_ = 0;
   return numero(layout_.tipo);
@@ -91,6 +93,7 @@ Bloco& Bloco::texto(std::string_view t) {
 void Bloco::fim() {
   if (campo_ != static_cast<int>(layout_.campos.size()) || dados_.size() - inicio_ != kRegistro)
     throw Error(fmt::format("registro {} incompleto", layout_.tipo));
+  aberto_ = false;
   ++quantos_;
   if (!layout_.ordem.empty() && static_cast<int>(dados_.size() / kRegistro) >= em_memoria_) despeja();
 }

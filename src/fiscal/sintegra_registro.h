@@ -34,7 +34,7 @@ class Bloco {
 
   // Starts a record: writes its type field. The remaining fields follow, one call each, in
   // the table's order; fim() closes the record.
-  // REQUIRES: the previous record, if any, was closed.
+  // A record begun and not closed (a field refused its value) is dropped.
   Bloco& novo();
   Bloco& numero(std::int64_t valor, int casas = 0);
   Bloco& digitos(std::string_view texto);
@@ -67,6 +67,7 @@ class Bloco {
   const int em_memoria_;
   std::string dados_;       // the records in memory, back to back
   std::size_t inicio_ = 0;  // offset of the record being written
+  bool aberto_ = false;     // a record was begun and not closed
   int campo_ = 0;           // number of the last field written
   int quantos_ = 0;
   std::unique_ptr<ScratchFile> arquivo_;

@@ -11,8 +11,17 @@ namespace infofiscal {
 
 namespace {
 
-[[noreturn]] void falha(int numero, const std::string& why) {
-  throw Error(fmt::format("Linha {} do arquivo de informações: {}", numero, why));
+std::string na_linha(int numero, const std::string& why) {
+  return fmt::format("Linha {} do arquivo de informações: {}", numero, why);
+}
+
+// A line that cannot be cut into columns: the reading cannot go on.
+[[noreturn]] void falha(int numero, const std::string& why) { throw Error(na_linha(numero, why)); }
+
+// A column that does not read as its type: the note or product it belongs to is at fault, and
+// the others can still be read.
+[[noreturn]] void ilegivel(int numero, const std::string& why) {
+  throw DataProblem("valor ilegível no arquivo de informações", na_linha(numero, why));
 }
 
 bool dois_digitos(std::string_view s, std::size_t pos, int& out) {
@@ -92,13 +101,13 @@ std::int64_t LinhaInformacao::inteiro(int n) const {
   std::int64_t v = 0;
   const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
   if (s.empty() || ec != std::errc() || end != s.data() + s.size())
-    falha(numero, fmt::format("C{:02} da linha {:02} não é um número inteiro: '{}'", n, tipo, s));
+    ilegivel(numero, fmt::format("C{:02} da linha {:02} não é um número inteiro: '{}'", n, tipo, s));
   return v;
 }
 
 std::int64_t LinhaInformacao::decimal(int n, int casas) const {
   const std::string_view s = texto(n);
-  const auto invalido = [&] { falha(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s)); };
+  const auto invalido = [&] { ilegivel(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s)); };
   std::size_t i = s.empty() || s[0] != '-' ? 0 : 1;
   const bool negativo = i == 1;
   // 18 significant digits always fit an int64 (< 9.2e18).
@@ -111,7 +120,7 @@ std::int64_t LinhaInformacao::decimal(int n, int casas) const {
       decimais = 0;
     } else if (c >= '0' && c <= '9') {
       if (decimais < casas) {
-        if (++digitos > 18) falha(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
+        if (++digitos > 18) ilegivel(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
         v = v * 10 + (c - '0');
         if (decimais >= 0) ++decimais;
       } else if (decimais++ == casas) {
@@ -123,7 +132,7 @@ std::int64_t LinhaInformacao::decimal(int n, int casas) const {
   }
   if (digitos == 0 && !arredonda) invalido();
   for (int d = decimais < 0 ? 0 : decimais; d < casas; ++d) {
-    if (++digitos > 18) falha(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
+    if (++digitos > 18) ilegivel(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
     v *= 10;
   }
   v += arredonda ? 1 : 0;
@@ -144,7 +153,7 @@ TimeStamp LinhaInformacao::data(int n) const {
   if (ok && s.size() == 19)
     ok = dois_digitos(s, 11, t.hour) && dois_digitos(s, 14, t.minute) && dois_digitos(s, 17, t.second);
   if (!ok || t.month < 1 || t.month > 12 || t.day < 1 || t.day > days_in_month(t.month, t.year))
-    falha(numero, fmt::format("C{:02} da linha {:02} não é uma data: '{}'", n, tipo, s));
+    ilegivel(numero, fmt::format("C{:02} da linha {:02} não é uma data: '{}'", n, tipo, s));
   return t;
 }
 

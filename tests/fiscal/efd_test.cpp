@@ -134,18 +134,23 @@ TEST(EfdGerar, NotesOutsideC100AreReportedNotBooked) {
   EXPECT_THAT(blocos(arquivo, "0"), ::testing::Not(::testing::Contains(HasSubstr("|0150|"))));
 }
 
+// A problem of one note (`tipo`, the kind it is listed under) or, without a kind, one that
+// stops the month at once.
 struct CasoErro {
-  std::string nome, informacao, mensagem;
+  std::string nome, informacao, mensagem, tipo{};
 };
 
 class EfdGerarErro : public ::testing::TestWithParam<CasoErro> {};
 
 TEST_P(EfdGerarErro, NamesTheCulprit) {
+  const CasoErro& c = GetParam();
   try {
-    gera(GetParam().informacao);
+    gera(c.informacao);
     FAIL() << "sem erro";
   } catch (const Error& e) {
-    EXPECT_EQ(e.what(), GetParam().mensagem);
+    EXPECT_EQ(e.what(), c.tipo.empty() ? c.mensagem
+                                       : "1 problema no mês; o arquivo SPED EFD ICMS/IPI não foi gravado:\n" + c.tipo +
+                                             " (1):\n  " + c.mensagem);
   }
 }
 
@@ -165,36 +170,45 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         CasoErro{"ParticipanteAusente", kCabecalho + venda("99") + cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): participante 1-99 não consta das "
-                 "linhas 14"},
+                 "linhas 14",
+                 "participante fora do cadastro (linhas 14)"},
         CasoErro{"ItemAusente", kCabecalho + compra("99") + cadastros(),
                  "Nota 123 de compra de produtos (linha 4 do arquivo de informações), item 1: item 2-99 não consta das "
-                 "linhas 12"},
+                 "linhas 12",
+                 "item fora do cadastro (linhas 12)"},
         CasoErro{"UnidadeAusente", kCabecalho + compra("15", "PC") + cadastros(),
                  "Nota 123 de compra de produtos (linha 4 do arquivo de informações), item 1: unidade 'PC' não consta "
-                 "das linhas 13"},
+                 "das linhas 13",
+                 "unidade fora do cadastro (linhas 13)"},
         CasoErro{"NotaSemItens", kCabecalho + l04("10", "1", "456", kChaveVenda, "55", "10/03/2024", "", "1,00", "0") +
                                      l05("10", "1", "1", "15") + cadastros(),
-                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): sem itens (linhas 06)"},
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): sem itens (linhas 06)",
+                 "nota sem itens"},
         CasoErro{"CstInvalido",
                  kCabecalho + nota("10", kChaveVenda, "10/03/2024", "0999", "5102") + cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): item 1 com CST do ICMS '0999' "
-                 "inválido"},
+                 "inválido",
+                 "CST do ICMS inválido"},
         CasoErro{"CfopDeSaidaNaCompra",
                  kCabecalho + nota("2", kChaveCompra, "05/03/2024", "000", "5102") + cadastros(),
                  "Nota 123 de compra de produtos (linha 4 do arquivo de informações): item 1 com CFOP 5102 de saída "
-                 "numa nota de entrada"},
+                 "numa nota de entrada",
+                 "CFOP de saída numa entrada, ou de entrada numa saída"},
         CasoErro{"EmitidaDepoisDoPeriodo",
                  kCabecalho + nota("10", kChaveVenda, "01/04/2024", "000", "5102") + cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): emitida em 01/04/2024, depois do "
-                 "período"},
+                 "período",
+                 "nota emitida depois do período"},
         CasoErro{"ChaveInvalida",
                  kCabecalho + nota("10", "35240311222333000181550010000004561000004560", "10/03/2024", "000", "5102") +
                      cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): chave de acesso "
-                 "'35240311222333000181550010000004561000004560' inválida"},
+                 "'35240311222333000181550010000004561000004560' inválida",
+                 "chave de acesso inválida"},
         CasoErro{"EspecieDesconhecida",
                  kCabecalho + l04("7", "1", "456", kChaveVenda, "55", "10/03/2024", "", "1,00", "0") + cadastros(),
-                 "Linha 4 do arquivo de informações: espécie de nota 7 desconhecida"},
+                 "Linha 4 do arquivo de informações: espécie de nota 7 desconhecida",
+                 "espécie de nota desconhecida"},
         CasoErro{"SemLinha03",
                  l01("01/03/2024", "31/03/2024") +
                      linha_info(linha::L02::kTipo, linha::L02::kTrailer,

@@ -149,8 +149,10 @@ TEST(SintegraConversor, BadInformationIsAClearError) {
                        {{L19::TipoInventario, "1"}, {L19::Inventario, "1"}, {L19::Produto, "99"}, {L19::Quantidade, "1,00"},
                         {L19::PrecoUnitario, "10,00"}, {L19::PrecoTotal, "10,00"}, {L19::Unidade, "UN"},
                         {L19::TipoItem, "2"}});
+  // `tipo`: the kind of a problem of one note or product, which the month lists; without
+  // it, the error stops the month at once.
   const struct {
-    std::string informacao, erro;
+    std::string informacao, erro, tipo{};
   } casos[] = {
       {"", "O arquivo de informações não tem a linha 01 (registro fiscal)"},
       {linha_informacao(L01::kTipo, L01::kTrailer,
@@ -162,16 +164,19 @@ TEST(SintegraConversor, BadInformationIsAClearError) {
       {mes({linha_informacao(20, 0, {})}), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
       {mes({}, "4"), "Finalidade do arquivo (C06 da linha 01) '4' não tem código no SINTEGRA"},
       {mes({linha_informacao(L04::kTipo, L04::kTrailer, {{L04::TipoNota, "3"}, {L04::Contador, "1"}, {L04::Numero, "5"}})}),
-       "Linha 4 do arquivo de informações: tipo de nota '3' desconhecido"},
+       "Linha 4 do arquivo de informações: tipo de nota '3' desconhecido", "tipo de nota desconhecido"},
       {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "", "SP"),
             item("1", "-5,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
-       "Nota 5 (linha 4 do arquivo de informações): campo 'Valor do produto' (12 posições): valor negativo (-5,00)"},
+       "Nota 5 (linha 4 do arquivo de informações): campo 'Valor do produto' (12 posições): valor negativo (-5,00)",
+       "valor que não cabe no campo do SINTEGRA"},
       {mes({linha_informacao(L04::kTipo, L04::kTrailer,
                              {{L04::TipoNota, "2"}, {L04::Contador, "1"}, {L04::Numero, "5"}, {L04::Cfop, "1102"},
                               {L04::Modelo, ""}})}),
-       "Linha 4 do arquivo de informações: nota 5 sem modelo (C06)"},
-      {mes({compra("5", "1102", "10,00")}), "Nota 5 (linha 4 do arquivo de informações): nota sem a linha 05 da sua parte"},
-      {mes({inventario}), "Linha 5 do arquivo de informações: o produto 99 não está no cadastro (linhas 12)"},
+       "Linha 4 do arquivo de informações: nota 5 sem modelo (C06)", "nota sem modelo"},
+      {mes({compra("5", "1102", "10,00")}), "Nota 5 (linha 4 do arquivo de informações): nota sem a linha 05 da sua parte",
+       "nota sem participante"},
+      {mes({inventario}), "Linha 5 do arquivo de informações: o produto 99 não está no cadastro (linhas 12)",
+       "produto fora do cadastro (linhas 12)"},
       // A supplier's CNPJ with wrong check digits: the file is checked before it is handed over.
       {mes({compra("5", "1102", "10,00"), fornecedor("44555666000182", "", "SP"),
             item("1", "10,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
@@ -179,7 +184,10 @@ TEST(SintegraConversor, BadInformationIsAClearError) {
        "Registro 3: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '44555666000182'\n"
        "Registro 4: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '44555666000182'"},
   };
-  for (const auto& c : casos) EXPECT_EQ(erro_de(c.informacao), c.erro);
+  for (const auto& c : casos)
+    EXPECT_EQ(erro_de(c.informacao), c.tipo.empty() ? c.erro
+                                                    : "1 problema no mês; o arquivo SINTEGRA não foi gravado:\n" + c.tipo +
+                                                          " (1):\n  " + c.erro);
 }
 
 // The command line: the converter reads the saved (Windows-1252) file and writes the file;
@@ -209,8 +217,10 @@ TEST(SintegraCli, AMissingOrUnreadableInformationFileIsAClearError) {
   const std::string dir = fresh_dir("sintegra-cli-erro");
   write_file(dir + "/SINTEGRA.txt", "anterior\r\n");
   write_file(dir + "/binario.txt", std::string("\x01\x02\xff", 3));
+  // `tipo`: the kind of a problem of one note or product, which the month lists; without
+  // it, the error stops the month at once.
   const struct {
-    std::string informacao, erro;
+    std::string informacao, erro, tipo{};
   } casos[] = {
       {dir + "/sumiu.txt", "Não foi possível ler o arquivo '" + dir + "/sumiu.txt': arquivo ou pasta inexistente\n"},
       {dir + "/binario.txt", "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 1\n"},
