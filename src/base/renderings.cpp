@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include <fmt/format.h>
+
 namespace infofiscal {
 
 namespace {
@@ -137,6 +139,25 @@ std::string format_count(std::int64_t value) {
 std::string counted(std::size_t n, const char* one, const char* many) {
   const std::string number = n < 10 ? std::to_string(n) : format_count(static_cast<std::int64_t>(n));
   return number + " " + (n == 1 ? one : many);
+}
+
+std::string excerpt(std::string_view text, std::size_t max) {
+  // A UTF-8 character starts at any byte but a continuation byte.
+  const auto starts = [](unsigned char c) { return (c & 0xC0) != 0x80; };
+  std::string out;
+  std::size_t characters = 0;
+  for (const unsigned char c : text) {
+    if (starts(c) && characters++ == max) {
+      const auto total = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), starts));
+      return out + "... (" + counted(total, "caractere", "caracteres") + ")";
+    }
+    if (c == '\r') out += "\\r";
+    else if (c == '\n') out += "\\n";
+    else if (c == '\t') out += "\\t";
+    else if (c < 0x20 || c == 0x7F) out += fmt::format("\\x{:02X}", c);
+    else out += static_cast<char>(c);
+  }
+  return out;
 }
 
 }  // namespace infofiscal

@@ -40,6 +40,12 @@ void append_float_text(std::string& out, double value);
 // The mask "###,#00": at least two digits, "." between thousands (7 gives "07", 1234 "1.234").
 std::string format_count(std::int64_t value);
 
+// A value of the data as a message quotes it: control characters shown as \r, \n, \t or
+// \xNN (a line break inside a value must not break the message), and a value longer than
+// `max` characters cut to its first `max`, then "... (N caracteres)", so that a 10 MB value
+// does not become a 10 MB message. UTF-8 characters are never cut in half.
+std::string excerpt(std::string_view text, std::size_t max = 60);
+
 // A count and its noun, for messages: "1 linha", "3 linhas", "1.234 linhas" (format_count
 // would pad 3 to "03").
 std::string counted(std::size_t n, const char* one, const char* many);

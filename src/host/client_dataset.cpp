@@ -196,7 +196,7 @@ std::string Field::Describe() const {
 }
 
 void Field::Fail(std::string_view problem) const {
-  throw Error("'" + AsString() + "' " + std::string(problem) + " (" + Describe() + ")");
+  throw Error("'" + excerpt(AsString()) + "' " + std::string(problem) + " (" + Describe() + ")");
 }
 
 }  // namespace infofiscal

@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "base/renderings.h"
 #include "base/value.h"
 #include "base/error.h"
 
@@ -59,19 +60,36 @@ void ler_linha_informacao(std::string_view linha, int numero, LinhaInformacao& o
   std::size_t pos = 0;
   int ultima = -1;
   bool fechada = false;
+  // A value holding a line break splits its line in two, and one holding the text of a tag
+  // ends its column early: the messages say where the line stands and what was found there.
+  const auto onde = [&] {
+    if (ultima < 0) return std::string();
+    return out.tipo > 0 ? fmt::format(" (linha {:02}, depois da coluna C{:02})", out.tipo, ultima)
+                        : fmt::format(" (depois da coluna C{:02})", ultima);
+  };
+  const auto achado = [&] { return excerpt(linha.substr(pos)); };
   while (pos < linha.size()) {
-    if (fechada) falha(numero, "texto depois de [C99]");
+    if (fechada) falha(numero, fmt::format("texto depois de [C99]: '{}'", achado()));
     const int n = tag_de_abertura(linha, pos);
-    if (n < 0) falha(numero, fmt::format("esperava uma tag [Cnn] na posição {}", pos + 1));
-    if (n <= ultima) falha(numero, fmt::format("coluna C{:02} fora de ordem", n));
-    if (ultima < 0 && n != 0) falha(numero, "a linha não começa com [C00]");
+    if (ultima < 0 && n != 0)
+      falha(numero, fmt::format("a linha não começa com [C00], e sim com '{}'{}", achado(),
+                                n < 0 ? ": a continuação de uma linha partida por uma quebra de linha dentro de um valor?"
+                                      : ""));
+    if (n < 0)
+      falha(numero, fmt::format("esperava uma tag [Cnn] na posição {}{} e achou '{}': um valor com o texto de uma tag?",
+                                pos + 1, onde(), achado()));
+    if (n <= ultima) falha(numero, fmt::format("coluna C{:02} fora de ordem{}", n, onde()));
     const std::size_t fim = fecho(linha, pos + 5, linha[pos + 2], linha[pos + 3]);
-    if (fim == std::string_view::npos) falha(numero, fmt::format("coluna C{0:02} sem [/C{0:02}]", n));
+    if (fim == std::string_view::npos)
+      falha(numero, fmt::format("coluna C{0:02} sem [/C{0:02}]{1}: '{2}': uma quebra de linha dentro do valor?", n,
+                                onde(), achado()));
     const std::string_view valor = linha.substr(pos + 5, fim - pos - 5);
     if (n == 0) {
-      if (!dois_digitos(valor, 0, out.tipo) || valor.size() != 2) falha(numero, "tipo de linha inválido em [C00]");
+      if (!dois_digitos(valor, 0, out.tipo) || valor.size() != 2)
+        falha(numero, fmt::format("tipo de linha inválido em [C00]: '{}'", excerpt(valor)));
     } else if (n == 99) {
-      if (!dois_digitos(valor, 0, out.trailer) || valor.size() != 2) falha(numero, "contagem inválida em [C99]");
+      if (!dois_digitos(valor, 0, out.trailer) || valor.size() != 2)
+        falha(numero, fmt::format("contagem inválida em [C99]: '{}'", excerpt(valor)));
       fechada = true;
     } else {
       if (out.colunas.size() <= static_cast<std::size_t>(n)) out.colunas.resize(n + 1);
@@ -81,7 +99,9 @@ void ler_linha_informacao(std::string_view linha, int numero, LinhaInformacao& o
     ultima = n;
     pos = fim + 6;
   }
-  if (!fechada) falha(numero, "linha sem [C99]");
+  if (!fechada)
+    falha(numero, fmt::format("a linha acaba sem [C99]{}: uma quebra de linha dentro de um valor a partiu em duas?",
+                              onde()));
 }
 
 LinhaInformacao ler_linha_informacao(std::string_view linha, int numero) {
@@ -101,13 +121,13 @@ std::int64_t LinhaInformacao::inteiro(int n) const {
   std::int64_t v = 0;
   const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
   if (s.empty() || ec != std::errc() || end != s.data() + s.size())
-    ilegivel(numero, fmt::format("C{:02} da linha {:02} não é um número inteiro: '{}'", n, tipo, s));
+    ilegivel(numero, fmt::format("C{:02} da linha {:02} não é um número inteiro: '{}'", n, tipo, excerpt(s)));
   return v;
 }
 
 std::int64_t LinhaInformacao::decimal(int n, int casas) const {
   const std::string_view s = texto(n);
-  const auto invalido = [&] { ilegivel(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, s)); };
+  const auto invalido = [&] { ilegivel(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, excerpt(s))); };
   std::size_t i = s.empty() || s[0] != '-' ? 0 : 1;
   const bool negativo = i == 1;
   // 18 significant digits always fit an int64 (< 9.2e18).
@@ -120,7 +140,7 @@ std::int64_t LinhaInformacao::decimal(int n, int casas) const {
       decimais = 0;
     } else if (c >= '0' && c <= '9') {
       if (decimais < casas) {
-        if (++digitos > 18) ilegivel(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
+        if (++digitos > 18) ilegivel(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, excerpt(s)));
         v = v * 10 + (c - '0');
         if (decimais >= 0) ++decimais;
       } else if (decimais++ == casas) {
@@ -132,7 +152,7 @@ std::int64_t LinhaInformacao::decimal(int n, int casas) const {
   }
   if (digitos == 0 && !arredonda) invalido();
   for (int d = decimais < 0 ? 0 : decimais; d < casas; ++d) {
-    if (++digitos > 18) ilegivel(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, s));
+    if (++digitos > 18) ilegivel(numero, fmt::format("C{:02} da linha {:02} grande demais: '{}'", n, tipo, excerpt(s)));
     v *= 10;
   }
   v += arredonda ? 1 : 0;
@@ -153,7 +173,7 @@ TimeStamp LinhaInformacao::data(int n) const {
   if (ok && s.size() == 19)
     ok = dois_digitos(s, 11, t.hour) && dois_digitos(s, 14, t.minute) && dois_digitos(s, 17, t.second);
   if (!ok || t.month < 1 || t.month > 12 || t.day < 1 || t.day > days_in_month(t.month, t.year))
-    ilegivel(numero, fmt::format("C{:02} da linha {:02} não é uma data: '{}'", n, tipo, s));
+    ilegivel(numero, fmt::format("C{:02} da linha {:02} não é uma data: '{}'", n, tipo, excerpt(s)));
   return t;
 }
 

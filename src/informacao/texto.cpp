@@ -1,10 +1,13 @@
 #include "informacao/texto.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <fmt/format.h>
 
 #include "base/error.h"
 
@@ -20,6 +23,37 @@ std::string_view linha_ate(std::string_view texto, std::size_t pos, std::size_t 
   std::string_view linha = texto.substr(pos, lf - pos);
   if (!linha.empty() && linha.back() == '\r') linha.remove_suffix(1);
   return linha;
+}
+
+// How many bytes of `bytes`, from the first, are whole UTF-8 characters (RFC 3629); `incompleto`
+// says whether what follows is the start of a character cut off by the end of `bytes`, rather
+// than a byte that UTF-8 never holds there.
+std::size_t utf8_valido(std::string_view bytes, bool& incompleto) {
+  incompleto = false;
+  std::size_t i = 0;
+  while (i < bytes.size()) {
+    const auto b = [&](std::size_t k) { return static_cast<unsigned char>(bytes[k]); };
+    const unsigned char c = b(i);
+    if (c < 0x80) {
+      ++i;
+      continue;
+    }
+    const std::size_t n = c >= 0xC2 && c <= 0xDF ? 2 : c >= 0xE0 && c <= 0xEF ? 3 : c >= 0xF0 && c <= 0xF4 ? 4 : 0;
+    if (n == 0) return i;
+    // The second byte's range depends on the first (no overlong forms, no surrogates, nothing past U+10FFFF).
+    const unsigned char min = c == 0xE0 ? 0xA0 : c == 0xF0 ? 0x90 : 0x80;
+    const unsigned char max = c == 0xED ? 0x9F : c == 0xF4 ? 0x8F : 0xBF;
+    for (std::size_t k = 1; k < n; ++k) {
+      if (i + k >= bytes.size()) {
+        incompleto = true;
+        return i;
+      }
+      const unsigned char d = b(i + k);
+      if (d < (k == 1 ? min : 0x80) || d > (k == 1 ? max : 0xBF)) return i;
+    }
+    i += n;
+  }
+  return i;
 }
 
 }  // namespace
@@ -53,8 +87,31 @@ void ArquivoDeInformacao::falha(int erro) const {
 void ArquivoDeInformacao::reinicia() {
   if (::lseek(fd_, 0, SEEK_SET) < 0) falha(errno);
   texto_.clear();
+  incompleto_.clear();
   pos_ = 0;
+  lidos_ = 0;
   fim_ = false;
+}
+
+void ArquivoDeInformacao::decide(std::string_view pedaco) {
+  bool incompleto = false;
+  const bool ascii = std::all_of(pedaco.begin(), pedaco.end(), [](char c) { return (c & 0x80) == 0; });
+  if (ascii) return;  // the same bytes in either
+  const std::size_t validos = utf8_valido(pedaco, incompleto);
+  codificacao_ = validos == pedaco.size() || incompleto ? Codificacao::utf8 : Codificacao::windows1252;
+}
+
+void ArquivoDeInformacao::anexa_utf8(std::string_view pedaco) {
+  incompleto_.append(pedaco);
+  bool incompleto = false;
+  const std::size_t validos = utf8_valido(incompleto_, incompleto);
+  if (validos < incompleto_.size() && (!incompleto || fim_))
+    throw Error(fmt::format("O arquivo de informações '{}' está em UTF-8, e não em Windows-1252 como o sistema o "
+                            "grava, mas o byte {} (0x{:02X}) não é UTF-8: grave o arquivo numa só codificação",
+                            caminho_, lidos_ - incompleto_.size() + validos + 1,
+                            static_cast<unsigned char>(incompleto_[validos])));
+  texto_.append(incompleto_, 0, validos);
+  incompleto_.erase(0, validos);
 }
 
 bool ArquivoDeInformacao::le_mais() {
@@ -64,11 +121,21 @@ bool ArquivoDeInformacao::le_mais() {
   do n = ::read(fd_, bruto_.data(), bruto_.size());
   while (n < 0 && errno == EINTR);
   if (n < 0) falha(errno);
-  if (n == 0) return !(fim_ = true);
+  if (n == 0) {
+    fim_ = true;
+    if (!incompleto_.empty()) anexa_utf8({});  // a character cut off by the end of the file
+    return false;
+  }
   // What was handed out goes; the line begun stays, at the front.
   texto_.erase(0, pos_);
   pos_ = 0;
-  utf8_.append(std::string_view(bruto_).substr(0, static_cast<std::size_t>(n)), texto_);
+  const std::string_view pedaco = std::string_view(bruto_).substr(0, static_cast<std::size_t>(n));
+  lidos_ += pedaco.size();
+  if (codificacao_ == Codificacao::indefinida) decide(pedaco);
+  if (codificacao_ == Codificacao::utf8)
+    anexa_utf8(pedaco);
+  else
+    utf8_.append(pedaco, texto_);
   return true;
 }
 

@@ -94,5 +94,24 @@ TEST(Renderings, CountHasTwoDigitsAtLeastAndDotsBetweenThousands) {
   EXPECT_EQ(format_count(1234567), "1.234.567");
 }
 
+// A value quoted in a message: line breaks visible, never a whole 10 MB value, and a UTF-8
+// character never cut in half.
+TEST(Renderings, ExcerptShowsControlsAndCutsLongValues) {
+  const struct {
+    std::string texto;
+    std::size_t max;
+    std::string trecho;
+  } casos[] = {
+      {"", 40, ""},
+      {"RUA A", 40, "RUA A"},
+      {"RUA A\r\nRUA B\t\x7f\x01", 40, "RUA A\\r\\nRUA B\\t\\x7F\\x01"},
+      {"abcde", 5, "abcde"},
+      {"abcdef", 5, "abcde... (6 caracteres)"},
+      {"ação é", 3, "açã... (6 caracteres)"},
+      {std::string(10 * 1024 * 1024, 'x'), 60, std::string(60, 'x') + "... (10.485.760 caracteres)"},
+  };
+  for (const auto& c : casos) EXPECT_EQ(excerpt(c.texto, c.max), c.trecho) << c.texto.substr(0, 20);
+}
+
 }  // namespace
 }  // namespace infofiscal

@@ -44,7 +44,7 @@ struct Caso {
   std::function<bool(const std::string& dir)> preparar = nullptr;
   Requer requer = Requer::Nada;
   std::string saida = "";               // the first line of stdout, when the row names one
-  std::vector<std::string> mudam = {};  // files the run rightly replaces (whole, checked apart)
+  std::vector<std::string> mudam = {};  // files the run rightly replaces or creates (checked apart)
   rlim_t limite = RLIM_INFINITY;        // the largest file the run may write: a write failure
 };                                      // that needs no mount
 
@@ -514,10 +514,11 @@ const std::vector<Caso>& casos() {
          somente_leitura(dir + "/fiscal.txt");
        })},
       {"linha de informação quebrada", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
-       "Linha 2 do arquivo de informações: coluna C01 sem [/C01]\n",
+       "Linha 2 do arquivo de informações: coluna C01 sem [/C01] (linha 02, depois da coluna C00): "
+       "'[C01]Empresa[C99]14[/C99]': uma quebra de linha dentro do valor?\n",
        com_texto("info.txt", "[C00]01[/C00][C01]3[/C01][C99]15[/C99]\r\n[C00]02[/C00][C01]Empresa[C99]14[/C99]\r\n")},
       {"linha de informação sem C00", {"converter", "--tipo", "2", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/fiscal.txt"}, 1,
-       "Linha 1 do arquivo de informações: a linha não começa com [C00]\n",
+       "Linha 1 do arquivo de informações: a linha não começa com [C00], e sim com '[C01]3[/C01][C99]15[/C99]'\n",
        com_texto("info.txt", "[C01]3[/C01][C99]15[/C99]\r\n")},
       {"arquivo fiscal numa pasta que não existe", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt", "--arquivo-fiscal", "{dir}/nao/f.txt"}, 1,
        "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/f.txt' não foi gravado\n",
@@ -531,9 +532,20 @@ const std::vector<Caso>& casos() {
       {"converter SPED EFD sem a linha da empresa", converter("2"), 1,
        "O arquivo de informações não tem a linha 02 (empresa)\n",
        com_texto("info.txt", "[C00]01[/C00][C01]2[/C01][C02]01/03/2024[/C02][C03]31/03/2024[/C03][C04]N[/C04][C05]N[/C05][C06][/C06][C07][/C07][C08]A[/C08][C09]1[/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C99]15[/C99]\r\n")},
+      // Every problem of the month, listed by kind; the whole list goes beside the target.
       {"converter SPED EFD de informação SINTEGRA", converter("2"), 1,
-       "Nota 123 de compra de produtos (linha 4 do arquivo de informações): participante 2-55 não consta das linhas 14\n",
-       com_texto("info.txt", infofiscal::testing::informacao_exemplo())},
+       "4 problemas no mês; o arquivo SPED EFD ICMS/IPI não foi gravado:\n"
+       "participante fora do cadastro (linhas 14) (2):\n"
+       "  Nota 123 de compra de produtos (linha 4 do arquivo de informações): participante 2-55 não consta das linhas 14\n"
+       "  Nota 4570 de venda de equipamentos (linha 20 do arquivo de informações): participante 1-33 não consta das "
+       "linhas 14\n"
+       "chave de acesso inválida (1):\n"
+       "  Nota 4567 de venda de produtos (linha 13 do arquivo de informações): chave de acesso '' inválida\n"
+       "unidade fora do cadastro (linhas 13) (1):\n"
+       "  Inventário da linha 30 do arquivo de informações: unidade 'CX' não consta das linhas 13\n"
+       "A lista completa está em '{dir}/fiscal.txt.problemas.txt'\n",
+       com_texto("info.txt", infofiscal::testing::informacao_exemplo()), Requer::Nada, "",
+       {"{dir}/fiscal.txt.problemas.txt"}},
       {"exportar SPED EFD que o validador recusa",
        {"exportar", "--fonte", "snapshot:{dir}/s.json", "--registro", "7", "--tipo", "2", "--base", "{dir}",
         "--arquivo-fiscal", "{dir}/fiscal.txt", "--progresso", "nada"}, 1, efd_recusado(), nullptr,
@@ -606,7 +618,8 @@ TEST_P(EntradaRuim, SaysWhatIsWrongAndChangesNoFile) {
   auto esperado = antes;
   for (const auto& m : c.mudam) {
     const std::string rel = std::filesystem::relative(expandir(m, dir), dir).string();
-    EXPECT_NE(depois.at(rel), antes.at(rel)) << rel << " devia ter sido substituído";
+    ASSERT_TRUE(depois.count(rel)) << rel << " devia ter sido gravado";
+    if (antes.count(rel)) EXPECT_NE(depois.at(rel), antes.at(rel)) << rel << " devia ter sido substituído";
     esperado[rel] = depois.at(rel);
   }
   EXPECT_EQ(depois, esperado) << "a falha criou, mudou ou deixou arquivos";

@@ -158,7 +158,8 @@ TEST(SintegraConversor, BadInformationIsAClearError) {
       {linha_informacao(L01::kTipo, L01::kTrailer,
                         {{L01::TipoRegistro, "1"}, {L01::DataInicial, "01/03/2024"}, {L01::DataFinal, "31/03/2024"}}),
        "O arquivo de informações não tem a linha 02 (empresa)"},
-      {"lixo\r\n", "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 1"},
+      {"lixo\r\n", "Linha 1 do arquivo de informações: a linha não começa com [C00], e sim com 'lixo': a continuação de "
+                   "uma linha partida por uma quebra de linha dentro de um valor?"},
       {mes({item("1", "1,00", "000", "1102", "0,00", "0,00", "0,00")}),
        "Linha 4 do arquivo de informações: linha 06 sem a linha 04 da sua nota"},
       {mes({linha_informacao(20, 0, {})}), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
@@ -223,7 +224,9 @@ TEST(SintegraCli, AMissingOrUnreadableInformationFileIsAClearError) {
     std::string informacao, erro, tipo{};
   } casos[] = {
       {dir + "/sumiu.txt", "Não foi possível ler o arquivo '" + dir + "/sumiu.txt': arquivo ou pasta inexistente\n"},
-      {dir + "/binario.txt", "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 1\n"},
+      {dir + "/binario.txt", "Linha 1 do arquivo de informações: a linha não começa com [C00], e sim com "
+                             "'\\x01\\x02ÿ': a continuação de uma linha partida por uma quebra de linha dentro de um "
+                             "valor?\n"},
   };
   for (const auto& c : casos) {
     const auto r = run_cli({"converter", "--tipo", "1", "--informacao", c.informacao, "--arquivo-fiscal",

@@ -49,14 +49,37 @@ TEST(Informacao, BadLinesNameTheirNumber) {
     const char* texto;
     const char* erro;
   } casos[] = {
-      {"[C00]05[/C00][C01]x", "Linha 1 do arquivo de informações: coluna C01 sem [/C01]"},
-      {"[C00]05[/C00][C02]x[/C02][C01]y[/C01][C99]07[/C99]", "Linha 1 do arquivo de informações: coluna C01 fora de ordem"},
-      {"[C01]x[/C01]", "Linha 1 do arquivo de informações: a linha não começa com [C00]"},
-      {"[C00]05[/C00]", "Linha 1 do arquivo de informações: linha sem [C99]"},
-      {"[C00]5[/C00][C99]07[/C99]", "Linha 1 do arquivo de informações: tipo de linha inválido em [C00]"},
-      {"[C00]05[/C00][C99]07[/C99]x", "Linha 1 do arquivo de informações: texto depois de [C99]"},
-      {"[C00]05[/C00][C99]07[/C99][C99]07[/C99]", "Linha 1 do arquivo de informações: texto depois de [C99]"},
-      {"[C00]05[/C00][C01]x[/C02][C99]07[/C99]", "Linha 1 do arquivo de informações: coluna C01 sem [/C01]"},
+      {"[C00]05[/C00][C01]x",
+       "Linha 1 do arquivo de informações: coluna C01 sem [/C01] (linha 05, depois da coluna C00): '[C01]x': uma "
+       "quebra de linha dentro do valor?"},
+      {"[C00]05[/C00][C02]x[/C02][C01]y[/C01][C99]07[/C99]",
+       "Linha 1 do arquivo de informações: coluna C01 fora de ordem (linha 05, depois da coluna C02)"},
+      {"[C01]x[/C01]", "Linha 1 do arquivo de informações: a linha não começa com [C00], e sim com '[C01]x[/C01]'"},
+      {"[C00]05[/C00]",
+       "Linha 1 do arquivo de informações: a linha acaba sem [C99] (linha 05, depois da coluna C00): uma quebra de "
+       "linha dentro de um valor a partiu em duas?"},
+      {"[C00]5[/C00][C99]07[/C99]", "Linha 1 do arquivo de informações: tipo de linha inválido em [C00]: '5'"},
+      {"[C00]05[/C00][C99]07[/C99]x", "Linha 1 do arquivo de informações: texto depois de [C99]: 'x'"},
+      {"[C00]05[/C00][C99]07[/C99][C99]07[/C99]",
+       "Linha 1 do arquivo de informações: texto depois de [C99]: '[C99]07[/C99]'"},
+      {"[C00]05[/C00][C01]x[/C02][C99]07[/C99]",
+       "Linha 1 do arquivo de informações: coluna C01 sem [/C01] (linha 05, depois da coluna C00): "
+       "'[C01]x[/C02][C99]07[/C99]': uma quebra de linha dentro do valor?"},
+      // A value that holds the text of its own closing tag ends the column early.
+      {"[C00]05[/C00][C01]a[/C01]b[/C01][C99]07[/C99]",
+       "Linha 1 do arquivo de informações: esperava uma tag [Cnn] na posição 26 (linha 05, depois da coluna C01) e "
+       "achou 'b[/C01][C99]07[/C99]': um valor com o texto de uma tag?"},
+      // A line break inside a value: the first part lacks its closing tags, the second its start.
+      {"[C00]05[/C00][C01]RUA A",
+       "Linha 1 do arquivo de informações: coluna C01 sem [/C01] (linha 05, depois da coluna C00): '[C01]RUA A': uma "
+       "quebra de linha dentro do valor?"},
+      {"RUA B[/C01][C99]07[/C99]",
+       "Linha 1 do arquivo de informações: a linha não começa com [C00], e sim com 'RUA B[/C01][C99]07[/C99]': a "
+       "continuação de uma linha partida por uma quebra de linha dentro de um valor?"},
+      // Whatever is found is cut short.
+      {"[C00]05[/C00][C99]07[/C99]012345678901234567890123456789012345678901234567890123456789ABC",
+       "Linha 1 do arquivo de informações: texto depois de [C99]: "
+       "'012345678901234567890123456789012345678901234567890123456789... (63 caracteres)'"},
   };
   for (const auto& c : casos) {
     EXPECT_EQ(erro([&] { ler_linha_informacao(c.texto, 1); }), c.erro) << c.texto;

@@ -105,7 +105,8 @@ TEST(Leitor, AFileOutOfShapeNamesTheLine) {
       {kCabecalho + nota + l(17, {}), "Linha 5 do arquivo de informações: linha 17 sem a linha 16 do seu inventário"},
       {kCabecalho + l(16, {}) + l(19, {}), "Linha 5 do arquivo de informações: linha 19 sem a linha 18 do seu inventário"},
       {kCabecalho + l(20, {}), "Linha 4 do arquivo de informações: tipo de linha 20 desconhecido"},
-      {kCabecalho + "[C00]06[/C00][C01]2\r\n", "Linha 4 do arquivo de informações: coluna C01 sem [/C01]"},
+      {kCabecalho + "[C00]06[/C00][C01]2\r\n", "Linha 4 do arquivo de informações: coluna C01 sem [/C01] (linha 06, depois da coluna C00): "
+                                                  "'[C01]2': uma quebra de linha dentro do valor?"},
   };
   for (const auto& c : casos) {
     std::string erro;
@@ -120,7 +121,8 @@ TEST(Leitor, AFileOutOfShapeNamesTheLine) {
 }
 
 // The saved file (Windows-1252, lines across the pieces it is read in, a last line without a
-// break) reads as its UTF-8 text does, again from the start when asked.
+// break) reads as its UTF-8 text does, again from the start when asked; so does the same file
+// saved again in UTF-8 by an editor, its characters cut at every piece.
 TEST(Leitor, TheSavedFileReadsAsItsText) {
   std::string texto = linha(1, {"Razão"}) + "\r\n" + linha(2, {"São Paulo"}) + "\r\n" + linha(3, {}) + "\r\n";
   for (int n = 1; n <= 6000; ++n)  // about 2.3 MB: lines cut at every piece of 1 MiB
@@ -128,18 +130,50 @@ TEST(Leitor, TheSavedFileReadsAsItsText) {
              linha(6, {"2", std::to_string(n), std::string(300, 'x')}) + "\r\n";
   texto += linha(12, {"Óleo"});
   const std::string dir = testing::fresh_dir("leitor-arquivo");
-  testing::write_file(dir + "/info.txt", utf8_to_windows1252(texto));
-  Registro em_memoria, do_arquivo;
+  Registro em_memoria;
   ler_informacao(texto, em_memoria);
-  ArquivoDeInformacao arquivo(dir + "/info.txt");
-  for (int vez = 0; vez < 2; ++vez) {
-    do_arquivo.grupos.clear();
-    const ContagemDeLinhas c = ler_informacao(arquivo, do_arquivo);
-    EXPECT_EQ(c.linhas, 18004);
-    EXPECT_EQ(c.notas, 6000);
-    EXPECT_EQ(do_arquivo.grupos, em_memoria.grupos);
+  for (const auto& [nome, bytes] : {std::pair{"windows-1252", utf8_to_windows1252(texto)}, {"utf-8", texto}}) {
+    SCOPED_TRACE(nome);
+    testing::write_file(dir + "/info.txt", bytes);
+    ArquivoDeInformacao arquivo(dir + "/info.txt");
+    Registro do_arquivo;
+    for (int vez = 0; vez < 2; ++vez) {
+      do_arquivo.grupos.clear();
+      const ContagemDeLinhas c = ler_informacao(arquivo, do_arquivo);
+      EXPECT_EQ(c.linhas, 18004);
+      EXPECT_EQ(c.notas, 6000);
+      EXPECT_EQ(do_arquivo.grupos, em_memoria.grupos);
+    }
+    EXPECT_EQ(do_arquivo.grupos.back(), "cadastro 18004:Óleo");
   }
-  EXPECT_EQ(do_arquivo.grupos.back(), "cadastro 18004:Óleo");
+}
+
+// A file in UTF-8 that holds a Windows-1252 byte further on (two files pasted together) is
+// refused at that byte, also when it ends inside a character.
+TEST(Leitor, AMixedFileIsRefusedAtItsFirstForeignByte) {
+  const std::string inicio = linha(1, {"Razão"}) + "\r\n" + linha(2, {std::string(2 << 20, 'x')}) + "\r\n";
+  const struct {
+    std::string bytes;
+    std::size_t posicao;
+    const char* byte;
+  } casos[] = {
+      {inicio + linha(2, {"S\xE3o Paulo"}) + "\r\n", inicio.size() + 20, "E3"},
+      {inicio + "\xC3", inicio.size() + 1, "C3"},
+  };
+  const std::string dir = testing::fresh_dir("leitor-misto");
+  for (const auto& c : casos) {
+    testing::write_file(dir + "/info.txt", c.bytes);
+    ArquivoDeInformacao arquivo(dir + "/info.txt");
+    Registro registro;
+    try {
+      ler_informacao(arquivo, registro);
+      ADD_FAILURE() << c.posicao;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.what(), "O arquivo de informações '" + dir + "/info.txt' está em UTF-8, e não em Windows-1252 como o " +
+                              "sistema o grava, mas o byte " + std::to_string(c.posicao) + " (0x" + c.byte +
+                              ") não é UTF-8: grave o arquivo numa só codificação");
+    }
+  }
 }
 
 TEST(Leitor, AFileThatCannotBeReadIsAClearError) {
