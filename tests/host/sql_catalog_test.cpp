@@ -1,10 +1,12 @@
 // The reference catalog over the demo database: every provider returns every field that the
-// datasets reading it declare, and the list providers pick and order the notes of a register.
+// modules reading it declare (taken from the modules as they run, not copied here), and the list providers pick and order the notes of a register.
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <algorithm>
+#include <map>
 
 #include "base/error.h"
+#include "export/obj_exportainfofiscal.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "host/sources/recording_source.h"
@@ -16,34 +18,10 @@ namespace {
 
 using namespace testing;
 
-// The declared fields of each provider's datasets (for DspRegistroInfoFiscal, those of
-// TabRegistroFiscal, which hold TabRegistroInfoFiscal's). Classes do not matter here.
-const char* const kRegistro =
-    "CDREGISTROFISCAL CDTIPOREGISTROFISCAL CDEMPRESA CDUSUARIO CDINVENTARIOFINALMES CDINVENTARIOFINALANO "
-    "CDREGISTROFISCALEMP REGCOMPRAINSUMO REGTRANSFEQUIPAMENTOCLIENTE REGTRANSFEQUIPAMENTOFORNECEDOR "
-    "REGTRANSFPRODUTOFORNECEDOR REGDEVCOMPRAEQUIPAMENTO REGDEVCOMPRAPRODCONSUMO REGDEVCOMPRAINSUMO "
-    "REGDEVVENDAEQUIPAMENTO NUMREGANTERIOR PERFILAPRESENTARARQ INDICADORNATPESSOAJURIDICA "
-    "INDICADORMETODOAPROPCREDITO INDICADORTIPOCONTRIBUICAO ANO CDMES ETIQUETA REG_1011 REG_1010 REG_1012 "
-    "MODELO_NF SERIE_NF REGVENDAPRODUTO REGCOMPRAEQUIPAMENTO REGVENDAEQUIPAMENTO REGCOMPRAPRODUTO "
-    "REGCOMPRAPRODCONSUMO REGTRANSFPRODUTOCLIENTE REGDEVVENDAPRODUTO REGDEVCOMPRAPRODUTO FINALIDADEARQUIVO OBS "
-    "DATAREGISTROFISCAL INDICADORSITESPECIAL TIPOEXPORTACAO TIPOEXPORTACAOINICIO TIPOEXPORTACAOFINAL "
-    "INDICADORINCIDENCIATRIBUTARIA TIPOFILTROCOMPRA INDICADORTIPOATIVIDADE INDICADORCRITESCRITURACAO "
-    "REGINVENTARIOFINALMES REGINVENTARIOFINALANO";
-const char* const kItemTaxes =
-    "QUANTIDADE PRECOTOTAL DESCONTO FRETE SEGURO ICMS_CST ICMS_CFOP ICMS_BASECALCULO ICMS_ALIQUOTA ICMS_VALOR "
-    "ICMS_ST_BASECALCULO ICMS_ST_VALOR IPI_CST IPI_ENQUADRAMENTO IPI_BASECALCULO IPI_VALOR PIS_CST PIS_ALIQUOTA "
-    "PIS_BASECALCULO PIS_QUANTUNIDADE PIS_VALORUNIDADE PIS_VALOR COFINS_CST COFINS_ALIQUOTA COFINS_BASECALCULO "
-    "COFINS_QUANTUNIDADE COFINS_VALORUNIDADE COFINS_VALOR NUMNCM CODBARRA ";
-const std::string kCompraItem = std::string(kItemTaxes) + "CDCOMPRA ITEMCOMPRA SIGLAUNIDADE OUTRASDESPESAS ";
-const char* const kParte = "RAZAOSOCIAL CNPJ_CPF IE_RG TIPOPESSOA ENDERECO ENDERECONUMERO BAIRRO IBGE_CIDADE IBGE_PAIS";
-const char* const kInventario = "CDINVENTARIOEMP CDTIPOINVENTARIO DATAINVENTARIO TOTALINVENTARIO PDE";
-const char* const kInventarioProduto =
-    "CDINVENTARIO CDPRODUTO QUANTIDADE PRECOFABRICA PRECOTOTAL SIGLAUNIDADE CDTIPOINVENTARIO";
-
 const std::int64_t kSintegra = 1, kEfd = 2;
 
 struct ProviderCase {
-  std::string provider, fields;
+  std::string provider;
   std::vector<Value> args;
   FetchKind kind;
   std::size_t rows;  // on the demo month
@@ -54,78 +32,87 @@ const std::vector<ProviderCase>& provider_cases() {
   const auto P = FetchKind::ParameterOpen;
   const auto D = FetchKind::DataRequest;
   static const std::vector<ProviderCase> cases = {
-      {"DspRegistroInfoFiscal", kRegistro, {kEfd}, P, 1},
-      {"DspEmpresa",
-       "CDEMPRESA RAZAOSOCIAL NOMEFANTASIA CNPJ IE IM SUFRAMA NOMECIDADE CDESTADO ENDERECO ENDERECONUMERO "
-       "ENDERECOCOMPLEMENTO BAIRRO IBGE_CIDADE IBGE_PAIS CEP FONE FAX EMAIL",
-       {I{1}}, P, 1},
-      {"DspContador",
-       "CDCONTADOR NOMECONTADOR FONE CPF CRC CNPJ CEP ENDERECO ENDERECONUMERO ENDERECOCOMPLEMENTO BAIRRO EMAIL FAX "
-       "CODIBGE",
-       {}, P, 1},
-      {"DspListaCompra", "CDCOMPRA MODELO NUMNF", {kEfd, I{2}}, D, 28},
-      {"DspCompra",
-       "CDCOMPRA CDFORNECEDOR MODELO SERIE PDE CHAVENFEFORNECEDOR TOTALCOMPRA DESCONTO TOTALPRODUTO FRETE SEGURO "
-       "OUTRASDESPESAS ICMS_BASECALCULO ICMS_VALOR ICMS_ST_BASECALCULO ICMS_ST_VALOR IPI_VALOR PIS_VALOR "
-       "COFINS_VALOR NUMNF DATAEMISSAONF DATARECEBIMENTO CDTABCFOP CDCIDADEORIGEMIBGE CDCIDADEDESTINOIBGE",
-       {I{2}}, P, 1},
-      {"DspCompraFornecedor",
-       "CDCOMPRA CDFORNECEDOR RAZAOSOCIAL TIPOPESSOA CNPJ_CPF IE CDESTADO ENDERECO ENDERECONUMERO BAIRRO", {I{2}}, P,
-       1},
-      {"DspCompraEquipamento", kCompraItem + "CDEQUIPAMENTO DESCEQUIPAMENTO", {I{4}}, P, 1},  // 1 + 4 % 4 items
-      {"DsCompraProduto", kCompraItem + "CDPRODUTO DESCPRODUTO", {I{5}}, P, 2},
-      {"DspCompraProdConsumo", kCompraItem + "CDPRODCONSUMO DESCPRODUTO", {I{7}}, P, 4},
-      {"DspListaNotaFiscal", "CDTIPONOTAFISCAL CDNOTAFISCAL", {kEfd, kEfd, I{10}}, D, 317},
-      {"DspNF_Venda",
-       "CDTIPONOTAFISCAL CDNOTAFISCAL CDCLIENTE NUMSERIE EMISSAO PDE SAIDA CHAVENFE VALORTOTALNOTA VALORDESCONTO "
-       "VALORTOTALPRODUTO VALORFRETE VALORSEGURO VALOROUTRASDESP ICMS_BASECALCULO ICMS_VALOR ICMS_ST_BASECALCULO "
-       "ICMS_ST_VALOR IPI_VALOR PIS_VALOR COFINS_VALOR CDTABCFOP",
-       {I{1}, I{4101}}, P, 1},
-      {"DspNF_Cliente",
-       "CDTIPONOTAFISCAL CDNOTAFISCAL CDCLIENTE RAZAOSOCIAL TIPOPESSOA CNPJ_CPF IE CDESTADO ENDERECO "
-       "ENDERECONUMERO BAIRRO IBGE_CIDADE IBGE_PAIS",
-       {I{4}, I{4113}}, P, 1},
-      {"DspNF_Produto",
-       std::string(kItemTaxes) + "CDTIPONOTAFISCAL CDNOTAFISCAL CDPRODUTO CDLOTE ITEMNOTAFISCAL DESCPRODUTO UNIDADE "
-                                 "OUTRASDESP",
-       {I{2}, I{4121}}, P, 2},
-      {"DspListaNFeInutilizado", "CDNFE_INUTILIZADO DATA CDNFE_NUMINUTILIZADO", {kEfd, kEfd}, D, 4},
-      {"DspListaEquipamento", "CDEQUIPAMENTO DESCEQUIPAMENTO SIGLAUNIDADE NUMNCM", {}, P, 8},
-      {"DspListaProduto", "CDPRODUTO DESCPRODUTO SIGLAUNIDADE NUMNCM CODCEST", {}, P, 40},
-      {"DspListaInsumo", "CDINSUMO DESCINSUMO SIGLAUNIDADE NUMNCM", {}, P, 6},
-      {"DspListaProdConsumo", "CDPRODCONSUMO DESCPRODUTO SIGLAUNIDADE NUMNCM", {}, P, 10},
-      {"DspListaUnidade", "CDUNIDADE SIGLAUNIDADE DESCUNIDADE", {}, P, 8},
-      {"DspListaCliente", std::string("CDCLIENTE ") + kParte, {}, P, 30},
-      {"DspListaFornecedor", std::string("CDFORNECEDOR ") + kParte, {}, P, 12},
-      {"DspNaturezaOperacao", "CDTABCFOP DESCCFOP", {}, P, 18},
-      {"DspInventario_FM", kInventario, {kEfd}, P, 1},
-      {"DspInventarioProduto_FM", kInventarioProduto, {kEfd}, P, 40},
-      {"DspInventario_FA", kInventario, {kSintegra}, P, 1},
-      {"DspInventarioProduto_FA", kInventarioProduto, {kSintegra}, P, 40},
+      {"DspRegistroInfoFiscal", {kEfd}, P, 1},
+      {"DspEmpresa", {I{1}}, P, 1},
+      {"DspContador", {}, P, 1},
+      {"DspListaCompra", {kEfd, I{2}}, D, 28},
+      {"DspCompra", {I{2}}, P, 1},
+      {"DspCompraFornecedor", {I{2}}, P, 1},
+      {"DspCompraEquipamento", {I{4}}, P, 1},  // 1 + 4 % 4 items
+      {"DsCompraProduto", {I{5}}, P, 2},
+      {"DspCompraProdConsumo", {I{7}}, P, 4},
+      {"DspListaNotaFiscal", {kEfd, kEfd, I{10}}, D, 317},
+      {"DspNF_Venda", {I{1}, I{4101}}, P, 1},
+      {"DspNF_Cliente", {I{4}, I{4113}}, P, 1},
+      {"DspNF_Produto", {I{2}, I{4121}}, P, 2},
+      {"DspListaNFeInutilizado", {kEfd, kEfd}, D, 4},
+      {"DspListaEquipamento", {}, P, 8},
+      {"DspListaProduto", {}, P, 40},
+      {"DspListaInsumo", {}, P, 6},
+      {"DspListaProdConsumo", {}, P, 10},
+      {"DspListaUnidade", {}, P, 8},
+      {"DspListaCliente", {}, P, 30},
+      {"DspListaFornecedor", {}, P, 12},
+      {"DspNaturezaOperacao", {}, P, 18},
+      {"DspInventario_FM", {kEfd}, P, 1},
+      {"DspInventarioProduto_FM", {kEfd}, P, 40},
+      {"DspInventario_FA", {kSintegra}, P, 1},
+      {"DspInventarioProduto_FA", {kSintegra}, P, 40},
   };
   return cases;
 }
 
-std::vector<std::string> words(const std::string& text) {
-  std::istringstream in(text);
-  std::vector<std::string> out;
-  for (std::string w; in >> w;) out.push_back(w);
-  return out;
+// A source that notes the fields every dataset reading a provider declares, in the order
+// first declared: what the modules ask of the catalog.
+class Declarados final : public RecordSource {
+ public:
+  explicit Declarados(RecordSource& live) : live_(live) {}
+  Packet fetch(const FetchRequest& request) override {
+    auto& campos = campos_[std::string(request.provider)];
+    for (const FieldDef& f : request.fields)
+      if (std::none_of(campos.begin(), campos.end(), [&](const auto& c) { return c.first == f.name; }))
+        campos.emplace_back(std::string(f.name), f.cls);
+    return live_.fetch(request);
+  }
+  std::vector<std::string> files() const override { return live_.files(); }
+
+  std::map<std::string, std::vector<std::pair<std::string, FieldClass>>> campos_;
+
+ private:
+  RecordSource& live_;
+};
+
+// The fields of each provider as the modules declare them: the export of the demo month's two
+// registers (SINTEGRA's reads the year-end inventory, the EFD's the month-end one) over SQLite.
+const std::map<std::string, std::vector<std::pair<std::string, FieldClass>>>& declared_fields() {
+  static const auto campos = [] {
+    TestDatabase db("sqlite", "declarados", demo_script());
+    SqlSource source(db.address(), catalog_path());
+    Declarados declarados(source);
+    TDTM_ConexaoDS conexao{declarados, TOBJ_InfoSistema_v11c([] { return 1; })};
+    for (const TRegistroFiscal registro : {kSintegra, kEfd}) {
+      TOBJ_ExportaInfoFiscal orquestrador(conexao);
+      orquestrador.CodTipoRegistroFiscal(registro);
+      orquestrador.CodRegistroFiscal(static_cast<int>(registro));
+      orquestrador.RecInformacao(0, 0);
+    }
+    return declarados.campos_;
+  }();
+  return campos;
 }
 
-// The timestamp fields; every other field is declared as text here, which takes any value.
-bool is_timestamp(const std::string& name) {
-  for (const char* t : {"DATAREGISTROFISCAL", "DATAEMISSAONF", "DATARECEBIMENTO", "EMISSAO", "SAIDA", "DATA",
-                        "DATAINVENTARIO"})
-    if (name == t) return true;
-  return false;
+Packet fetch(RecordSource& source, const std::string& provider, std::vector<Value> args, std::vector<FieldDef> fields,
+             FetchKind kind = FetchKind::DataRequest) {
+  return source.fetch({"Tab", provider, kind, std::move(args), std::move(fields)});
 }
 
-Packet fetch(RecordSource& source, const std::string& provider, std::vector<Value> args,
-             const std::vector<std::string>& names, FetchKind kind = FetchKind::DataRequest) {
+// Fetches every field that the modules declare for the provider of `c`.
+Packet fetch(RecordSource& source, const ProviderCase& c) {
+  const auto it = declared_fields().find(c.provider);
+  if (it == declared_fields().end()) throw Error("nenhum módulo lê " + c.provider);
   std::vector<FieldDef> fields;
-  for (const auto& n : names) fields.push_back({n, is_timestamp(n) ? FieldClass::TimeStamp : FieldClass::String});
-  return source.fetch({"Tab", provider, kind, args, fields});
+  for (const auto& [nome, classe] : it->second) fields.push_back({nome, classe});
+  return fetch(source, c.provider, c.args, fields, c.kind);
 }
 
 class SqlCatalogDemo : public ::testing::TestWithParam<std::string> {
@@ -143,22 +130,27 @@ class SqlCatalogDemo : public ::testing::TestWithParam<std::string> {
 TEST_P(SqlCatalogDemo, EveryProviderReturnsEveryDeclaredField) {
   for (const auto& c : provider_cases()) {
     try {
-      EXPECT_EQ(fetch(*source_, c.provider, c.args, words(c.fields), c.kind).rows(), c.rows) << c.provider;
+      EXPECT_EQ(fetch(*source_, c).rows(), c.rows) << c.provider;
     } catch (const Error& e) {
       ADD_FAILURE() << c.provider << ": " << e.what();
     }
   }
+  // And no provider that a module reads is left out of this test.
+  for (const auto& [provider, campos] : declared_fields())
+    EXPECT_TRUE(std::any_of(provider_cases().begin(), provider_cases().end(),
+                            [&](const ProviderCase& c) { return c.provider == provider; }))
+        << provider;
 }
 
 TEST_P(SqlCatalogDemo, RecordedAnswersReplayFromTheSnapshotAsTheyCame) {
   RecordingSource recorder(*source_);
   std::vector<Packet> live;
-  for (const auto& c : provider_cases()) live.push_back(fetch(recorder, c.provider, c.args, words(c.fields), c.kind));
+  for (const auto& c : provider_cases()) live.push_back(fetch(recorder, c));
   // Through the file format, as --gravar-snapshot and --fonte snapshot: do.
   SnapshotSource replay(nlohmann::json::parse(recorder.Snapshot().dump()), "gravado");
   for (std::size_t i = 0; i < live.size(); ++i) {
     const auto& c = provider_cases()[i];
-    EXPECT_EQ(fetch(replay, c.provider, c.args, words(c.fields), c.kind).cells, live[i].cells) << c.provider;
+    EXPECT_EQ(fetch(replay, c).cells, live[i].cells) << c.provider;
   }
 }
 
@@ -166,7 +158,7 @@ TEST_P(SqlCatalogDemo, ListsHoldTheRegistersNotesInDateAndNumberOrder) {
   using I = std::int64_t;
   const auto column = [&](const std::string& provider, std::vector<Value> args, const std::string& field) {
     std::vector<Value> out;
-    const Packet p = fetch(*source_, provider, args, {field});
+    const Packet p = fetch(*source_, provider, args, {{field}});
     for (const Value& v : p.cells) out.push_back(v);
     return out;
   };
@@ -176,7 +168,9 @@ TEST_P(SqlCatalogDemo, ListsHoldTheRegistersNotesInDateAndNumberOrder) {
   // Purchases come by date of receipt: the receipt days never go back.
   std::vector<Value> days;
   for (const Value& code : column("DspListaCompra", {kEfd, I{2}}, "CDCOMPRA"))
-    days.push_back(fetch(*source_, "DspCompra", {code}, {"DATARECEBIMENTO"}, FetchKind::ParameterOpen).cells.at(0));
+    days.push_back(
+        fetch(*source_, "DspCompra", {code}, {{"DATARECEBIMENTO", FieldClass::TimeStamp}}, FetchKind::ParameterOpen)
+            .cells.at(0));
   for (std::size_t i = 1; i < days.size(); ++i) {
     // Text in SQLite, a timestamp in PostgreSQL: both begin YYYY-MM-DD.
     EXPECT_LE(debug_text(days[i - 1]).substr(0, 10), debug_text(days[i]).substr(0, 10)) << i;
@@ -205,7 +199,7 @@ TEST_P(SqlCatalogSchema, EveryProviderRunsOnTheEmptySchema) {
   SqlSource source(db.address(), catalog_path());
   for (const auto& c : provider_cases()) {
     try {
-      EXPECT_EQ(fetch(source, c.provider, c.args, words(c.fields), c.kind).rows(), 0u) << c.provider;
+      EXPECT_EQ(fetch(source, c).rows(), 0u) << c.provider;
     } catch (const Error& e) {
       ADD_FAILURE() << c.provider << ": " << e.what();
     }
