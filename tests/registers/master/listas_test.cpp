@@ -58,50 +58,6 @@ TEST(MasterLists, OneLinePerRowWhateverTheSwitches) {
   EXPECT_TRUE(testing::matches_golden("listas_13_14_15.txt", lines));
 }
 
-// Each list: its progress, its failure prefix mid-list, and the failures that pass unchanged.
-TEST(MasterLists, ProgressAndFailures) {
-  using Gen = testing::Generated (*)(const Snapshot&, TProcProgresso);
-  const struct {
-    const char* provider;
-    Gen gen;
-    const char* prefix;
-  } cases[] = {
-      {"DspListaUnidade",
-       [](const Snapshot& s, TProcProgresso p) { return generate(s, &TDTM_A_TabUnidade::L13_RegistroUnidade, p); },
-       "Erro ano Gerar Registro Linha 13 : "},
-      {"DspListaCliente",
-       [](const Snapshot& s, TProcProgresso p) { return generate(s, &TDTM_A_TabCliente::L14_RegistroCliente, p); },
-       "Erro ano Gerar Registro Linha 14 : "},
-      {"DspNaturezaOperacao",
-       [](const Snapshot& s, TProcProgresso p) {
-         return generate(s, &TDTM_A_TabNaturezaOperacao::L15_RegistroNaturezaOperacao, p);
-       },
-       "Erro ano Gerar Registro Linha 15 : "},
-  };
-  const auto cancel_at_2 = [](int p, int) {
-    if (p == 2) throw Error("cancelado");
-  };
-  for (const auto& c : cases) {
-    const auto ok = c.gen(lists(), nullptr);
-    EXPECT_THAT(ok.progress, ElementsAre(std::pair{1, 2}, std::pair{2, 2})) << c.provider;
-    const auto failed = c.gen(lists(), cancel_at_2);
-    ASSERT_EQ(failed.lines.size(), 2u) << c.provider;
-    EXPECT_EQ(failed.lines[0], ok.lines[0]) << c.provider;
-    EXPECT_EQ(failed.lines[1], std::string("erro: ") + c.prefix + "cancelado") << c.provider;
-    // An empty list: no line, no progress.
-    const auto empty = c.gen(Snapshot().registro(7), nullptr);
-    EXPECT_THAT(empty.lines, IsEmpty()) << c.provider;
-    EXPECT_THAT(empty.progress, IsEmpty()) << c.provider;
-    // The open stands outside the error rule.
-    EXPECT_THAT(c.gen(Snapshot().registro(7).error(c.provider, json::array(), "sem conexão"), nullptr).lines,
-                ElementsAre("erro: sem conexão"))
-        << c.provider;
-    EXPECT_THAT(c.gen(Snapshot().error("DspRegistroInfoFiscal", {7}, "sem registro"), nullptr).lines,
-                ElementsAre("erro: sem registro"))
-        << c.provider;
-  }
-}
-
 TEST(MasterLists, ASupplierFailureCarriesThePrefixOfLine14) {
   const Snapshot s = Snapshot().registro(7).params("DspListaFornecedor", json::array(),
                                                    {parte("CDFORNECEDOR", 1), parte("CDFORNECEDOR", 2)});
