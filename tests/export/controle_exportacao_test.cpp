@@ -47,7 +47,7 @@ TEST(ControleExportacao, TheSummaryOfARunWithoutFiscalFileSaysWhy) {
                 ElementsAre(std::string("Resumo: só o arquivo de informações foi gravado; ") + c.porque,
                             "  informações: " + base + kInfo + " (3 linhas)"));
     ASSERT_EQ(controle.Gravados().size(), 1u);
-    EXPECT_FALSE(controle.Gravados().front().fiscal);
+    EXPECT_EQ(controle.Gravados().front().tipo, ArquivoGravado::Tipo::informacao);
   }
 }
 
