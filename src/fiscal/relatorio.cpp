@@ -77,6 +77,11 @@ std::string esc(std::string_view s) {
 
 std::string reais(std::int64_t centesimos) { return format_hundredths(centesimos); }
 
+// "1 linha", "1.311 registros".
+std::string plural(std::size_t n, const char* um, const char* varios) {
+  return format_grouped(static_cast<std::int64_t>(n)) + " " + (n == 1 ? um : varios);
+}
+
 constexpr std::array<std::string_view, 12> kMeses = {"janeiro", "fevereiro", "março",    "abril",   "maio",     "junho",
                                                      "julho",   "agosto",    "setembro", "outubro", "novembro", "dezembro"};
 
@@ -344,14 +349,34 @@ RelatorioDoMes::RelatorioDoMes(int tipo, std::string arquivo_fiscal)
 std::string RelatorioDoMes::html() {
   const NumerosDoMes n = leitor_.conclui();
   const std::string nome = nome_do_arquivo(tipo_);
-  const bool periodo = n.inicio != 0;
   const std::string titulo =
-      periodo ? fmt::format("{} de {} de {}", nome, kMeses[mes_de(n.inicio) - 1], ano_de(n.inicio)) : nome;
+      n.inicio != 0 ? fmt::format("{} de {} de {}", nome, kMeses[mes_de(n.inicio) - 1], ano_de(n.inicio)) : nome;
   // A refused file's figures are shown when it was written to its end, never those of a file
   // whose conversion stopped half-way.
   const bool numeros = n.completo && n.inicio != 0;
 
   std::string o;
+  cabecalho(o, titulo, n);
+  estado(o, numeros);
+  achados(o);
+  // What a person checks next: the tax, the month's shape, the totals; the counts last.
+  if (numeros) {
+    apuracao(o, n);
+    por_dia(o, n);
+    totais_do_tipo(o, n);
+    if (n.ilegiveis > 0)
+      o += fmt::format("<p id=\"ilegiveis\">{} registros do arquivo recusado não puderam ser lidos e ficaram fora dos "
+                       "totais (veja os achados).</p>\n",
+                       format_grouped(n.ilegiveis));
+  }
+  notas(o);
+  if (numeros) registros_por_tipo(o, n);
+  conversao(o);
+  o += "</body>\n</html>\n";
+  return o;
+}
+
+void RelatorioDoMes::cabecalho(std::string& o, const std::string& titulo, const NumerosDoMes& n) const {
   o += "<!DOCTYPE html>\n<html xmlns=\"http://www.w3.org/1999/xhtml\" lang=\"pt-BR\">\n<head>\n<meta charset=\"utf-8\"/>\n";
   o += "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n<title>Relatório: ";
   esc(o, titulo);
@@ -366,62 +391,32 @@ std::string RelatorioDoMes::html() {
     esc(o, n.cnpj);
     o += " · ";
   }
-  if (periodo) o += fmt::format("período de {} a {}", data_legivel(n.inicio), data_legivel(n.fim));
+  if (n.inicio != 0) o += fmt::format("período de {} a {}", data_legivel(n.inicio), data_legivel(n.fim));
   o += "</p>\n";
+}
 
+void RelatorioDoMes::estado(std::string& o, bool numeros) const {
   if (!recusa_) {
     o += "<p class=\"estado gravado\" id=\"estado\">Arquivo gravado: <code>";
     esc(o, arquivo_);
-    o += fmt::format("</code>, {} registros.</p>\n", format_grouped(static_cast<std::int64_t>(registros_)));
-  } else {
-    o += "<p class=\"estado recusado\" id=\"estado\">O arquivo <code>";
-    esc(o, arquivo_);
-    o += numeros ? "</code> não foi gravado (o porquê está em <a href=\"#achados\">Achados</a>). Os números abaixo são "
-                   "os do arquivo gerado e recusado; um arquivo anterior com o mesmo nome ficou como estava.</p>\n"
-                 : "</code> não foi gravado: a conversão parou antes do fim do arquivo (o porquê está em <a "
-                   "href=\"#achados\">Achados</a>), e os seus números não são mostrados. Um arquivo anterior com o "
-                   "mesmo nome ficou como estava.</p>\n";
+    o += fmt::format("</code>, {}.</p>\n", plural(registros_, "registro", "registros"));
+    return;
   }
+  o += "<p class=\"estado recusado\" id=\"estado\">O arquivo <code>";
+  esc(o, arquivo_);
+  o += numeros ? "</code> não foi gravado (o porquê está em <a href=\"#achados\">Achados</a>). Os números abaixo são "
+                 "os do arquivo gerado e recusado; um arquivo anterior com o mesmo nome ficou como estava.</p>\n"
+               : "</code> não foi gravado: a conversão parou antes do fim do arquivo (o porquê está em <a "
+                 "href=\"#achados\">Achados</a>), e os seus números não são mostrados. Um arquivo anterior com o "
+                 "mesmo nome ficou como estava.</p>\n";
+}
 
-  // What a person checks first: the tax, the month's shape, the totals; the counts last.
-  if (numeros) {
-    apuracao(o, n);
-    por_dia(o, n);
-    if (tipo_ == 1) {
-      totais(o, "cfop", "Totais por CFOP", "CFOP", "Registros",
-             "Dos registros 50 (notas) e 70 (conhecimentos de transporte): valor total, base de cálculo e ICMS.",
-             n.por_cfop, true);
-      totais(o, "cst", "Totais por CST", "CST", "Itens",
-             "Dos itens das notas (registro 54): valor do produto menos o desconto, e a base de cálculo do ICMS; o "
-             "registro 54 não traz o ICMS do item. Frete, seguro e outras despesas (itens 991 a 999) não têm CST.",
-             n.por_cst, false);
-    } else {
-      totais(o, "cfop", "Totais por CFOP", "CFOP", "Registros",
-             "Dos registros analíticos C190 (notas) e D190 (conhecimentos de transporte): valor da operação, base de "
-             "cálculo e ICMS.",
-             n.por_cfop, true);
-      totais(o, "cst", "Totais por CST", "CST", "Registros", "Dos mesmos registros C190 e D190, por CST do ICMS.",
-             n.por_cst, true);
-    }
-    if (n.ilegiveis > 0)
-      o += fmt::format("<p id=\"ilegiveis\">{} registros do arquivo recusado não puderam ser lidos e ficaram fora dos "
-                       "totais (veja os achados).</p>\n",
-                       format_grouped(n.ilegiveis));
-  }
-
-  std::vector<std::string_view> notas;
-  for (const std::string& l : linhas_)
-    if (sobre_notas(l)) notas.push_back(l);
-  o += fmt::format("<section id=\"notas\">\n<h2>Notas deixadas de fora ou ajustadas ({})</h2>\n",
-                   format_grouped(static_cast<std::int64_t>(notas.size())));
-  if (notas.empty())
-    o += "<p>O conversor não deixou nenhuma nota de fora nem mudou nenhuma.</p>\n";
-  else
-    lista(o, "ul", notas);
-  o += "</section>\n<section id=\"achados\">\n<h2>Achados</h2>\n";
+void RelatorioDoMes::achados(std::string& o) const {
+  o += "<section id=\"achados\">\n<h2>Achados</h2>\n";
   if (!recusa_) {
     o += "<p>O validador conferiu o arquivo inteiro e não encontrou problemas.</p>\n";
   } else {
+    // The verdict, then one finding a line.
     const std::vector<std::string_view> linhas = linhas_de(*recusa_);
     o += "<p>";
     esc(o, linhas.front());
@@ -429,13 +424,45 @@ std::string RelatorioDoMes::html() {
     if (linhas.size() > 1) lista(o, "ul", {linhas.begin() + 1, linhas.end()});
   }
   o += "</section>\n";
-  if (numeros) registros_por_tipo(o, n);
-  o += "<section id=\"conversao\">\n<h2>O que o conversor disse</h2>\n<details>\n<summary>";
-  o += fmt::format("{} linhas", format_grouped(static_cast<std::int64_t>(linhas_.size())));
-  o += "</summary>\n";
+}
+
+void RelatorioDoMes::totais_do_tipo(std::string& o, const NumerosDoMes& n) const {
+  if (tipo_ == 1) {
+    totais(o, "cfop", "Totais por CFOP", "CFOP", "Registros",
+           "Dos registros 50 (notas) e 70 (conhecimentos de transporte): valor total, base de cálculo e ICMS.",
+           n.por_cfop, true);
+    totais(o, "cst", "Totais por CST", "CST", "Itens",
+           "Dos itens das notas (registro 54): valor do produto menos o desconto, e a base de cálculo do ICMS; o "
+           "registro 54 não traz o ICMS do item. Frete, seguro e outras despesas (itens 991 a 999) não têm CST.",
+           n.por_cst, false);
+    return;
+  }
+  totais(o, "cfop", "Totais por CFOP", "CFOP", "Registros",
+         "Dos registros analíticos C190 (notas) e D190 (conhecimentos de transporte): valor da operação, base de "
+         "cálculo e ICMS.",
+         n.por_cfop, true);
+  totais(o, "cst", "Totais por CST", "CST", "Registros", "Dos mesmos registros C190 e D190, por CST do ICMS.",
+         n.por_cst, true);
+}
+
+void RelatorioDoMes::notas(std::string& o) const {
+  std::vector<std::string_view> linhas;
+  for (const std::string& l : linhas_)
+    if (sobre_notas(l)) linhas.push_back(l);
+  o += fmt::format("<section id=\"notas\">\n<h2>Notas deixadas de fora ou ajustadas ({})</h2>\n",
+                   format_grouped(static_cast<std::int64_t>(linhas.size())));
+  if (linhas.empty())
+    o += "<p>O conversor não deixou nenhuma nota de fora nem mudou nenhuma.</p>\n";
+  else
+    lista(o, "ul", linhas);
+  o += "</section>\n";
+}
+
+void RelatorioDoMes::conversao(std::string& o) const {
+  o += fmt::format("<section id=\"conversao\">\n<h2>O que o conversor disse</h2>\n<details>\n<summary>{}</summary>\n",
+                   plural(linhas_.size(), "linha", "linhas"));
   lista(o, "ol", {linhas_.begin(), linhas_.end()});
-  o += "</details>\n</section>\n</body>\n</html>\n";
-  return o;
+  o += "</details>\n</section>\n";
 }
 
 }  // namespace infofiscal

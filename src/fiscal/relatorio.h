@@ -38,6 +38,14 @@ class RelatorioDoMes {
   std::string html();
 
  private:
+  // The page's parts, in their order.
+  void cabecalho(std::string& o, const std::string& titulo, const NumerosDoMes& n) const;
+  void estado(std::string& o, bool numeros) const;
+  void achados(std::string& o) const;
+  void totais_do_tipo(std::string& o, const NumerosDoMes& n) const;
+  void notas(std::string& o) const;
+  void conversao(std::string& o) const;
+
   LeitorDeNumeros leitor_;
   int tipo_;
   std::string arquivo_;
