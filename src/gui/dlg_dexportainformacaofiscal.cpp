@@ -106,7 +106,6 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
   AdicionarBotao(BtSobre, true);
   connect(BtSobre, &QPushButton::clicked, this, [this] { Evento([this] { BtSobreClick(); }); });
   BtAbrirRelatorio->setText("Abrir relatório");
-  BtAbrirRelatorio->setIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView));
   BtAbrirRelatorio->setEnabled(false);
   AdicionarBotao(BtAbrirRelatorio, true);
   connect(BtAbrirRelatorio, &QPushButton::clicked, this, [this] { Evento([this] { BtAbrirRelatorioClick(); }); });
