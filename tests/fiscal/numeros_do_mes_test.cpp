@@ -5,9 +5,9 @@
 
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <tuple>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "support/golden.h"
@@ -15,9 +15,6 @@
 namespace infofiscal::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
-using ::testing::Pair;
 
 using Contagens = std::vector<std::pair<std::string, std::int64_t>>;
 
@@ -28,13 +25,11 @@ NumerosDoMes numeros(int tipo, std::string_view arquivo, std::size_t pedaco = st
   return leitor.conclui();
 }
 
-// (records, value, base, ICMS) of a total, to compare at once.
-auto totais(const TotaisAnaliticos& t) { return std::tuple{t.registros, t.valor, t.base, t.icms}; }
-template <class Mapa>
+// The totals per key as (records, value, base, ICMS), to compare at once.
 std::vector<std::pair<std::string, std::tuple<std::int64_t, std::int64_t, std::int64_t, std::int64_t>>> em_tuplas(
-    const Mapa& m) {
+    const std::map<std::string, TotaisAnaliticos>& m) {
   std::vector<std::pair<std::string, std::tuple<std::int64_t, std::int64_t, std::int64_t, std::int64_t>>> out;
-  for (const auto& [k, t] : m) out.emplace_back(k, totais(t));
+  for (const auto& [k, t] : m) out.emplace_back(k, std::tuple{t.registros, t.valor, t.base, t.icms});
   return out;
 }
 
@@ -55,70 +50,65 @@ std::string troca(std::string arquivo, const std::string& de, const std::string&
   return pos == std::string::npos ? arquivo : arquivo.replace(pos, de.size(), para);
 }
 
-// March 2024 of the EFD tests: a purchase (C190 1102 and 1403), a sale (5102), a cancelled
-// sale, E110 with a credit balance; read whole and in pieces cut anywhere.
-TEST(NumerosDoMes, EfdMonth) {
-  const std::string arquivo = golden("efd_marco_2024.txt");
-  for (const std::size_t pedaco : {arquivo.size(), std::size_t{37}, std::size_t{1}}) {
-    SCOPED_TRACE(pedaco);
-    const NumerosDoMes n = numeros(2, arquivo, pedaco);
-    EXPECT_TRUE(n.completo);
-    EXPECT_EQ(n.empresa, "EMPRESA EXEMPLO LTDA");
-    EXPECT_EQ(n.cnpj, "11222333000181");
-    EXPECT_EQ(n.inicio, 20240301);
-    EXPECT_EQ(n.fim, 20240331);
-    EXPECT_THAT(n.registros, ElementsAreArray(declaradas_no_9900(arquivo)));
-    EXPECT_EQ(n.total_de_registros, 80);  // 9999
-    EXPECT_THAT(em_tuplas(n.por_cfop), ElementsAre(Pair("1102", std::tuple{1, 100000, 100000, 18000}),
-                                                   Pair("1403", std::tuple{1, 10000, 0, 0}),
-                                                   Pair("5102", std::tuple{1, 50000, 50000, 9000})));
-    EXPECT_THAT(em_tuplas(n.por_cst), ElementsAre(Pair("000", std::tuple{2, 150000, 150000, 27000}),
-                                                  Pair("060", std::tuple{1, 10000, 0, 0})));
-    EXPECT_TRUE(n.cst_com_icms);
-    const efd::CamposE110 e110 = {0, 0, 9000, 0, 0, 0, 18000, 0, 0, 0, 0, 0, 0, 0, 9000, 0};
-    EXPECT_EQ(n.apuracao, e110);
-    // The purchase by its entry date (06), the sale by its issue (10); the cancelled sale has no value.
-    for (int d = 1; d <= 31; ++d) {
-      EXPECT_EQ(n.por_dia[d].entradas, d == 6 ? 110000 : 0) << d;
-      EXPECT_EQ(n.por_dia[d].saidas, d == 10 ? 50000 : 0) << d;
-    }
-    EXPECT_EQ(n.fora_do_periodo.entradas + n.fora_do_periodo.saidas, 0);
-    EXPECT_EQ(n.ilegiveis, 0);
-  }
-}
+using Totais = std::tuple<std::int64_t, std::int64_t, std::int64_t, std::int64_t>;
+using PorChave = std::vector<std::pair<std::string, Totais>>;
 
-// March 2024 of the SINTEGRA tests: the counts of type 90, totals per CFOP (50) and per CST
-// (54, items 991-999 apart), the apuração computed from the CFOPs (an extemporaneous entry of
-// February included), the late entry outside the month's days.
-TEST(NumerosDoMes, SintegraMonth) {
-  const std::string arquivo = golden("sintegra_marco_2024.txt");
-  for (const std::size_t pedaco : {arquivo.size(), std::size_t{50}}) {
-    SCOPED_TRACE(pedaco);
-    const NumerosDoMes n = numeros(1, arquivo, pedaco);
-    EXPECT_TRUE(n.completo);
-    EXPECT_EQ(n.empresa, "COMERCIO EXEMPLO LTDA");
-    EXPECT_EQ(n.inicio, 20240301);
-    EXPECT_EQ(n.fim, 20240331);
-    // Type 90 declares 50: 7, 54: 6, 74: 2, 75: 5 and 99: 23.
-    EXPECT_THAT(n.registros, ElementsAre(Pair("10", 1), Pair("11", 1), Pair("50", 7), Pair("54", 6), Pair("74", 2),
-                                         Pair("75", 5), Pair("90", 1)));
-    EXPECT_EQ(n.total_de_registros, 23);
-    EXPECT_THAT(em_tuplas(n.por_cfop),
-                ElementsAre(Pair("0000", std::tuple{1, 0, 0, 0}),  // the voided number
-                            Pair("1102", std::tuple{1, 118000, 100000, 18000}), Pair("1253", std::tuple{1, 20000, 20000, 3600}),
-                            Pair("1403", std::tuple{1, 5000, 0, 0}), Pair("5102", std::tuple{2, 200000, 200000, 36000}),
-                            Pair("6102", std::tuple{1, 50000, 50000, 6000})));
-    EXPECT_THAT(em_tuplas(n.por_cst), ElementsAre(Pair("000", std::tuple{4, 350000, 350000, 0}),
-                                                  Pair("060", std::tuple{1, 5000, 0, 0})));
-    EXPECT_FALSE(n.cst_com_icms);
-    // Debits 360,00 + 60,00; credits 180,00 + 36,00; a debit balance of 204,00 to pay.
-    const efd::CamposE110 apuracao = {0, 0, 42000, 0, 0, 0, 21600, 0, 0, 0, 0, 20400, 0, 20400, 0, 0};
-    EXPECT_EQ(n.apuracao, apuracao);
-    EXPECT_EQ(n.por_dia[6].entradas, 123000);
-    EXPECT_EQ(n.por_dia[10].saidas, 50000);
-    EXPECT_EQ(n.por_dia[15].saidas, 200000);
-    EXPECT_EQ(n.fora_do_periodo.entradas, 20000);  // received on 28/02, booked late
-    EXPECT_EQ(n.ilegiveis, 0);
+// The expected files of March 2024 of both converters' tests, read whole and in pieces cut
+// anywhere. EFD: a purchase (C190 1102 and 1403), a sale (5102), a cancelled sale, E110 with a
+// credit balance; the purchase counted on its entry date (06), the sale on its issue (10).
+// SINTEGRA: the counts of type 90, totals per CFOP (50) and per CST (54, items 991-999 apart),
+// the apuração computed from the CFOPs (debits 360,00 + 60,00, credits 180,00 + 36,00: 204,00
+// to pay), an energy bill received on 28/02 and booked late outside the month's days.
+TEST(NumerosDoMes, TheMonthsOfBothKinds) {
+  const struct {
+    int tipo;
+    std::string arquivo, empresa;
+    Contagens registros;
+    std::int64_t total;
+    PorChave cfop, cst;
+    bool cst_com_icms;
+    efd::CamposE110 apuracao;
+    std::map<int, MovimentoDoDia> dias;  // the days with documents
+    MovimentoDoDia fora;
+  } casos[] = {
+      {2, golden("efd_marco_2024.txt"), "EMPRESA EXEMPLO LTDA",
+       declaradas_no_9900(golden("efd_marco_2024.txt")), 80,
+       {{"1102", {1, 100000, 100000, 18000}}, {"1403", {1, 10000, 0, 0}}, {"5102", {1, 50000, 50000, 9000}}},
+       {{"000", {2, 150000, 150000, 27000}}, {"060", {1, 10000, 0, 0}}}, true,
+       {0, 0, 9000, 0, 0, 0, 18000, 0, 0, 0, 0, 0, 0, 0, 9000, 0},
+       {{6, {110000, 0}}, {10, {0, 50000}}}, {}},
+      {1, golden("sintegra_marco_2024.txt"), "COMERCIO EXEMPLO LTDA",
+       {{"10", 1}, {"11", 1}, {"50", 7}, {"54", 6}, {"74", 2}, {"75", 5}, {"90", 1}}, 23,  // as type 90 declares
+       {{"0000", {1, 0, 0, 0}},  // the voided number
+        {"1102", {1, 118000, 100000, 18000}}, {"1253", {1, 20000, 20000, 3600}}, {"1403", {1, 5000, 0, 0}},
+        {"5102", {2, 200000, 200000, 36000}}, {"6102", {1, 50000, 50000, 6000}}},
+       {{"000", {4, 350000, 350000, 0}}, {"060", {1, 5000, 0, 0}}}, false,
+       {0, 0, 42000, 0, 0, 0, 21600, 0, 0, 0, 0, 20400, 0, 20400, 0, 0},
+       {{6, {123000, 0}}, {10, {0, 50000}}, {15, {0, 200000}}}, {20000, 0}},
+  };
+  for (const auto& c : casos) {
+    for (const std::size_t pedaco : {c.arquivo.size(), std::size_t{37}, std::size_t{1}}) {
+      SCOPED_TRACE(c.empresa + " em pedaços de " + std::to_string(pedaco));
+      const NumerosDoMes n = numeros(c.tipo, c.arquivo, pedaco);
+      EXPECT_TRUE(n.completo);
+      EXPECT_EQ(n.empresa, c.empresa);
+      EXPECT_EQ(n.inicio, 20240301);
+      EXPECT_EQ(n.fim, 20240331);
+      EXPECT_EQ(n.registros, c.registros);
+      EXPECT_EQ(n.total_de_registros, c.total);
+      EXPECT_EQ(em_tuplas(n.por_cfop), c.cfop);
+      EXPECT_EQ(em_tuplas(n.por_cst), c.cst);
+      EXPECT_EQ(n.cst_com_icms, c.cst_com_icms);
+      EXPECT_EQ(n.apuracao, c.apuracao);
+      for (int d = 1; d <= 31; ++d) {
+        const auto it = c.dias.find(d);
+        const MovimentoDoDia esperado = it == c.dias.end() ? MovimentoDoDia{} : it->second;
+        EXPECT_EQ(std::pair(n.por_dia[d].entradas, n.por_dia[d].saidas), std::pair(esperado.entradas, esperado.saidas))
+            << "dia " << d;
+      }
+      EXPECT_EQ(std::pair(n.fora_do_periodo.entradas, n.fora_do_periodo.saidas), std::pair(c.fora.entradas, c.fora.saidas));
+      EXPECT_EQ(n.ilegiveis, 0);
+    }
   }
 }
 
