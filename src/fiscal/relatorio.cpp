@@ -19,60 +19,72 @@ using efd::Dia;
 
 // ---- text
 
-// Appends `s`, text from the data, escaped for HTML and XML alike: markup characters as
-// entities; a control character (which XML forbids and a browser would hide) as its visible
-// picture, U+2400 and up; a byte that is not UTF-8 as U+FFFD. Tab and line feed stay.
-void esc(std::string& out, std::string_view s) {
-  for (std::size_t i = 0; i < s.size();) {
-    const auto c = static_cast<unsigned char>(s[i]);
-    const char* entidade = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '"' ? "&quot;"
-                           : c == '\'' ? "&#39;" : nullptr;
-    if (entidade) {
-      out += entidade;
-      ++i;
-      continue;
-    }
-    if ((c < 0x20 && c != '\t' && c != '\n') || c == 0x7f) {
-      const unsigned figura = 0x2400 + (c == 0x7f ? 0x21 : c);
-      out += static_cast<char>(0xe0 | (figura >> 12));
-      out += static_cast<char>(0x80 | ((figura >> 6) & 0x3f));
-      out += static_cast<char>(0x80 | (figura & 0x3f));
-      ++i;
-      continue;
-    }
-    if (c < 0x80) {
-      out += static_cast<char>(c);
-      ++i;
-      continue;
-    }
-    // A UTF-8 sequence: its length from the lead byte, and the range its second byte must be in
-    // (no overlong forms, surrogates or code points past U+10FFFF).
-    const std::size_t n = c >= 0xc2 && c <= 0xdf ? 2 : c >= 0xe0 && c <= 0xef ? 3 : c >= 0xf0 && c <= 0xf4 ? 4 : 0;
-    const unsigned char min = c == 0xe0 ? 0xa0 : c == 0xf0 ? 0x90 : 0x80;
-    const unsigned char max = c == 0xed ? 0x9f : c == 0xf4 ? 0x8f : 0xbf;
-    bool valido = n > 0 && i + n <= s.size();
-    for (std::size_t k = 1; valido && k < n; ++k) {
-      const auto b = static_cast<unsigned char>(s[i + k]);
-      valido = k == 1 ? b >= min && b <= max : (b & 0xc0) == 0x80;
-    }
-    // U+FFFE and U+FFFF are not characters in XML either.
-    if (valido && n == 3 && c == 0xef && static_cast<unsigned char>(s[i + 1]) == 0xbf &&
-        static_cast<unsigned char>(s[i + 2]) >= 0xbe)
-      valido = false;
-    if (valido) {
-      out.append(s.substr(i, n));
-      i += n;
-    } else {
-      out += "\xef\xbf\xbd";
-      ++i;
-    }
+// The entity of a markup character; nullptr for any other.
+const char* entidade(unsigned char c) {
+  switch (c) {
+    case '&': return "&amp;";
+    case '<': return "&lt;";
+    case '>': return "&gt;";
+    case '"': return "&quot;";
+    case '\'': return "&#39;";
+    default: return nullptr;
   }
 }
 
-std::string esc(std::string_view s) {
-  std::string out;
-  esc(out, s);
-  return out;
+// A control character, which XML forbids and a browser would not show; tab and line feed are not.
+bool controle(unsigned char c) { return (c < 0x20 && c != '\t' && c != '\n') || c == 0x7f; }
+
+// Appends the code point `u` (below U+10000) in UTF-8.
+void anexa_utf8(std::string& out, unsigned u) {
+  if (u >= 0x800) {
+    out += static_cast<char>(0xe0 | (u >> 12));
+    out += static_cast<char>(0x80 | ((u >> 6) & 0x3f));
+  } else {
+    out += static_cast<char>(0xc0 | (u >> 6));
+  }
+  out += static_cast<char>(0x80 | (u & 0x3f));
+}
+
+// The length of the well-formed UTF-8 character of more than one byte at s[i]; 0 when the
+// bytes there are not one (a stray byte, a cut sequence, an overlong form, a surrogate, a code
+// point past U+10FFFF) or are U+FFFE or U+FFFF, which XML does not allow either.
+std::size_t caractere_utf8(std::string_view s, std::size_t i) {
+  const auto c = static_cast<unsigned char>(s[i]);
+  const std::size_t n = c >= 0xc2 && c <= 0xdf ? 2 : c >= 0xe0 && c <= 0xef ? 3 : c >= 0xf0 && c <= 0xf4 ? 4 : 0;
+  if (n == 0 || i + n > s.size()) return 0;
+  // The range of the second byte rules out the overlong forms, the surrogates and what lies
+  // past U+10FFFF.
+  const unsigned char min = c == 0xe0 ? 0xa0 : c == 0xf0 ? 0x90 : 0x80;
+  const unsigned char max = c == 0xed ? 0x9f : c == 0xf4 ? 0x8f : 0xbf;
+  const auto segundo = static_cast<unsigned char>(s[i + 1]);
+  if (segundo < min || segundo > max) return 0;
+  for (std::size_t k = 2; k < n; ++k)
+    if ((static_cast<unsigned char>(s[i + k]) & 0xc0) != 0x80) return 0;
+  if (c == 0xef && segundo == 0xbf && static_cast<unsigned char>(s[i + 2]) >= 0xbe) return 0;
+  return n;
+}
+
+// Appends `s`, text from the data, escaped for HTML and XML alike: markup characters as
+// entities; a control character as its visible picture (U+2400 and up); a byte that is not
+// UTF-8 as U+FFFD. Nothing is dropped.
+void esc(std::string& out, std::string_view s) {
+  for (std::size_t i = 0; i < s.size();) {
+    const auto c = static_cast<unsigned char>(s[i]);
+    std::size_t n = 1;
+    if (const char* e = entidade(c)) {
+      out += e;
+    } else if (controle(c)) {
+      anexa_utf8(out, 0x2400 + (c == 0x7f ? 0x21 : c));
+    } else if (c < 0x80) {
+      out += static_cast<char>(c);
+    } else if (const std::size_t k = caractere_utf8(s, i); k > 0) {
+      out.append(s.substr(i, k));
+      n = k;
+    } else {
+      anexa_utf8(out, 0xfffd);
+    }
+    i += n;
+  }
 }
 
 std::string reais(std::int64_t centesimos) { return format_hundredths(centesimos); }
@@ -235,56 +247,67 @@ std::pair<int, int> dias_do_periodo(const NumerosDoMes& n) {
 constexpr const char* kCorEntradas = "#3b6fb6";
 constexpr const char* kCorSaidas = "#d9822b";
 
-// The documents' values by day as bars, entries and exits side by side; every bar says its day
-// and value when pointed at.
+// The chart's frame, in SVG units: the plot between the margins, a slot per day.
+struct Quadro {
+  static constexpr double kLargura = 760, kAltura = 280, kEsquerda = 100, kDireita = 12, kTopo = 34, kBase = 30;
+  static constexpr double kAlturaUtil = kAltura - kTopo - kBase;
+  double fatia;          // the width of a day
+  std::int64_t escala;   // the value at the top
+  double y(std::int64_t v) const { return kTopo + kAlturaUtil - kAlturaUtil * static_cast<double>(v) / escala; }
+  double x(int indice) const { return kEsquerda + indice * fatia; }
+};
+
+// The scale's lines, at each quarter, with their values.
+void grade(std::string& o, const Quadro& q) {
+  for (int i = 0; i <= 4; ++i) {
+    const std::int64_t v = q.escala * i / 4;
+    o += fmt::format(
+        "<line x1=\"{0}\" x2=\"{1}\" y1=\"{2:.1f}\" y2=\"{2:.1f}\" stroke=\"#ddd\"/><text x=\"{3}\" y=\"{4:.1f}\" "
+        "text-anchor=\"end\" fill=\"#555\">{5}</text>\n",
+        Quadro::kEsquerda, Quadro::kLargura - Quadro::kDireita, q.y(v), Quadro::kEsquerda - 6, q.y(v) + 4, reais(v));
+  }
+}
+
+// A day's two bars and its number under them; each bar says its day and value when pointed at.
+void barras_do_dia(std::string& o, const Quadro& q, int indice, Dia dia, const MovimentoDoDia& m) {
+  const double x = q.x(indice);
+  for (const auto& [valor, deslocamento, cor, nome] : {std::tuple{m.entradas, 0.12, kCorEntradas, "entradas"},
+                                                       std::tuple{m.saidas, 0.52, kCorSaidas, "saídas"}}) {
+    if (valor <= 0) continue;
+    o += fmt::format(
+        "<rect x=\"{:.1f}\" y=\"{:.1f}\" width=\"{:.1f}\" height=\"{:.1f}\" fill=\"{}\"><title>{}: {} {}</title></rect>\n",
+        x + q.fatia * deslocamento, q.y(valor), q.fatia * 0.36, q.y(0) - q.y(valor), cor, data_legivel(dia), nome,
+        reais(valor));
+  }
+  o += fmt::format("<text x=\"{:.1f}\" y=\"{}\" text-anchor=\"middle\" fill=\"#555\">{}</text>\n", x + q.fatia / 2,
+                   Quadro::kAltura - Quadro::kBase + 16, dia % 100);
+}
+
+// The documents' values by day as bars, entries and exits side by side, with the scale, the
+// base line and the legend.
 void grafico(std::string& o, const NumerosDoMes& n) {
   const auto [primeiro, ultimo] = dias_do_periodo(n);
   std::int64_t maior = 0;
   for (int d = primeiro; d <= ultimo; ++d) maior = std::max({maior, n.por_dia[d].entradas, n.por_dia[d].saidas});
-  const std::string titulo =
-      fmt::format("Entradas e saídas por dia de {} de {}", kMeses[mes_de(n.inicio) - 1], ano_de(n.inicio));
   if (maior <= 0) {
     o += "<p>Nenhum documento com valor no período.</p>\n";
     return;
   }
-  constexpr double kLargura = 760, kAltura = 280, kEsquerda = 100, kDireita = 12, kTopo = 34, kBase = 30;
-  const double largura = kLargura - kEsquerda - kDireita, altura = kAltura - kTopo - kBase;
-  const double fatia = largura / (ultimo - primeiro + 1);
-  const std::int64_t escala = teto(maior);
-  const auto y = [&](std::int64_t v) { return kTopo + altura - altura * static_cast<double>(v) / escala; };
+  const Quadro q{(Quadro::kLargura - Quadro::kEsquerda - Quadro::kDireita) / (ultimo - primeiro + 1), teto(maior)};
   o += fmt::format(
       "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 {0} {1}\" width=\"{0}\" height=\"{1}\" role=\"img\" "
       "aria-labelledby=\"grafico-titulo\" font-family=\"sans-serif\" font-size=\"11\">\n<title "
-      "id=\"grafico-titulo\">{2}</title>\n",
-      kLargura, kAltura, esc(titulo));
-  for (int i = 0; i <= 4; ++i) {
-    const std::int64_t v = escala * i / 4;
-    o += fmt::format(
-        "<line x1=\"{0}\" x2=\"{1}\" y1=\"{2:.1f}\" y2=\"{2:.1f}\" stroke=\"#ddd\"/><text x=\"{3}\" y=\"{4:.1f}\" "
-        "text-anchor=\"end\" fill=\"#555\">{5}</text>\n",
-        kEsquerda, kLargura - kDireita, y(v), kEsquerda - 6, y(v) + 4, reais(v));
-  }
-  for (int d = primeiro; d <= ultimo; ++d) {
-    const double x = kEsquerda + (d - primeiro) * fatia;
-    const Dia dia = n.inicio / 100 * 100 + d;
-    for (const auto& [valor, deslocamento, cor, nome] :
-         {std::tuple{n.por_dia[d].entradas, 0.12, kCorEntradas, "entradas"},
-          std::tuple{n.por_dia[d].saidas, 0.52, kCorSaidas, "saídas"}}) {
-      if (valor <= 0) continue;
-      o += fmt::format(
-          "<rect x=\"{:.1f}\" y=\"{:.1f}\" width=\"{:.1f}\" height=\"{:.1f}\" fill=\"{}\"><title>{}: {} {}</title></rect>\n",
-          x + fatia * deslocamento, y(valor), fatia * 0.36, kTopo + altura - y(valor), cor, data_legivel(dia), nome,
-          reais(valor));
-    }
-    o += fmt::format("<text x=\"{:.1f}\" y=\"{}\" text-anchor=\"middle\" fill=\"#555\">{}</text>\n", x + fatia / 2,
-                     kAltura - kBase + 16, d);
-  }
-  o += fmt::format("<line x1=\"{0}\" x2=\"{1}\" y1=\"{2}\" y2=\"{2}\" stroke=\"#888\"/>\n", kEsquerda,
-                   kLargura - kDireita, kTopo + altura);
+      "id=\"grafico-titulo\">Entradas e saídas por dia de {2} de {3}</title>\n",
+      Quadro::kLargura, Quadro::kAltura, kMeses[mes_de(n.inicio) - 1], ano_de(n.inicio));
+  grade(o, q);
+  for (int d = primeiro; d <= ultimo; ++d) barras_do_dia(o, q, d - primeiro, n.inicio / 100 * 100 + d, n.por_dia[d]);
+  o += fmt::format("<line x1=\"{0}\" x2=\"{1}\" y1=\"{2}\" y2=\"{2}\" stroke=\"#888\"/>\n", Quadro::kEsquerda,
+                   Quadro::kLargura - Quadro::kDireita, q.y(0));
   o += fmt::format(
       "<rect x=\"{0}\" y=\"8\" width=\"12\" height=\"12\" fill=\"{1}\"/><text x=\"{2}\" y=\"18\">Entradas</text>\n"
       "<rect x=\"{3}\" y=\"8\" width=\"12\" height=\"12\" fill=\"{4}\"/><text x=\"{5}\" y=\"18\">Saídas</text>\n",
-      kEsquerda, kCorEntradas, kEsquerda + 16, kEsquerda + 90, kCorSaidas, kEsquerda + 106);
+      Quadro::kEsquerda, kCorEntradas, Quadro::kEsquerda + 16, Quadro::kEsquerda + 90, kCorSaidas,
+      Quadro::kEsquerda + 106);
   o += "</svg>\n";
 }
 

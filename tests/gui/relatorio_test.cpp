@@ -269,13 +269,17 @@ TEST(Relatorio, TextFromTheDataIsEscaped) {
   relatorio.leitor().le(std::string("|0000|018|0|01032024|31032024|J\xc3O & <FILHOS> 'LTDA' \"X\"\x01|") + kCnpj +
                         "||SP|1|1|||A|1|\r\n|C190|000|5102|18,00|1,00|1,00|0,18|0,00|0,00|0,00|0,00||\r\n|9999|3|\r\n");
   relatorio.linha_info("Nota <script>alert(1)</script> \xff de venda: não escriturada");
+  // A cut sequence, an overlong '/', a surrogate, U+FFFF, a tab, DEL and a character of four bytes.
+  relatorio.linha_info("Nota \xe2\x82 \xc0\xaf \xed\xa0\x80 \xef\xbf\xbf\t\x7f \xf0\x9f\x98\x80");
   relatorio.recusado("Linha 1: <b>x</b> & y");
   const std::string html = relatorio.html();
   const No pagina = ler(html);
   EXPECT_EQ(todos(pagina, "p").at(0)->texto,
             "JÃO & <FILHOS> 'LTDA' \"X\"\u2401 · CNPJ 11222333000181 · período de 01/03/2024 a 31/03/2024");
   EXPECT_THAT(por_id(pagina, "estado")->texto, HasSubstr("O arquivo a<b>&c\".txt não foi gravado"));
-  EXPECT_THAT(itens(pagina, "notas"), ElementsAre("Nota <script>alert(1)</script> \ufffd de venda: não escriturada"));
+  EXPECT_THAT(itens(pagina, "notas"),
+              ElementsAre("Nota <script>alert(1)</script> \ufffd de venda: não escriturada",
+                          "Nota \ufffd\ufffd \ufffd\ufffd \ufffd\ufffd\ufffd \ufffd\ufffd\ufffd\t\u2421 \U0001F600"));
   EXPECT_EQ(todos(*por_id(pagina, "achados"), "p").at(0)->texto, "Linha 1: <b>x</b> & y");
   EXPECT_THAT(dependencias(pagina), IsEmpty());
   EXPECT_THAT(html, Not(HasSubstr("<script")));
