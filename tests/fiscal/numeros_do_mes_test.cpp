@@ -112,6 +112,35 @@ TEST(NumerosDoMes, TheMonthsOfBothKinds) {
   }
 }
 
+// Transport documents, which the converters do not write yet: EFD D100/D190 (an entry counted
+// on its acquisition date, DT_A_P) and SINTEGRA 70 (a credit of the apuração).
+TEST(NumerosDoMes, TransportDocuments) {
+  const std::string efd =
+      "|0000|018|0|01032024|31032024|EMPRESA|11222333000181||SP|1|3550308|||A|1|\r\n"
+      "|D100|0|1|2-15|57|00|1||123|35240311444777000161570010000001231000001235|05032024|07032024|0||150,00|0,00|1|"
+      "150,00|150,00|18,00|0,00||||\r\n"
+      "|D190|000|1353|12,00|150,00|150,00|18,00|0,00||\r\n|9999|4|\r\n";
+  const std::string r10 = golden("sintegra_marco_2024.txt").substr(0, 128);
+  const std::string r70 = "70" + std::string("44555666000181") + "ISENTO        " + "20240308" + "SP" + "57" + "1" +
+                          "  " + "000123" + "1353" + "0000000015000" + "00000000015000" + "00000000001800" +
+                          std::string(28, '0') + "1" + "N";
+  const std::string r90 = "90" + r10.substr(2, 28) + "70000000019900000003" + std::string(75, ' ') + "1";
+  ASSERT_EQ(r70.size(), 126u);
+  ASSERT_EQ(r90.size(), 126u);
+  const auto e = numeros(2, efd);
+  const auto s = numeros(1, r10 + r70 + "\r\n" + r90 + "\r\n");
+  for (const NumerosDoMes* n : {&e, &s}) {
+    EXPECT_TRUE(n->completo);
+    EXPECT_EQ(em_tuplas(n->por_cfop), (PorChave{{"1353", {1, 15000, 15000, 1800}}}));
+    EXPECT_EQ(n->ilegiveis, 0);
+  }
+  EXPECT_EQ(e.por_dia[7].entradas, 15000);
+  EXPECT_EQ(em_tuplas(e.por_cst), (PorChave{{"000", {1, 15000, 15000, 1800}}}));
+  EXPECT_EQ(s.por_dia[8].entradas, 15000);
+  EXPECT_EQ(s.apuracao[6], 1800);
+  EXPECT_EQ(s.apuracao[14], 1800);
+}
+
 // A file whose conversion stopped before its end is not complete; a record whose figures do not
 // read (only in a file its validator refuses) is counted, and its values left out of the sums.
 TEST(NumerosDoMes, IncompleteFilesAndUnreadableRecords) {
