@@ -125,10 +125,11 @@ void append_float_text(std::string& out, double value) {
   for (const char* p = text; p != end; ++p) out += *p == '.' ? ',' : *p;
 }
 
-std::string format_count(std::int64_t value) {
-  std::string digits = std::to_string(value < 0 ? -value : value);
-  if (digits.size() < 2) digits.insert(0, 2 - digits.size(), '0');
-  std::string out = value < 0 ? "-" : "";
+namespace {
+
+// `digits` (no sign) with "." between thousands, after `sign`.
+std::string grouped(std::string_view sign, std::string_view digits) {
+  std::string out(sign);
   for (std::size_t i = 0; i < digits.size(); ++i) {
     if (i > 0 && (digits.size() - i) % 3 == 0) out += '.';
     out += digits[i];
@@ -136,9 +137,30 @@ std::string format_count(std::int64_t value) {
   return out;
 }
 
+// The magnitude's digits; also of the most negative value, whose magnitude no int64 holds.
+std::string magnitude(std::int64_t value) {
+  return std::to_string(value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value));
+}
+
+}  // namespace
+
+std::string format_count(std::int64_t value) {
+  std::string digits = magnitude(value);
+  if (digits.size() < 2) digits.insert(0, 2 - digits.size(), '0');
+  return grouped(value < 0 ? "-" : "", digits);
+}
+
+std::string format_grouped(std::int64_t value) { return grouped(value < 0 ? "-" : "", magnitude(value)); }
+
+std::string format_hundredths(std::int64_t hundredths) {
+  std::string digits = magnitude(hundredths);
+  if (digits.size() < 3) digits.insert(0, 3 - digits.size(), '0');
+  const std::size_t inteiros = digits.size() - 2;
+  return grouped(hundredths < 0 ? "-" : "", std::string_view(digits).substr(0, inteiros)) + ',' + digits.substr(inteiros);
+}
+
 std::string counted(std::size_t n, const char* one, const char* many) {
-  const std::string number = n < 10 ? std::to_string(n) : format_count(static_cast<std::int64_t>(n));
-  return number + " " + (n == 1 ? one : many);
+  return format_grouped(static_cast<std::int64_t>(n)) + " " + (n == 1 ? one : many);
 }
 
 std::string excerpt(std::string_view text, std::size_t max) {

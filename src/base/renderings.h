@@ -39,6 +39,11 @@ void append_float_text(std::string& out, double value);
 
 // The mask "###,#00": at least two digits, "." between thousands (7 gives "07", 1234 "1.234").
 std::string format_count(std::int64_t value);
+// "." between thousands, no padding: 7 gives "7", -1234567 "-1.234.567".
+std::string format_grouped(std::int64_t value);
+// Hundredths as an amount for people to read, "." between thousands and two decimals: 123456
+// gives "1.234,56", -5 "-0,05".
+std::string format_hundredths(std::int64_t hundredths);
 
 // A value of the data as a message quotes it: control characters shown as \r, \n, \t or
 // \xNN (a line break inside a value must not break the message), and a value longer than

@@ -15,6 +15,7 @@
 #include <functional>
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include "cli/opcoes.h"
 #include "cli/progresso.h"
@@ -31,7 +32,7 @@ namespace infofiscal {
 namespace {
 
 struct OpcoesExportar : OpcoesRegistro {
-  std::string arquivo_fiscal, gravar_snapshot, progresso = "auto";
+  std::string arquivo_fiscal, gravar_snapshot, relatorio, progresso = "auto";
   bool somente_informacao = false, sem_leitura_antecipada = false;
 };
 
@@ -57,8 +58,17 @@ std::vector<NamedFile> destinos(const OpcoesExportar& o, const std::string& fisc
   std::vector<NamedFile> d{{ControleExportacao::CaminhoInformacao(o.base), "o arquivo de informações"}};
   if (converte(o) && !fiscal.empty())
     d.push_back({fiscal, o.arquivo_fiscal.empty() ? "o arquivo fiscal" : "--arquivo-fiscal"});
+  if (!o.relatorio.empty()) d.push_back({o.relatorio, "--relatorio"});
   if (!o.gravar_snapshot.empty()) d.push_back({o.gravar_snapshot, "--gravar-snapshot"});
   return d;
+}
+
+// The report describes the fiscal file: a run that writes none has nothing to report.
+void exigir_arquivo_do_relatorio(const OpcoesExportar& o) {
+  if (o.relatorio.empty() || converte(o)) return;
+  if (o.somente_informacao)
+    throw ErroDeUso("--relatorio descreve o arquivo fiscal, e --somente-informacao não o grava");
+  throw ErroDeUso(fmt::format("--relatorio descreve o arquivo fiscal, e o tipo {} não tem arquivo fiscal", o.tipo));
 }
 
 // The name the dialog suggests for the fiscal file, from --mes / --ano or the fiscal register.
@@ -84,6 +94,7 @@ std::string nome_sugerido_conferido(RecordSource& fonte, const OpcoesExportar& o
 int exportar(const OpcoesExportar& o) {
   if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
+  exigir_arquivo_do_relatorio(o);
   conferir_destinos(destinos(o, o.arquivo_fiscal), entradas_da_fonte(o.fonte));
   const auto live = abrir_fonte(
       o, {.fetch_ahead = o.sem_leitura_antecipada ? FetchAhead::Off : FetchAhead::Default,
@@ -103,6 +114,7 @@ int exportar(const OpcoesExportar& o) {
   controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(o.tipo));
   controle.oExportaInfoFiscal.CodRegistroFiscal(o.registro);
   controle.SomenteInformacao = o.somente_informacao;
+  controle.Relatorio = o.relatorio;
 
   const auto salvar_snapshot = [&] {
     if (gravador) gravador->Save(o.gravar_snapshot);
@@ -144,22 +156,33 @@ void ler_em_pedacos(const std::string& path, const std::function<void(std::strin
   if (in.bad()) throw falha(EIO);
 }
 
-int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso) {
-  conferir_destinos(std::vector<NamedFile>{{saida, "--arquivo-fiscal"}},
-                    std::vector<NamedFile>{{informacao, "--informacao"}});
-  ArquivoDeInformacao texto(informacao);
-  Progresso barra(progresso);
+struct OpcoesConverter {
+  int tipo = 1;
+  std::string informacao, saida, relatorio, progresso = "auto";
+};
+
+int converter(const OpcoesConverter& o) {
+  std::vector<NamedFile> destinos{{o.saida, "--arquivo-fiscal"}};
+  if (!o.relatorio.empty()) destinos.push_back({o.relatorio, "--relatorio"});
+  conferir_destinos(destinos, std::vector<NamedFile>{{o.informacao, "--informacao"}});
+  ArquivoDeInformacao texto(o.informacao);
+  Progresso barra(o.progresso);
   TOBJ_ArquivoFiscal conversor;
+  conversor.Relatorio = o.relatorio;
   conversor.LinhaInfo = [&](const std::string& line) {
     barra.Linha(line);
     info_line(line);
   };
   conversor.Progresso = [&](int posicao, int maximo) { barra.Mostrar(posicao, maximo); };
-  if (tipo == 1)
-    conversor.Exec_Sintegra(saida, texto);
+  if (o.tipo == 1)
+    conversor.Exec_Sintegra(o.saida, texto);
   else
-    conversor.Exec_SPED_Fiscal_EFD(saida, texto, TRegFiscalVersao::v1);
+    conversor.Exec_SPED_Fiscal_EFD(o.saida, texto, TRegFiscalVersao::v1);
   barra.Limpar();
+  std::vector<ArquivoGravado> gravados{ArquivoGravado::Fiscal(static_cast<TRegistroFiscal>(o.tipo), o.saida,
+                                                              conversor.Registros())};
+  if (!o.relatorio.empty()) gravados.push_back(ArquivoGravado::Relatorio(o.relatorio));
+  escrever_resumo(resumo_dos_gravados(gravados));
   return 0;
 }
 
@@ -174,6 +197,10 @@ int validar(int tipo, const std::string& arquivo) {
 }
 
 const std::vector<std::string> kModosProgresso = {"auto", "barra", "linhas", "nada"};
+const char* const kAjudaRelatorio =
+    "Grava também um relatório HTML do mês, para ler antes de entregar: registros por tipo, totais por CFOP e por "
+    "CST, a apuração do ICMS, os valores por dia, as notas deixadas de fora e os achados do validador; gravado "
+    "também quando o arquivo fiscal é recusado";
 const char* const kAjudaProgresso =
     "Progresso em stderr: auto (uma barra, quando stderr é um terminal), barra, linhas (uma linha "
     "'progresso POS/MAX' por aviso) ou nada";
@@ -196,19 +223,20 @@ int principal(int argc, char** argv) {
   exp->add_option("--gravar-snapshot", o.gravar_snapshot,
                   "Grava num snapshot JSON todas as respostas da fonte, para repetir a mesma execução sem o banco")
       ->type_name("ARQUIVO");
+  exp->add_option("--relatorio", o.relatorio, kAjudaRelatorio)->type_name("ARQUIVO");
   exp->add_flag("--sem-leitura-antecipada", o.sem_leitura_antecipada,
                 "Consulta cada nota à parte, sem ler adiante a lista inteira (para medir o que a leitura antecipada ganha)");
 
-  int tipo = 1;
-  std::string informacao, saida, progresso = "auto";
+  OpcoesConverter c;
   auto* conv = app.add_subcommand("converter", "Converte um SpedInformacao.txt no arquivo SINTEGRA ou SPED EFD");
-  conv->add_option("--tipo", tipo, "Arquivo a gerar: 1 SINTEGRA, 2 SPED EFD ICMS/IPI")
+  conv->add_option("--tipo", c.tipo, "Arquivo a gerar: 1 SINTEGRA, 2 SPED EFD ICMS/IPI")
       ->type_name("{1,2}")
       ->required()
       ->check(um_de({"1", "2"}));
-  conv->add_option("--informacao", informacao, "Arquivo de informações (SpedInformacao.txt)")->type_name("ARQUIVO")->required();
-  conv->add_option("--arquivo-fiscal", saida, "Arquivo fiscal a gravar")->type_name("ARQUIVO")->required();
-  conv->add_option("--progresso", progresso, kAjudaProgresso)->type_name("MODO")->check(um_de(kModosProgresso));
+  conv->add_option("--informacao", c.informacao, "Arquivo de informações (SpedInformacao.txt)")->type_name("ARQUIVO")->required();
+  conv->add_option("--arquivo-fiscal", c.saida, "Arquivo fiscal a gravar")->type_name("ARQUIVO")->required();
+  conv->add_option("--relatorio", c.relatorio, kAjudaRelatorio)->type_name("ARQUIVO");
+  conv->add_option("--progresso", c.progresso, kAjudaProgresso)->type_name("MODO")->check(um_de(kModosProgresso));
 
   int tipo_validar = 1;
   std::string arquivo;
@@ -230,7 +258,7 @@ int principal(int argc, char** argv) {
   }
   try {
     if (*exp) return exportar(o);
-    if (*conv) return converter(tipo, informacao, saida, progresso);
+    if (*conv) return converter(c);
     return validar(tipo_validar, arquivo);
   } catch (const ErroDeUso& e) {
     std::cerr << "infofiscal: " << e.what() << '\n';

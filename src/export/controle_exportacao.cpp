@@ -19,7 +19,35 @@ std::string absoluto(const std::string& caminho) {
 
 const char* nome_do_fiscal(TRegistroFiscal tipo) { return tipo == 1 ? "SINTEGRA" : "SPED EFD ICMS/IPI"; }
 
+std::string linha_do_resumo(const ArquivoGravado& a) {
+  switch (a.tipo) {
+    case ArquivoGravado::Tipo::informacao:
+      return fmt::format("  {}: {} ({})", a.descricao, a.caminho, counted(a.linhas, "linha", "linhas"));
+    case ArquivoGravado::Tipo::fiscal:
+      return fmt::format("  {}: {} ({})", a.descricao, a.caminho, counted(a.linhas, "registro", "registros"));
+    case ArquivoGravado::Tipo::relatorio:
+      return fmt::format("  {}: {}", a.descricao, a.caminho);
+  }
+  return {};
+}
+
 }  // namespace
+
+ArquivoGravado ArquivoGravado::Fiscal(TRegistroFiscal tipo, const std::string& caminho, std::size_t registros) {
+  return {nome_do_fiscal(tipo), absoluto(caminho), registros, Tipo::fiscal};
+}
+
+ArquivoGravado ArquivoGravado::Relatorio(const std::string& caminho) {
+  return {"relatório", absoluto(caminho), 0, Tipo::relatorio};
+}
+
+std::vector<std::string> resumo_dos_gravados(const std::vector<ArquivoGravado>& gravados, std::string cabecalho) {
+  std::vector<std::string> linhas{cabecalho.empty()
+                                      ? "Resumo: " + counted(gravados.size(), "arquivo gravado", "arquivos gravados")
+                                      : std::move(cabecalho)};
+  for (const ArquivoGravado& a : gravados) linhas.push_back(linha_do_resumo(a));
+  return linhas;
+}
 
 const char* ExecucaoCancelada::what() const noexcept { return "Execução cancelada: nenhum arquivo foi alterado"; }
 
@@ -40,12 +68,18 @@ bool ControleExportacao::TemConversor() const {
   return tipo == 1 || tipo == 2;
 }
 
-void ControleExportacao::ExigirDestinoLivre(const std::string& NomeArquivo) const {
+void ControleExportacao::ExigirDestinosLivres(const std::string& NomeArquivo) const {
   std::vector<NamedFile> entradas;
   for (std::string& arquivo : conexao_.Conexao.files()) entradas.push_back({std::move(arquivo), "a fonte de dados"});
   if (!caminho_informacao_.empty()) entradas.push_back({caminho_informacao_, "o arquivo de informações"});
-  const NamedFile destino{NomeArquivo, "o arquivo fiscal"};
-  if (const auto conflito = overwrite_conflict({&destino, 1}, entradas)) throw Error(*conflito);
+  std::vector<NamedFile> destinos{{NomeArquivo, "o arquivo fiscal"}};
+  if (!Relatorio.empty()) destinos.push_back({Relatorio, "o relatório"});
+  if (const auto conflito = overwrite_conflict(destinos, entradas)) throw Error(*conflito);
+}
+
+std::string ControleExportacao::NomeDoRelatorio(const std::string& NomeArquivo) {
+  std::filesystem::path caminho(NomeArquivo);
+  return caminho.replace_extension(".relatorio.html").string();
 }
 
 void ControleExportacao::Relatar(int APosicao, int AMaximo) {
@@ -56,6 +90,7 @@ void ControleExportacao::Relatar(int APosicao, int AMaximo) {
 std::string ControleExportacao::GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda) {
   cancelado_ = false;
   gravados_.clear();
+  relatorio_gravado_.clear();
   informacao_.reset();
   oExportaInfoFiscal.PROC_LinhaInfo_B(LinhaInfo);
   oExportaInfoFiscal.PROC_Progresso_B([this](int APosicao, int AMaximo) { Relatar(APosicao, AMaximo); });
@@ -75,7 +110,8 @@ std::string ControleExportacao::GerarInformacao(const std::string& base, int ACo
 void ControleExportacao::ConfirmarInformacao() {
   if (!informacao_) return;
   informacao_->commit();
-  gravados_.insert(gravados_.begin(), {"informações", absoluto(caminho_informacao_), informacao_->lines()});
+  gravados_.insert(gravados_.begin(), {"informações", absoluto(caminho_informacao_), informacao_->lines(),
+                                       ArquivoGravado::Tipo::informacao});
   informacao_.reset();
 }
 
@@ -85,8 +121,9 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, c
   TOBJ_ArquivoFiscal conversor;
   conversor.LinhaInfo = LinhaInfo;
   conversor.Progresso = [this](int APosicao, int AMaximo) { Relatar(APosicao, AMaximo); };
+  conversor.Relatorio = Relatorio;
   try {
-    ExigirDestinoLivre(NomeArquivo);
+    ExigirDestinosLivres(NomeArquivo);
     if (tipo == 1)
       conversor.Exec_Sintegra(NomeArquivo, Texto);
     else
@@ -95,29 +132,29 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, c
     informacao_.reset();
     throw;
   } catch (...) {
+    if (conversor.RelatorioGravado()) relatorio_gravado_ = Relatorio;
     ConfirmarInformacao();
     throw;
   }
   ConfirmarInformacao();
-  gravados_.push_back({nome_do_fiscal(tipo), absoluto(NomeArquivo), conversor.Registros(), true});
+  gravados_.push_back(ArquivoGravado::Fiscal(tipo, NomeArquivo, conversor.Registros()));
+  if (conversor.RelatorioGravado()) {
+    relatorio_gravado_ = Relatorio;
+    gravados_.push_back(ArquivoGravado::Relatorio(Relatorio));
+  }
 }
 
 std::vector<std::string> ControleExportacao::Resumo() const {
-  std::vector<std::string> linhas;
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
-  if (gravados_.size() > 1)
-    linhas.push_back(fmt::format("Resumo: {} arquivos gravados", gravados_.size()));
-  else if (TemConversor())
-    linhas.push_back(fmt::format("Resumo: só o arquivo de informações foi gravado; o arquivo {} não foi pedido",
-                                 nome_do_fiscal(tipo)));
-  else
-    linhas.push_back(fmt::format("Resumo: só o arquivo de informações foi gravado; o tipo {} ({}) não tem arquivo "
-                                 "fiscal a gerar",
-                                 tipo, tipo == 3 ? "SPED Contribuições" : "indefinido"));
-  for (const ArquivoGravado& a : gravados_)
-    linhas.push_back(fmt::format("  {}: {} ({})", a.descricao, a.caminho,
-                                 a.fiscal ? counted(a.linhas, "registro", "registros") : counted(a.linhas, "linha", "linhas")));
-  return linhas;
+  if (gravados_.size() > 1) return resumo_dos_gravados(gravados_);
+  if (TemConversor())
+    return resumo_dos_gravados(
+        gravados_, fmt::format("Resumo: só o arquivo de informações foi gravado; o arquivo {} não foi pedido",
+                               nome_do_fiscal(tipo)));
+  return resumo_dos_gravados(gravados_,
+                             fmt::format("Resumo: só o arquivo de informações foi gravado; o tipo {} ({}) não tem "
+                                         "arquivo fiscal a gerar",
+                                         tipo, tipo == 3 ? "SPED Contribuições" : "indefinido"));
 }
 
 }  // namespace infofiscal

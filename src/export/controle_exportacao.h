@@ -26,11 +26,21 @@ class ExecucaoCancelada : public std::exception {
 
 // One file a run wrote.
 struct ArquivoGravado {
-  std::string descricao;   // "informações", "SINTEGRA", "SPED EFD ICMS/IPI"
+  enum class Tipo : std::uint8_t { informacao, fiscal, relatorio };
+  std::string descricao;   // "informações", "SINTEGRA", "SPED EFD ICMS/IPI", "relatório"
   std::string caminho;     // absolute
-  std::size_t linhas = 0;  // its lines: for a fiscal file, its records
-  bool fiscal = false;     // the SINTEGRA or EFD file, not the information file
+  std::size_t linhas = 0;  // its lines: for a fiscal file, its records; none counted for the report
+  Tipo tipo = Tipo::informacao;
+
+  // The fiscal file of kind `tipo` (1 SINTEGRA, 2 SPED EFD) and the HTML report of the month.
+  static ArquivoGravado Fiscal(TRegistroFiscal tipo, const std::string& caminho, std::size_t registros);
+  static ArquivoGravado Relatorio(const std::string& caminho);
 };
+
+// The summary of the files a run wrote, for the front to show after the run's lines:
+// `cabecalho` ("Resumo: 2 arquivos gravados" when empty), then one line per file with its path
+// and its count ("  SINTEGRA: /srv/erp/SINTEGRA_03_2024.v1.txt (1.616 registros)").
+std::vector<std::string> resumo_dos_gravados(const std::vector<ArquivoGravado>& gravados, std::string cabecalho = {});
 
 class ControleExportacao {
  public:
@@ -55,12 +65,18 @@ class ControleExportacao {
   bool SomenteInformacao = false;
 
   // Hands the saved text to the converter: kind 1 SINTEGRA, kind 2 SPED EFD (first layout
-  // version); any other kind calls no converter. A fiscal file that is one of the files the
-  // source reads, or the information file of this run, is refused with an Error and nothing is
-  // written (a name chosen in a save dialog can be any file). Then puts the information file in
-  // place: also when the converter failed (the file it refused is the reason to look at), but
-  // not when the run was cancelled.
+  // version); any other kind calls no converter. A fiscal file or report that is one of the
+  // files the source reads, the information file of this run, or the other of the two, is
+  // refused with an Error and nothing is written (a name chosen in a save dialog can be any
+  // file). Then puts the information file in place: also when the converter failed (the file it
+  // refused is the reason to look at), but not when the run was cancelled.
   void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
+  // Where the converter writes the HTML report of the month (TOBJ_ArquivoFiscal::Relatorio),
+  // also of a month it refuses; empty for none. Kinds without a converter write no report.
+  std::string Relatorio;
+  // The report beside the fiscal file `NomeArquivo`, as the dialog names it:
+  // "SINTEGRA_03_2024.v1.txt" gives "SINTEGRA_03_2024.v1.relatorio.html".
+  static std::string NomeDoRelatorio(const std::string& NomeArquivo);
 
   // Asks the run to stop: its next progress report, once the front has shown it, throws
   // ExecucaoCancelada, and every file stays as it was. May be called from the front's progress
@@ -73,6 +89,8 @@ class ControleExportacao {
   std::vector<std::string> Resumo() const;
   // The files the last run put in place, the information file first.
   const std::vector<ArquivoGravado>& Gravados() const { return gravados_; }
+  // The report the last run wrote, also a run whose fiscal file was refused; empty when none.
+  const std::string& RelatorioGravado() const { return relatorio_gravado_; }
 
   // The orchestrator of every run of this controller; its callbacks are the converter's too.
   TOBJ_ExportaInfoFiscal oExportaInfoFiscal;
@@ -81,7 +99,7 @@ class ControleExportacao {
 
  private:
   bool TemConversor() const;
-  void ExigirDestinoLivre(const std::string& NomeArquivo) const;
+  void ExigirDestinosLivres(const std::string& NomeArquivo) const;
   // The front's progress report, then the cancel check.
   void Relatar(int APosicao, int AMaximo);
   // Renames the waiting information file over the old one, if one waits.
@@ -92,6 +110,7 @@ class ControleExportacao {
   std::unique_ptr<ListSaver> informacao_;  // the information file waiting for the converter
   std::string caminho_informacao_;
   std::vector<ArquivoGravado> gravados_;
+  std::string relatorio_gravado_;
 };
 
 }  // namespace infofiscal

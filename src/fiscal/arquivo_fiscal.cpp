@@ -1,12 +1,12 @@
 #include "fiscal/arquivo_fiscal.h"
 
-#include <cerrno>
 #include <cstdio>
 
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "fiscal/efd.h"
 #include "fiscal/problemas.h"
+#include "fiscal/relatorio.h"
 #include "fiscal/saida.h"
 #include "fiscal/sintegra.h"
 
@@ -23,35 +23,87 @@ void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, co
   Exec_SPED_Fiscal_EFD(NomeArquivo, informacao, Versao);
 }
 
+namespace {
+
+// Runs the converter; a month with problems leaves the whole list in `lista` and ends in an
+// Error that says where it is.
+void converte(TOBJ_ArquivoFiscal::Gerador gerador, TextoDeInformacao& informacao, SaidaFiscal& saida,
+              const TProcLinhaInfo& info, const TProcProgresso& progresso, const std::string& lista) {
+  try {
+    gerador(informacao, saida, info, progresso);
+  } catch (const MesComProblemas& m) {
+    write_file_atomically(lista, m.lista());
+    throw Error(std::string(m.what()) + "\nA lista completa está em '" + lista + "'");
+  }
+}
+
+}  // namespace
+
 std::string TOBJ_ArquivoFiscal::RelatorioDeProblemas(const std::string& NomeArquivo) {
   return NomeArquivo + ".problemas.txt";
 }
 
-void TOBJ_ArquivoFiscal::Gerar(const std::string& NomeArquivo, TextoDeInformacao& Informacao, Gerador gerar) {
-  const std::string relatorio = RelatorioDeProblemas(NomeArquivo);
-  SaidaEmArquivo saida(NomeArquivo);
-  try {
-    gerar(Informacao, saida, LinhaInfo, Progresso);
-  } catch (const MesComProblemas& m) {
-    // The whole list goes beside the target, so that nothing scrolls away; the target itself
-    // is not written.
-    write_file_atomically(relatorio, m.lista());
-    throw Error(std::string(m.what()) + "\nA lista completa está em '" + relatorio + "'");
-  }
-  saida.confirma();
-  registros_ = saida.registros();
-  // The list of an earlier run that failed would now describe a file that is not there.
-  if (std::remove(relatorio.c_str()) == 0 && LinhaInfo)
-    LinhaInfo("Relatório de problemas de uma execução anterior apagado: '" + relatorio + "'");
-}
-
 void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, TextoDeInformacao& Informacao) {
-  Gerar(NomeArquivo, Informacao, gerar_sintegra);
+  Executar(1, NomeArquivo, Informacao, gerar_sintegra);
 }
 
 void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao,
                                               TRegFiscalVersao) {
-  Gerar(NomeArquivo, Informacao, gerar_efd);
+  Executar(2, NomeArquivo, Informacao, gerar_efd);
+}
+
+void TOBJ_ArquivoFiscal::Executar(int tipo, const std::string& NomeArquivo, TextoDeInformacao& Informacao,
+                                  Gerador gerador) {
+  relatorio_gravado_ = false;
+  if (!Relatorio.empty()) {
+    const NamedFile destinos[] = {{NomeArquivo, "o arquivo fiscal"}, {Relatorio, "o relatório"}};
+    if (const auto conflito = overwrite_conflict(destinos, {})) throw Error(*conflito);
+    require_writable_target(Relatorio);  // before the conversion, not after it
+  }
+  const std::string lista = RelatorioDeProblemas(NomeArquivo);
+  // The list of an earlier run that failed would describe a file that is now there.
+  const auto sem_lista_antiga = [&] {
+    if (std::remove(lista.c_str()) == 0 && LinhaInfo)
+      LinhaInfo("Relatório de problemas de uma execução anterior apagado: '" + lista + "'");
+  };
+  SaidaEmArquivo arquivo(NomeArquivo);
+  if (Relatorio.empty()) {
+    converte(gerador, Informacao, arquivo, LinhaInfo, Progresso, lista);
+    arquivo.confirma();
+    registros_ = arquivo.registros();
+    sem_lista_antiga();
+    return;
+  }
+  // The report reads the file as it is written and hears the converter's lines.
+  RelatorioDoMes relatorio(tipo, NomeArquivo);
+  SaidaConferida saida(arquivo, relatorio.leitor());
+  const TProcLinhaInfo info = [&](const std::string& linha) {
+    relatorio.linha_info(linha);
+    if (LinhaInfo) LinhaInfo(linha);
+  };
+  try {
+    converte(gerador, Informacao, saida, info, Progresso, lista);
+  } catch (const Error& erro) {
+    relatorio.recusado(erro.what());
+    std::string mensagem = erro.what();
+    try {
+      write_file_atomically(Relatorio, relatorio.html());
+      relatorio_gravado_ = true;
+      mensagem += "\nO relatório do mês está em '" + Relatorio + "'";
+    } catch (const Error& e) {
+      mensagem += std::string("\nO relatório do mês não foi gravado: ") + e.what();
+    }
+    throw Error(mensagem);
+  }
+  relatorio.gravado(arquivo.registros());
+  AtomicFile pagina(Relatorio);
+  pagina.write(relatorio.html());
+  pagina.finish();
+  arquivo.confirma();
+  registros_ = arquivo.registros();
+  pagina.commit();
+  relatorio_gravado_ = true;
+  sem_lista_antiga();
 }
 
 }  // namespace infofiscal

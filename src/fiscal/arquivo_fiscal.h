@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "fiscal/saida.h"
 #include "host/framework.h"
 #include "informacao/texto.h"
 
@@ -19,6 +20,13 @@ class TOBJ_ArquivoFiscal {
  public:
   TProcLinhaInfo LinhaInfo;
   TProcProgresso Progresso;
+  // Where the HTML report of the month goes (fiscal/relatorio.h); empty for none. It is
+  // written, whole or not at all, when the file is: the fiscal file is put in place only once
+  // the report is complete beside it, and the report right after. It is written also when the
+  // month is refused (the validator's findings, or the error that stopped the conversion, are
+  // what it is for then): the Error that leaves the call then ends with a line naming it. A run
+  // cancelled or stopped by anything but an Error writes none.
+  std::string Relatorio;
 
   // Writes the SINTEGRA file `NomeArquivo` from the information text (UTF-8, CR LF lines), a
   // piece at a time, checked as it goes. Throws Error, leaving any earlier file intact, when the
@@ -35,15 +43,20 @@ class TOBJ_ArquivoFiscal {
 
   // The records (lines) of the file the last successful call wrote; 0 before one.
   std::size_t Registros() const { return registros_; }
+  // Whether the last call wrote the report, also a call that failed.
+  bool RelatorioGravado() const { return relatorio_gravado_; }
+
+  // A converter: gerar_sintegra or gerar_efd.
+  using Gerador = void (*)(TextoDeInformacao&, SaidaFiscal&, const TProcLinhaInfo&, const TProcProgresso&);
 
   // "`NomeArquivo`.problemas.txt": the list of every problem of a month that was not converted.
   static std::string RelatorioDeProblemas(const std::string& NomeArquivo);
 
  private:
-  using Gerador = void (*)(TextoDeInformacao&, SaidaFiscal&, const TProcLinhaInfo&, const TProcProgresso&);
-  void Gerar(const std::string& NomeArquivo, TextoDeInformacao& Informacao, Gerador gerar);
+  void Executar(int tipo, const std::string& NomeArquivo, TextoDeInformacao& Informacao, Gerador gerador);
 
   std::size_t registros_ = 0;
+  bool relatorio_gravado_ = false;
 };
 
 }  // namespace infofiscal

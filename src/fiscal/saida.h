@@ -60,21 +60,27 @@ class SaidaEmMemoria final : public SaidaFiscal {
   std::string bytes_, pasta_;
 };
 
-// A validator that reads the file a piece at a time, in any split, as it is written.
-class Conferencia {
+// Something that reads the file a piece at a time, in any split, as it is written.
+class LeitorDePedacos {
  public:
-  virtual ~Conferencia() = default;
+  virtual ~LeitorDePedacos() = default;
   virtual void le(std::string_view pedaco) = 0;
+};
+
+// A validator that reads the file that way.
+class Conferencia : public LeitorDePedacos {
+ public:
   // The findings, one per broken rule, once the last piece was read. REQUIRES: called once.
   virtual std::vector<std::string> conclui() = 0;
 };
 
-// Writes to `destino` and hands the same pieces to `conferencia`. Both must outlive it.
+// Writes to `destino` and hands the same pieces to `leitor` (a validator, or the report's
+// figures). Both must outlive it.
 class SaidaConferida final : public SaidaFiscal {
  public:
-  SaidaConferida(SaidaFiscal& destino, Conferencia& conferencia) : destino_(destino), conferencia_(conferencia) {}
+  SaidaConferida(SaidaFiscal& destino, LeitorDePedacos& leitor) : destino_(destino), leitor_(leitor) {}
   void escreve(std::string_view bytes) override {
-    conferencia_.le(bytes);
+    leitor_.le(bytes);
     destino_.escreve(bytes);
   }
   void rele(const std::function<void(std::string_view)>& pedaco) override { destino_.rele(pedaco); }
@@ -82,7 +88,7 @@ class SaidaConferida final : public SaidaFiscal {
 
  private:
   SaidaFiscal& destino_;
-  Conferencia& conferencia_;
+  LeitorDePedacos& leitor_;
 };
 
 // Cuts a file read a piece at a time into its lines, at LF, whatever the pieces' boundaries.

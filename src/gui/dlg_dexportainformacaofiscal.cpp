@@ -1,6 +1,10 @@
 #include "gui/dlg_dexportainformacaofiscal.h"
 
+#include <filesystem>
+
 #include <QApplication>
+#include <QCheckBox>
+#include <QDesktopServices>
 #include <QFrame>
 #include <QLabel>
 #include <QMessageBox>
@@ -9,8 +13,10 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QStyle>
+#include <QUrl>
 #include <QVBoxLayout>
 
+#include "base/error.h"
 #include "base/renderings.h"
 #include "cli/opcoes.h"
 
@@ -57,6 +63,8 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
       MmInformacao(componente<QPlainTextEdit>(PnPrincipal, "MmInformacao")),
       BtCancelar(componente<QPushButton>(PnBotao, "BtCancelar")),
       BtSobre(componente<QPushButton>(PnBotao, "BtSobre")),
+      CbRelatorio(componente<QCheckBox>(PnGerarArquivo, "CbRelatorio")),
+      BtAbrirRelatorio(componente<QPushButton>(PnBotao, "BtAbrirRelatorio")),
       oControle(conexao) {
   setWindowTitle("Exporta Informação Fiscal");
 
@@ -66,6 +74,12 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
   BtGerarArquivo->setIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
   BtGerarArquivo->setAutoDefault(false);
   connect(BtGerarArquivo, &QPushButton::clicked, this, [this] { Evento([this] { BtGerarArquivoClick(); }); });
+
+  CbRelatorio->setGeometry(7, 10, 300, 24);
+  CbRelatorio->setText("Gravar também o relatório do mês (HTML)");
+  CbRelatorio->setToolTip("Um relatório para ler antes de entregar, gravado ao lado do arquivo fiscal: registros por "
+                          "tipo, totais por CFOP e CST, a apuração do ICMS, os valores por dia, as notas deixadas de "
+                          "fora e os achados do validador");
 
   BrProgresso->setGeometry(264, 39, 393, 35);
   BrProgresso->setTextVisible(false);
@@ -91,6 +105,10 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
   BtSobre->setText("Sobre");
   AdicionarBotao(BtSobre, true);
   connect(BtSobre, &QPushButton::clicked, this, [this] { Evento([this] { BtSobreClick(); }); });
+  BtAbrirRelatorio->setText("Abrir relatório");
+  BtAbrirRelatorio->setEnabled(false);
+  AdicionarBotao(BtAbrirRelatorio, true);
+  connect(BtAbrirRelatorio, &QPushButton::clicked, this, [this] { Evento([this] { BtAbrirRelatorioClick(); }); });
   BtCancelar->setText("Cancelar");
   BtCancelar->setIcon(style()->standardIcon(QStyle::SP_DialogCancelButton));
   BtCancelar->setEnabled(false);
@@ -104,6 +122,7 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
 void TDLG_DExportaInformacaoFiscal::FormCreate() {
   TamanhoJanela(390, 780);
   AjustarTamJanela();
+  AbrirUrl = [](const QUrl& url) { return QDesktopServices::openUrl(url); };
   oControle.LinhaInfo = [this](const std::string& AInfo) { LinhaInfo(AInfo); };
   oControle.Progresso = [this](int APosicao, int AMaximo) { Progresso_B(APosicao, AMaximo); };
   LbRegistro->setText("");
@@ -112,7 +131,11 @@ void TDLG_DExportaInformacaoFiscal::FormCreate() {
   SetCodRegistroFiscal(0);
 }
 
-void TDLG_DExportaInformacaoFiscal::FormShow() { BtGerarArquivo->setText(legenda_do_tipo(FCodTipoRegistroFiscal)); }
+void TDLG_DExportaInformacaoFiscal::FormShow() {
+  BtGerarArquivo->setText(legenda_do_tipo(FCodTipoRegistroFiscal));
+  // Kinds 0 and 3 have no fiscal file to report on.
+  CbRelatorio->setEnabled(FCodTipoRegistroFiscal == 1 || FCodTipoRegistroFiscal == 2);
+}
 
 void TDLG_DExportaInformacaoFiscal::SetCodTipoRegistroFiscal(TRegistroFiscal Value) {
   FCodTipoRegistroFiscal = Value;
@@ -130,14 +153,31 @@ void TDLG_DExportaInformacaoFiscal::LinhaInfo(const std::string& AInfo) {
 }
 
 void TDLG_DExportaInformacaoFiscal::Progresso_B(int APosicao, int AMaximo) {
+  FProgresso = {APosicao, AMaximo};
+  FProgressoMostrado = false;
+  // A repaint costs far more than the work between two reports: the counter follows the
+  // clock, and the end of each step.
+  const auto agora = Relogio();
+  const bool mostrar = !FUltimaPintura || agora - *FUltimaPintura >= kIntervaloPintura ||
+                       (AMaximo > 0 && APosicao == AMaximo);
+  if (mostrar) {
+    FUltimaPintura = agora;
+    MostrarProgresso();
+  }
+  // Every report handles pending events: Cancelar works however fast the reports come.
+  QApplication::processEvents();
+  if (mostrar) repaint();
+}
+
+void TDLG_DExportaInformacaoFiscal::MostrarProgresso() {
+  const auto [APosicao, AMaximo] = FProgresso;
   LbRegistro->setText(QString::fromStdString(format_count(APosicao) + " de " + format_count(AMaximo)));
   LbRegistro->setVisible(AMaximo > 0);
   BrProgresso->setVisible(AMaximo > 0);
   // Position first, as the module does: a position beyond the old maximum waits for the next report.
   BrProgresso->setValue(APosicao);
   BrProgresso->setMaximum(AMaximo);
-  QApplication::processEvents();
-  repaint();
+  FProgressoMostrado = true;
 }
 
 std::string TDLG_DExportaInformacaoFiscal::RecuperarNomeArquivo_v1() {
@@ -155,13 +195,23 @@ void TDLG_DExportaInformacaoFiscal::BtGerarArquivoClick() {
   MmInformacao->clear();
   BtGerarArquivo->setEnabled(false);
   BtFechar->setEnabled(false);
+  BtAbrirRelatorio->setEnabled(false);
   const auto reabilitar = qScopeGuard([this] {
+    // The run's last report, if the clock passed it over.
+    if (!FProgressoMostrado) {
+      MostrarProgresso();
+      repaint();
+    }
     BtGerarArquivo->setEnabled(true);
     BtFechar->setEnabled(true);
     BtCancelar->setEnabled(false);
+    BtAbrirRelatorio->setEnabled(!oControle.RelatorioGravado().empty());
   });
   const std::string NomeArquivo = RecuperarNomeArquivo_v1();
   if (NomeArquivo.empty()) return;
+  oControle.Relatorio = CbRelatorio->isEnabled() && CbRelatorio->isChecked()
+                            ? ControleExportacao::NomeDoRelatorio(NomeArquivo)
+                            : std::string();
   BtCancelar->setEnabled(true);
   try {
     oInfo = oControle.GerarInformacao(FPastaBase, FTesteCodCompra, FTesteCodVenda);
@@ -176,6 +226,14 @@ void TDLG_DExportaInformacaoFiscal::BtGerarArquivoClick() {
 void TDLG_DExportaInformacaoFiscal::BtCancelarClick() {
   BtCancelar->setEnabled(false);  // once is enough: the run stops at its next report
   oControle.Cancelar();
+}
+
+void TDLG_DExportaInformacaoFiscal::BtAbrirRelatorioClick() {
+  const std::string caminho = std::filesystem::absolute(oControle.RelatorioGravado()).string();
+  if (!AbrirUrl(QUrl::fromLocalFile(QString::fromStdString(caminho))))
+    throw Error("O relatório '" + caminho +
+                "' não pôde ser aberto: a área de trabalho não tem um programa para páginas HTML. Abra-o num "
+                "navegador.");
 }
 
 void TDLG_DExportaInformacaoFiscal::BtSobreClick() {

@@ -5,22 +5,30 @@
 // The host creates it over its shared connection, sets the properties below and shows it.
 // Everything runs on the user-interface thread; each progress report lets the application
 // handle pending events, so the window stays responsive while the generate and close buttons
-// are disabled. Two buttons join the close button in the column at the right: "Sobre" (the
-// version) and "Cancelar", enabled only during a run, which stops it at its next progress
-// report with every file as it was. A run that ends well adds the summary of the files it
-// wrote to the log.
+// are disabled, but the counter and the bar are redrawn at most about thirty times a second
+// (a month sends far more reports than a screen can show). Three buttons join the close button
+// in the column at the right: "Sobre" (the version), "Abrir relatório", enabled once a run
+// wrote the HTML report of the month that the box under the log asks for, and "Cancelar",
+// enabled only during a run, which stops it at its next progress report with every file as it
+// was. A run that ends well adds the summary of the files it wrote to the log.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "export/controle_exportacao.h"
 #include "gui/dialogo_salvar.h"
 #include "gui/dlg_dpadraoficha_tb.h"
 
+class QCheckBox;
 class QLabel;
 class QPlainTextEdit;
 class QProgressBar;
+class QUrl;
 
 namespace infofiscal {
 
@@ -47,21 +55,33 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
 
   // The info-line callback: resets the counter, then appends the line to the log.
   void LinhaInfo(const std::string& AInfo);
-  // The progress callback: "07 de 1.234", label and bar shown only while AMaximo > 0, then
-  // pending events are handled and the dialog repainted.
+  // The progress callback: "07 de 1.234", label and bar shown only while AMaximo > 0, and the
+  // dialog repainted; then pending events are handled, on every report. The counter shows a
+  // report when kIntervaloPintura has passed since it last showed one, or when the report ends
+  // its step (APosicao == AMaximo > 0); a report passed over is shown when the run ends.
   void Progresso_B(int APosicao, int AMaximo);
+  static constexpr std::chrono::milliseconds kIntervaloPintura{33};
+  // The clock of Progresso_B; a test sets its own.
+  std::function<std::chrono::steady_clock::time_point()> Relogio = std::chrono::steady_clock::now;
   // Asks for the fiscal file's name with the suggestion of the kind; empty when cancelled.
   std::string RecuperarNomeArquivo_v1();
   // Hands the saved text to the converter of the kind (none for kinds 0 and 3).
   void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
   // One whole run, both buttons disabled (and Cancelar enabled) until it ends, whatever
-  // happens. Errors pass on; a cancelled run ends with a line in the log.
+  // happens. With CbRelatorio checked, the converter also writes the report beside the fiscal
+  // file (ControleExportacao::NomeDoRelatorio), also of a month it refuses. Errors pass on; a
+  // cancelled run ends with a line in the log.
   void BtGerarArquivoClick();
   // Asks the run in progress to stop at its next progress report.
   void BtCancelarClick();
   // Shows the product's name and version.
   void BtSobreClick();
-
+  // Opens the report of the last run in the user's browser, through AbrirUrl; an Error when
+  // nothing opened it.
+  void BtAbrirRelatorioClick();
+  // Opens a file's URL in the program the desktop has for it (QDesktopServices::openUrl); a
+  // test sets its own, so that no browser opens.
+  std::function<bool(const QUrl&)> AbrirUrl;
   const ControleExportacao& Controle() const { return oControle; }
 
   QFrame* PnGerarArquivo;
@@ -72,6 +92,8 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
   QPlainTextEdit* MmInformacao;
   QPushButton* BtCancelar;
   QPushButton* BtSobre;
+  QCheckBox* CbRelatorio;
+  QPushButton* BtAbrirRelatorio;
 
  protected:
   // Captions the generate button by the kind set at that moment.
@@ -79,6 +101,8 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
 
  private:
   void FormCreate();
+  // Shows the latest report in the counter and the bar, and repaints.
+  void MostrarProgresso();
 
   TRegistroFiscal FCodTipoRegistroFiscal = 0;
   std::int32_t FCodRegistroFiscal = 0;
@@ -89,6 +113,10 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
   int FTesteCodCompra = 0;
   int FTesteCodVenda = 0;
   std::string FPastaBase;
+  // The latest progress report, whether it was shown, and when one was last shown.
+  std::pair<int, int> FProgresso{0, 0};
+  bool FProgressoMostrado = true;
+  std::optional<std::chrono::steady_clock::time_point> FUltimaPintura;
 };
 
 }  // namespace infofiscal

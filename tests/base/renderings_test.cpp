@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <charconv>
 #include <cmath>
 #include <random>
@@ -111,6 +112,30 @@ TEST(Renderings, ExcerptShowsControlsAndCutsLongValues) {
       {std::string(10 * 1024 * 1024, 'x'), 60, std::string(60, 'x') + "... (10.485.760 caracteres)"},
   };
   for (const auto& c : casos) EXPECT_EQ(excerpt(c.texto, c.max), c.trecho) << c.texto.substr(0, 20);
+}
+
+// The report's numbers: counts without padding and amounts in hundredths, grouped by thousands;
+// the most negative value has no positive counterpart to take the digits from.
+TEST(Renderings, GroupedCountsAndHundredths) {
+  const struct {
+    std::int64_t valor;
+    const char *inteiro, *centesimos;
+  } casos[] = {
+      {0, "0", "0,00"},
+      {5, "5", "0,05"},
+      {-5, "-5", "-0,05"},
+      {99, "99", "0,99"},
+      {100, "100", "1,00"},
+      {123456, "123.456", "1.234,56"},
+      {-100000, "-100.000", "-1.000,00"},
+      {INT64_MAX, "9.223.372.036.854.775.807", "92.233.720.368.547.758,07"},
+      {INT64_MIN, "-9.223.372.036.854.775.808", "-92.233.720.368.547.758,08"},
+  };
+  for (const auto& c : casos) {
+    EXPECT_EQ(format_grouped(c.valor), c.inteiro);
+    EXPECT_EQ(format_hundredths(c.valor), c.centesimos);
+  }
+  EXPECT_EQ(format_count(-7), "-07");
 }
 
 }  // namespace

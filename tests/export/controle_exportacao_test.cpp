@@ -7,13 +7,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/error.h"
 #include "support/cli.h"
 #include "support/fixture.h"
 
 namespace infofiscal {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::StartsWith;
 using testing::fresh_dir;
 using testing::read_file;
 using testing::Snapshot;
@@ -47,7 +51,7 @@ TEST(ControleExportacao, TheSummaryOfARunWithoutFiscalFileSaysWhy) {
                 ElementsAre(std::string("Resumo: só o arquivo de informações foi gravado; ") + c.porque,
                             "  informações: " + base + kInfo + " (3 linhas)"));
     ASSERT_EQ(controle.Gravados().size(), 1u);
-    EXPECT_FALSE(controle.Gravados().front().fiscal);
+    EXPECT_EQ(controle.Gravados().front().tipo, ArquivoGravado::Tipo::informacao);
   }
 }
 
@@ -75,6 +79,47 @@ TEST(ControleExportacao, ACancelledRunStopsAtTheNextReportAndChangesNothing) {
 
     controle.Progresso = nullptr;
     controle.GerarInformacao(base, 0, 0);
+    EXPECT_EQ(read_file(base + kInfo).substr(0, 13), "[C00]01[/C00]");
+  }
+}
+
+// The report of a month the converter refuses is written all the same, and the controller names
+// it for the front (the dialog's button); the information file is put in place as always. A
+// report that would overwrite one of the run's files is refused before anything is written.
+TEST(ControleExportacao, TheReportOfARefusedMonthAndAReportThatWouldOverwriteAFile) {
+  const std::string base = fresh_dir("controle-relatorio", true);
+  const std::string relatorio = base + "/efd.relatorio.html";
+  testing::Run run(marco_2024());
+  ControleExportacao controle(run.conexao);
+  controle.oExportaInfoFiscal.CodTipoRegistroFiscal(2);
+  controle.oExportaInfoFiscal.CodRegistroFiscal(7);
+  // The snapshot's register has no company: the validator refuses block 0.
+  const struct {
+    std::string relatorio, erro_comeca, erro_termina, gravado;
+  } casos[] = {
+      {relatorio, "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:\nLinha 1: 0000 campo NOME obrigatório vazio",
+       "\nO relatório do mês está em '" + relatorio + "'", relatorio},
+      {ControleExportacao::CaminhoInformacao(base),
+       "o relatório '" + base + kInfo + "' é o mesmo arquivo que o arquivo de informações ('" + base + kInfo +
+           "'): gravar nele o destruiria; escolha outro nome",
+       "escolha outro nome", ""},
+  };
+  for (const auto& c : casos) {
+    SCOPED_TRACE(c.relatorio);
+    std::filesystem::remove(relatorio);
+    controle.Relatorio = c.relatorio;
+    const std::string texto = controle.GerarInformacao(base, 0, 0);
+    try {
+      controle.SalvarArquivoFiscal_A(base + "/efd.txt", texto);
+      ADD_FAILURE() << "sem erro";
+    } catch (const Error& e) {
+      EXPECT_THAT(e.what(), AllOf(StartsWith(c.erro_comeca), EndsWith(c.erro_termina)));
+    }
+    EXPECT_EQ(controle.RelatorioGravado(), c.gravado);
+    EXPECT_EQ(std::filesystem::exists(relatorio), !c.gravado.empty());
+    EXPECT_FALSE(std::filesystem::exists(base + "/efd.txt"));
+    ASSERT_EQ(controle.Gravados().size(), 1u);
+    EXPECT_EQ(controle.Gravados().front().tipo, ArquivoGravado::Tipo::informacao);
     EXPECT_EQ(read_file(base + kInfo).substr(0, 13), "[C00]01[/C00]");
   }
 }

@@ -407,6 +407,35 @@ const std::vector<Caso>& casos() {
        exportar_sintegra({"--arquivo-fiscal", "{dir}/saida.txt", "--gravar-snapshot", "{dir}/Arquivos/../saida.txt"}), 2,
        "infofiscal: --gravar-snapshot '{dir}/Arquivos/../saida.txt' é o mesmo arquivo que --arquivo-fiscal "
        "('{dir}/saida.txt'): um substituiria o outro; escolha outro nome\n"},
+      // The report describes the fiscal file, is one more target, and is checked like the others.
+      {"relatório sem arquivo fiscal", exportar_sql({"--somente-informacao", "--relatorio", "{dir}/r.html"}), 2,
+       "infofiscal: --relatorio descreve o arquivo fiscal, e --somente-informacao não o grava\n", demo_com("")},
+      {"relatório de um tipo sem arquivo fiscal", exportar({"--relatorio", "{dir}/r.html"}), 2,
+       "infofiscal: --relatorio descreve o arquivo fiscal, e o tipo 3 não tem arquivo fiscal\n"},
+      {"relatório sobre o arquivo fiscal", exportar_sintegra({"--arquivo-fiscal", "{dir}/fiscal.txt", "--relatorio",
+                                                              "{dir}/./fiscal.txt"}), 2,
+       "infofiscal: --relatorio '{dir}/./fiscal.txt' é o mesmo arquivo que --arquivo-fiscal ('{dir}/fiscal.txt'): um "
+       "substituiria o outro; escolha outro nome\n"},
+      {"relatório sobre o banco SQLite", exportar_sql({"--arquivo-fiscal", "{dir}/f.txt", "--relatorio", "{dir}/erp.db"}),
+       2,
+       "infofiscal: --relatorio '{dir}/erp.db' é o mesmo arquivo que o banco de dados da fonte ('{dir}/erp.db'): "
+       "gravar nele o destruiria; escolha outro nome\n",
+       demo_com("")},
+      {"relatório sobre a informação que se converte", {"converter", "--tipo", "1", "--informacao", "{dir}/info.txt",
+                                                        "--arquivo-fiscal", "{dir}/f.txt", "--relatorio", "{dir}/info.txt"},
+       2,
+       "infofiscal: --relatorio '{dir}/info.txt' é o mesmo arquivo que --informacao ('{dir}/info.txt'): gravar nele o "
+       "destruiria; escolha outro nome\n"},
+      {"relatório numa pasta que não existe, antes de ler a informação",
+       {"converter", "--tipo", "2", "--informacao", "{dir}/sumiu.txt", "--arquivo-fiscal", "{dir}/f.txt", "--relatorio",
+        "{dir}/nao/r.html"},
+       1, "A pasta '{dir}/nao' não existe: o arquivo '{dir}/nao/r.html' não foi gravado\n"},
+      {"relatório somente para leitura, antes de ler o mês",
+       exportar_sintegra({"--arquivo-fiscal", "{dir}/fiscal.txt", "--relatorio", "{dir}/r.html"}), 1, "Não foi possível gravar o arquivo '{dir}/r.html': arquivo somente para leitura\n",
+       fonte_que_nao_se_le(com([](const std::string& dir) {
+         write_file(dir + "/r.html", "anterior");
+         somente_leitura(dir + "/r.html");
+       }))},
       {"SpedInformacao.txt que é o banco da fonte", exportar({}, "sqlite:" + kInfo), 2,
        "infofiscal: o arquivo de informações '" + kInfo + "' é o mesmo arquivo que o banco de dados da fonte ('" +
            kInfo + "'): gravar nele o destruiria; escolha outro nome\n"},

@@ -2,10 +2,12 @@
 // save question and the general error handler are the only parts replaced.
 #include "gui/dlg_dexportainformacaofiscal.h"
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -13,6 +15,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
+#include <QUrl>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -108,15 +111,17 @@ TEST(DialogoExporta, FormShowCaptionsTheButtonByKindOnlyOnce) {
   const struct {
     TRegistroFiscal tipo;
     const char* legenda;
-  } casos[] = {{0, "Indefinido"},
-               {1, "Gerar Arquivo do SINTEGRA-v1"},
-               {2, "Gerar Arquivo do SPED-EFD-v1"},
-               {3, "Gerar Arquivo do SPED-Contribuição-v1"},
-               {4, "Indefinido"}};
+    bool relatorio;  // a fiscal file to report on
+  } casos[] = {{0, "Indefinido", false},
+               {1, "Gerar Arquivo do SINTEGRA-v1", true},
+               {2, "Gerar Arquivo do SPED-EFD-v1", true},
+               {3, "Gerar Arquivo do SPED-Contribuição-v1", false},
+               {4, "Indefinido", false}};
   const std::string base = fresh_dir("dialogo-legenda", true);
   for (const auto& c : casos) {
     Dialogo d(marco_2024(), c.tipo, base);
     EXPECT_EQ(d.dlg.BtGerarArquivo->text().toStdString(), c.legenda);
+    EXPECT_EQ(d.dlg.CbRelatorio->isEnabled(), c.relatorio) << c.legenda;
     d.dlg.SetCodTipoRegistroFiscal(1);  // a later kind does not recaption the button
     EXPECT_EQ(d.dlg.BtGerarArquivo->text().toStdString(), c.legenda);
     EXPECT_EQ(d.dlg.Controle().oExportaInfoFiscal.CodTipoRegistroFiscal(), 1);
@@ -132,8 +137,17 @@ TEST(DialogoExporta, OpensWithItsTitleAndAnEmptyCounter) {
   EXPECT_FALSE(d.dlg.BrProgresso->isVisible());
 }
 
+// A clock for Progresso_B that stands still until the test moves it.
+struct RelogioParado {
+  std::chrono::steady_clock::time_point agora{};
+  void avanca(std::chrono::milliseconds ms) { agora += ms; }
+  auto operator()() const { return agora; }
+};
+
 TEST(DialogoExporta, TheCounterFollowsProgressAndEveryInfoLineResetsIt) {
   Dialogo d(marco_2024(), 1, fresh_dir("dialogo-contador", true));
+  // Reports a second apart: each one is shown.
+  d.dlg.Relogio = [agora = std::chrono::steady_clock::time_point{}]() mutable { return agora += std::chrono::seconds(1); };
   const struct {
     std::function<void(TDLG_DExportaInformacaoFiscal&)> chamada;
     const char* legenda;
@@ -243,6 +257,73 @@ TEST(DialogoExporta, TheLogKeepsTheInfoLinesUpToAFailure) {
     EXPECT_FALSE(existe(base + "/efd.txt"));
     EXPECT_TRUE(d.botoes_habilitados());
   }
+}
+
+// What the counter showed each time it was painted, a repeated painting of the same once.
+struct Pinturas : QObject {
+  explicit Pinturas(QLabel* contador) : contador_(contador) { contador->installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* e) override {
+    const std::string visto = contador_->text().toStdString();
+    if (e->type() == QEvent::Paint && (vistos.empty() || vistos.back() != visto)) vistos.push_back(visto);
+    return false;
+  }
+  std::vector<std::string> vistos;
+
+ private:
+  QLabel* contador_;
+};
+
+// Reports come far faster than a screen shows them: the counter and the bar follow at most one
+// report per kIntervaloPintura, and always the one that ends a step; pending events are handled
+// on every report. The clock is the test's: nothing here depends on how fast the machine is.
+TEST(DialogoExporta, TheCounterIsRepaintedAtMostThirtyTimesASecond) {
+  Dialogo d(marco_2024(), 1, fresh_dir("dialogo-ritmo", true));
+  RelogioParado relogio;
+  d.dlg.Relogio = [&] { return relogio(); };
+  Pinturas pinturas(d.dlg.LbRegistro);
+  int eventos = 0;
+  const auto relata = [&](int posicao, int maximo) {
+    QTimer::singleShot(0, &d.dlg, [&] { ++eventos; });
+    d.dlg.Progresso_B(posicao, maximo);
+  };
+  const struct {
+    int antes_ms;         // the clock moves this much before the reports
+    int de, ate, maximo;  // reports de..ate of maximo
+    const char* mostrado;
+  } passos[] = {
+      {0, 1, 1000, 5000, "01 de 5.000"},         // the first, then a thousand more in the same instant
+      {33, 1001, 1001, 5000, "1.001 de 5.000"},  // a tick later
+      {10, 1002, 1500, 5000, "1.001 de 5.000"},  // within the tick
+      {0, 5000, 5000, 5000, "5.000 de 5.000"},   // the end of the step, at once
+      {1, 1, 3, 3, "03 de 03"},                  // a short step: only its end is shown
+      {40, 7, 7, 9, "07 de 09"},
+  };
+  std::vector<std::string> pintados;
+  int relatos = 0;
+  for (const auto& p : passos) {
+    relogio.avanca(std::chrono::milliseconds(p.antes_ms));
+    for (int i = p.de; i <= p.ate; ++i, ++relatos) relata(i, p.maximo);
+    if (pintados.empty() || pintados.back() != p.mostrado) pintados.push_back(p.mostrado);
+    EXPECT_EQ(d.dlg.LbRegistro->text().toStdString(), p.mostrado);
+    EXPECT_EQ(pinturas.vistos, pintados) << p.mostrado;  // no report in between was ever on the screen
+    EXPECT_EQ(eventos, relatos);
+  }
+}
+
+// A run whose reports all come in one instant ends with its last report shown: the counter
+// hidden, as the last info line left it.
+TEST(DialogoExporta, TheLastReportOfARunIsShown) {
+  const std::string base = fresh_dir("dialogo-ultimo", true);
+  Dialogo d(marco_2024(), 3, base);
+  RelogioParado relogio;
+  d.dlg.Relogio = [&] { return relogio(); };
+  d.dlg.Progresso_B(5, 10);  // shown: the clock starts here
+  d.resposta = base + "/fiscal.txt";
+  d.gerar();
+  EXPECT_THAT(d.erros, ElementsAre());
+  EXPECT_EQ(d.dlg.LbRegistro->text().toStdString(), "00 de 00");
+  EXPECT_FALSE(d.dlg.LbRegistro->isVisible());
+  EXPECT_FALSE(d.dlg.BrProgresso->isVisible());
 }
 
 // What a user could do while a run handles pending events in a progress report.
@@ -357,6 +438,45 @@ TEST(DialogoExporta, CancelarStopsTheRunAndLeavesEveryFileAsItWas) {
       EXPECT_THAT(d.log(), Contains("Resumo: 2 arquivos gravados"));
       EXPECT_NE(read_file(base + "/fiscal.txt"), "fiscal anterior\r\n");
     }
+  }
+}
+
+// With its box checked, a run writes the report of the month beside the fiscal file, the log's
+// summary names it, and "Abrir relatório" hands its URL to the desktop (here a stand-in: no
+// browser opens); a desktop that opens nothing is told in the error box. Unchecked, no report.
+TEST(DialogoExporta, TheReportIsWrittenOnRequestAndOpened) {
+  const testing::TestDatabase db("sqlite", "dialogo-relatorio-demo", testing::demo_script());
+  for (const TRegistroFiscal tipo : {1, 2}) {
+    SCOPED_TRACE(int(tipo));
+    const std::string base = fresh_dir("dialogo-relatorio", true);
+    const std::string relatorio = base + "/fiscal.relatorio.html";
+    Dialogo d(open_record_source(db.address(), {.catalog_path = testing::catalog_path()}), tipo, tipo, base);
+    std::vector<QUrl> abertos;
+    bool abre = true;
+    d.dlg.AbrirUrl = [&](const QUrl& url) {
+      abertos.push_back(url);
+      return abre;
+    };
+    d.resposta = base + "/fiscal.txt";
+    EXPECT_TRUE(d.dlg.CbRelatorio->isEnabled());
+    EXPECT_FALSE(d.dlg.CbRelatorio->isChecked());
+    d.gerar();
+    EXPECT_FALSE(existe(relatorio));
+    EXPECT_FALSE(d.dlg.BtAbrirRelatorio->isEnabled());
+
+    d.dlg.CbRelatorio->setChecked(true);
+    d.gerar();
+    EXPECT_THAT(d.erros, ElementsAre());
+    EXPECT_THAT(read_file(relatorio), HasSubstr("Arquivo gravado: <code>" + base + "/fiscal.txt</code>"));
+    EXPECT_EQ(d.log().back(), "  relatório: " + relatorio);
+    ASSERT_TRUE(d.dlg.BtAbrirRelatorio->isEnabled());
+    d.dlg.BtAbrirRelatorio->click();
+    EXPECT_THAT(abertos, ElementsAre(QUrl::fromLocalFile(QString::fromStdString(relatorio))));
+    abre = false;
+    d.dlg.BtAbrirRelatorio->click();
+    EXPECT_THAT(d.erros, ElementsAre("O relatório '" + relatorio +
+                                     "' não pôde ser aberto: a área de trabalho não tem um programa para páginas "
+                                     "HTML. Abra-o num navegador."));
   }
 }
 
