@@ -230,8 +230,12 @@ TEST(Relatorio, ARefusedMonthHasItsReportAndNoFiscalFile) {
        "Arquivo SPED EFD ICMS/IPI inválido; nada foi gravado:\n"
        "Linha 25: H005 DT_INV 30042024 depois do fim do período em |H005|30042024|1,00|01|",
        true},
+      // The month's problems, listed as every problem of a month is ({dir}: the test's folder).
       {"parado numa nota", cabecalho + venda("99") + cadastros(),
-       "Nota 900 de venda de produtos (linha 4 do arquivo de informações): participante 1-99 não consta das linhas 14",
+       "1 problema no mês; o arquivo SPED EFD ICMS/IPI não foi gravado:\n"
+       "participante fora do cadastro (linhas 14) (1):\n"
+       "  Nota 900 de venda de produtos (linha 4 do arquivo de informações): participante 1-99 não consta das linhas 14\n"
+       "A lista completa está em '{dir}/efd.txt.problemas.txt'",
        false},
   };
   for (const auto& c : casos) {
@@ -242,19 +246,25 @@ TEST(Relatorio, ARefusedMonthHasItsReportAndNoFiscalFile) {
     const CliResult r = run_cli({"converter", "--tipo", "2", "--informacao", dir + "/info.txt", "--arquivo-fiscal",
                                  dir + "/efd.txt", "--relatorio", dir + "/efd.html", "--progresso", "nada"});
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.err, c.mensagem + "\nO relatório do mês está em '" + dir + "/efd.html'\n");
+    std::string mensagem = c.mensagem;
+    if (const auto p = mensagem.find("{dir}"); p != std::string::npos) mensagem.replace(p, 5, dir);
+    EXPECT_EQ(r.err, mensagem + "\nO relatório do mês está em '" + dir + "/efd.html'\n");
     EXPECT_EQ(read_file(dir + "/efd.txt"), "anterior\r\n");
     const No pagina = ler(read_file(dir + "/efd.html"));
     EXPECT_EQ(por_id(pagina, "estado")->atributo("class"), "estado recusado");
     EXPECT_THAT(por_id(pagina, "estado")->texto, HasSubstr(dir + "/efd.txt não foi gravado"));
-    const std::string veredito = c.mensagem.substr(0, c.mensagem.find('\n'));
+    const std::string veredito = mensagem.substr(0, mensagem.find('\n'));
     EXPECT_EQ(todos(*por_id(pagina, "achados"), "p").at(0)->texto, veredito);
     if (c.numeros) {
       EXPECT_THAT(itens(pagina, "achados"),
                   ElementsAre("Linha 25: H005 DT_INV 30042024 depois do fim do período em |H005|30042024|1,00|01|"));
       EXPECT_EQ(tabela(pagina, "cfop"), (Linhas{{"5102", "1", "100,00", "100,00", "18,00"}}));
     } else {
-      EXPECT_THAT(itens(pagina, "achados"), IsEmpty());
+      EXPECT_THAT(itens(pagina, "achados"),
+                  ElementsAre("participante fora do cadastro (linhas 14) (1):",
+                              "  Nota 900 de venda de produtos (linha 4 do arquivo de informações): participante 1-99 "
+                              "não consta das linhas 14",
+                              "A lista completa está em '" + dir + "/efd.txt.problemas.txt'"));
       EXPECT_EQ(por_id(pagina, "cfop"), nullptr);
       EXPECT_EQ(por_id(pagina, "registros"), nullptr);
     }
