@@ -31,6 +31,7 @@ namespace infofiscal {
 namespace {
 
 struct OpcoesExportar : OpcoesRegistro {
+  OpcoesEfdTexto efd;
   std::string arquivo_fiscal, gravar_snapshot, progresso = "auto";
   bool somente_informacao = false, sem_leitura_antecipada = false;
 };
@@ -103,6 +104,7 @@ int exportar(const OpcoesExportar& o) {
   controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(o.tipo));
   controle.oExportaInfoFiscal.CodRegistroFiscal(o.registro);
   controle.SomenteInformacao = o.somente_informacao;
+  controle.OpcoesEFD = opcoes_efd(o.efd);
 
   const auto salvar_snapshot = [&] {
     if (gravador) gravador->Save(o.gravar_snapshot);
@@ -144,7 +146,8 @@ void ler_em_pedacos(const std::string& path, const std::function<void(std::strin
   if (in.bad()) throw falha(EIO);
 }
 
-int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso) {
+int converter(int tipo, const std::string& informacao, const std::string& saida, const std::string& progresso,
+              const OpcoesEfd& efd) {
   conferir_destinos(std::vector<NamedFile>{{saida, "--arquivo-fiscal"}},
                     std::vector<NamedFile>{{informacao, "--informacao"}});
   ArquivoDeInformacao texto(informacao);
@@ -158,7 +161,7 @@ int converter(int tipo, const std::string& informacao, const std::string& saida,
   if (tipo == 1)
     conversor.Exec_Sintegra(saida, texto);
   else
-    conversor.Exec_SPED_Fiscal_EFD(saida, texto, TRegFiscalVersao::v1);
+    conversor.Exec_SPED_Fiscal_EFD(saida, texto, TRegFiscalVersao::v1, efd);
   barra.Limpar();
   return 0;
 }
@@ -198,6 +201,7 @@ int principal(int argc, char** argv) {
       ->type_name("ARQUIVO");
   exp->add_flag("--sem-leitura-antecipada", o.sem_leitura_antecipada,
                 "Consulta cada nota à parte, sem ler adiante a lista inteira (para medir o que a leitura antecipada ganha)");
+  adicionar_opcoes_efd(*exp, o.efd);
 
   int tipo = 1;
   std::string informacao, saida, progresso = "auto";
@@ -209,6 +213,8 @@ int principal(int argc, char** argv) {
   conv->add_option("--informacao", informacao, "Arquivo de informações (SpedInformacao.txt)")->type_name("ARQUIVO")->required();
   conv->add_option("--arquivo-fiscal", saida, "Arquivo fiscal a gravar")->type_name("ARQUIVO")->required();
   conv->add_option("--progresso", progresso, kAjudaProgresso)->type_name("MODO")->check(um_de(kModosProgresso));
+  OpcoesEfdTexto efd;
+  adicionar_opcoes_efd(*conv, efd);
 
   int tipo_validar = 1;
   std::string arquivo;
@@ -230,7 +236,7 @@ int principal(int argc, char** argv) {
   }
   try {
     if (*exp) return exportar(o);
-    if (*conv) return converter(tipo, informacao, saida, progresso);
+    if (*conv) return converter(tipo, informacao, saida, progresso, opcoes_efd(efd));
     return validar(tipo_validar, arquivo);
   } catch (const ErroDeUso& e) {
     std::cerr << "infofiscal: " << e.what() << '\n';

@@ -18,16 +18,16 @@ void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, const std
 }
 
 void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto,
-                                              TRegFiscalVersao Versao) {
+                                              TRegFiscalVersao Versao, const OpcoesEfd& Opcoes) {
   TextoEmMemoria informacao(Texto);
-  Exec_SPED_Fiscal_EFD(NomeArquivo, informacao, Versao);
+  Exec_SPED_Fiscal_EFD(NomeArquivo, informacao, Versao, Opcoes);
 }
 
 std::string TOBJ_ArquivoFiscal::RelatorioDeProblemas(const std::string& NomeArquivo) {
   return NomeArquivo + ".problemas.txt";
 }
 
-void TOBJ_ArquivoFiscal::Gerar(const std::string& NomeArquivo, TextoDeInformacao& Informacao, Gerador gerar) {
+void TOBJ_ArquivoFiscal::Gerar(const std::string& NomeArquivo, TextoDeInformacao& Informacao, const Gerador& gerar) {
   const std::string relatorio = RelatorioDeProblemas(NomeArquivo);
   SaidaEmArquivo saida(NomeArquivo);
   try {
@@ -46,12 +46,18 @@ void TOBJ_ArquivoFiscal::Gerar(const std::string& NomeArquivo, TextoDeInformacao
 }
 
 void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, TextoDeInformacao& Informacao) {
-  Gerar(NomeArquivo, Informacao, gerar_sintegra);
+  Gerar(NomeArquivo, Informacao,
+        [](TextoDeInformacao& i, SaidaFiscal& s, const TProcLinhaInfo& l, const TProcProgresso& p) {
+          gerar_sintegra(i, s, l, p);
+        });
 }
 
 void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao,
-                                              TRegFiscalVersao) {
-  Gerar(NomeArquivo, Informacao, gerar_efd);
+                                              TRegFiscalVersao, const OpcoesEfd& Opcoes) {
+  Gerar(NomeArquivo, Informacao,
+        [&Opcoes](TextoDeInformacao& i, SaidaFiscal& s, const TProcLinhaInfo& l, const TProcProgresso& p) {
+          gerar_efd(i, s, l, p, Opcoes);
+        });
 }
 
 }  // namespace infofiscal

@@ -8,17 +8,21 @@
 // are disabled. Two buttons join the close button in the column at the right: "Sobre" (the
 // version) and "Cancelar", enabled only during a run, which stops it at its next progress
 // report with every file as it was. A run that ends well adds the summary of the files it
-// wrote to the log.
+// wrote to the log. For the SPED EFD (kind 2) a row of fields above the button takes what the
+// command line's EFD options take: the previous credit balance or last month's EFD file (with
+// a file picker), the state's revenue code and the due date of E116.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
+#include "cli/opcoes.h"
 #include "export/controle_exportacao.h"
 #include "gui/dialogo_salvar.h"
 #include "gui/dlg_dpadraoficha_tb.h"
 
 class QLabel;
+class QLineEdit;
 class QPlainTextEdit;
 class QProgressBar;
 
@@ -64,6 +68,10 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
 
   const ControleExportacao& Controle() const { return oControle; }
 
+  // The EFD fields, as typed; the setter fills them (the launcher's command line).
+  OpcoesEfdTexto OpcoesEFD() const;
+  void OpcoesEFD(const OpcoesEfdTexto& Value);
+
   QFrame* PnGerarArquivo;
   QPushButton* BtGerarArquivo;
   TDialogoSalvar oArquivoSalvar;
@@ -72,6 +80,11 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
   QPlainTextEdit* MmInformacao;
   QPushButton* BtCancelar;
   QPushButton* BtSobre;
+  QLineEdit* EdSaldoCredorAnterior;
+  QLineEdit* EdEfdAnterior;
+  QPushButton* BtEfdAnterior;
+  QLineEdit* EdCodigoReceita;
+  QLineEdit* EdVencimento;
 
  protected:
   // Captions the generate button by the kind set at that moment.
