@@ -82,13 +82,60 @@ const std::string kPlaceholders =
     "E116: o código de receita 000 e o vencimento 10/04/2024 são marcadores; confirme com as regras do estado antes "
     "de transmitir (opções --codigo-receita e --vencimento)";
 
+// The sale's lines of block C, and its debit: 90,00.
+const std::string kVendaC =
+    "|C100|1|0|1-15|55|00|1|456|35240311222333000181550010000004561000004568|10032024|10032024|500,00|2|0,00|0,00|"
+    "500,00|9|0,00|0,00|0,00|500,00|90,00|0,00|0,00|0,00|0,00|0,00|||\r\n"
+    "|C190|000|5102|18,00|500,00|500,00|90,00|0,00|0,00|0,00|0,00||\r\n";
+const std::string kBlocoDVazio = "|D001|1|\r\n|D990|2|\r\n";
+const std::string kE100 = "|E001|0|\r\n|E100|01032024|31032024|\r\n";
+// A purchase of 1000,00 booked without credit: C100 and C170 with ICMS 0, C190 of rate 0.
+std::string compra_sem_credito(std::string_view item, std::string_view cfop) {
+  return fmt::format(
+      "|C100|0|1|2-15|55|00|1|123|35240311444777000161550010000001231000001235|05032024|06032024|1000,00|2|0,00|0,00|"
+      "1000,00|9|0,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|||\r\n"
+      "|C170|1|{}||1,00000|UN|1000,00|0,00|0|000|{}||0,00|0,00|0,00|0,00||0,00||||0,00||0,00||0,00|0,0000|||0,00||"
+      "0,00|0,0000|||0,00|||\r\n"
+      "|C190|000|{}|0,00|1000,00|0,00|0,00|0,00|0,00|0,00|0,00||\r\n",
+      item, cfop, cfop);
+}
+// Debits 90,00 and no credit: 90,00 to pay, E116 with its placeholders.
+const std::string kE110Devedor =
+    "|E110|90,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|90,00|0,00|90,00|0,00|0,00|\r\n"
+    "|E116|000|90,00|10042024|000|||||032024|\r\n|E990|5|\r\n";
+const std::string kDoisDocumentos = "SPED EFD ICMS/IPI: 2 documentos escriturados";
+
 INSTANTIATE_TEST_SUITE_P(
     Efd, EfdEscrituracao,
     ::testing::Values(
-        CasoEscrituracao{"UsoEConsumo", mes(compra("4", "55", kChaveCompra, "3", "1556")), "", {}},
-        CasoEscrituracao{"AtivoImobilizado", mes(compra("1", "55", kChaveCompra, "1", "2551")), "", {}},
-        CasoEscrituracao{"ConhecimentoDeTransporte", mes(compra("4", "57", chave_cte(), "3", "1353")), "", {}},
-        CasoEscrituracao{"SaldoCredorEE116DasOpcoes", mes(""), "", {}, OpcoesEfd{1234, "", "046-2", 20240420}}),
+        CasoEscrituracao{"UsoEConsumo", mes(compra("4", "55", kChaveCompra, "3", "1556")),
+                         "|C001|0|\r\n" + compra_sem_credito("3-15", "1556") + kVendaC + "|C990|7|\r\n" + kBlocoDVazio +
+                             kE100 + kE110Devedor,
+                         {kPeriodo, kPlaceholders,
+                          "ICMS não creditado de entradas para uso e consumo (CFOP 1556, 2556, 3556, 1407, 2407): "
+                          "180,00; a Lei Complementar 87/96, art. 33, I, não dá crédito a essas entradas",
+                          kDoisDocumentos}},
+        CasoEscrituracao{"AtivoImobilizado", mes(compra("1", "55", kChaveCompra, "1", "2551")),
+                         "|C001|0|\r\n" + compra_sem_credito("1-15", "2551") + kVendaC + "|C990|7|\r\n" + kBlocoDVazio +
+                             kE100 + kE110Devedor,
+                         {kPeriodo, kPlaceholders,
+                          "ICMS não creditado de entradas para o ativo imobilizado (CFOP 1551, 2551, 3551, 1406, 2406): "
+                          "180,00; o crédito se apropria só pelo CIAP, 1/48 por mês (Lei Complementar 87/96, art. 20, "
+                          "§ 5º), e o bloco G não é gerado: lance-o à parte",
+                          kDoisDocumentos}},
+        // Freight of goods for resale: its ICMS is credited; the credit balance (90,00) is carried.
+        CasoEscrituracao{"ConhecimentoDeTransporte", mes(compra("4", "57", chave_cte(), "3", "1353")),
+                         "|C001|0|\r\n" + kVendaC + "|C990|4|\r\n|D001|0|\r\n|D100|0|1|2-15|57|00|1||123|" + chave_cte() +
+                             "|05032024|06032024|0||1000,00|0,00|1|1000,00|1000,00|180,00|0,00|||||\r\n"
+                             "|D190|000|1353|18,00|1000,00|1000,00|180,00|0,00||\r\n|D990|4|\r\n" +
+                             kE100 + "|E110|90,00|0,00|0,00|0,00|180,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|90,00|0,00|\r\n"
+                             "|E990|4|\r\n",
+                         {kPeriodo, kDoisDocumentos, "SPED EFD ICMS/IPI: 1 conhecimentos de transporte no registro D100"}},
+        CasoEscrituracao{"SaldoCredorEE116DasOpcoes", mes(""),
+                         "|C001|0|\r\n" + kVendaC + "|C990|4|\r\n" + kBlocoDVazio + kE100 +
+                             "|E110|90,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|12,34|77,66|0,00|77,66|0,00|0,00|\r\n"
+                             "|E116|000|77,66|20042024|046-2|||||032024|\r\n|E990|5|\r\n",
+                         {kPeriodo, "SPED EFD ICMS/IPI: 1 documentos escriturados"}, OpcoesEfd{1234, "", "046-2", 20240420}}),
     [](const auto& info) { return info.param.nome; });
 
 // Last month's file: February 2024 with one purchase whose credit (180,00) is carried.
