@@ -70,7 +70,7 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
       {"a period that is not a whole month", sobrescrever(1, 116, "20240330"),
        {"Registro 1: o período (campos 08 e 09) deve ir do primeiro ao último dia de um mês"}},
       {"types out of order", [](Registros& r) { std::swap(r[14], r[15]); },
-       {"Registro 16: registro tipo 54 depois do tipo 74: os tipos vêm agrupados, em ordem crescente"}},
+       {"Registro 16: registro tipo 54 depois do tipo 70: os tipos vêm agrupados, em ordem crescente"}},
       {"a 50 after the 54 of its document, which still has it",
        [](Registros& r) {
          const std::string r50 = r[4];
@@ -104,7 +104,7 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
         "991, 992, 993, 997, 998, 999"}},
       {"a special item with a product", sobrescrever(13, 38, "9"),
        {"Registro 13: o item especial 991 não leva código de produto nem quantidade"}},
-      {"a product without its 75", sobrescrever(21, 19, "9X"),
+      {"a product without its 75", sobrescrever(22, 19, "9X"),
        {"Registro 12: produto '9' sem registro 75"}},
       {"an inventory product without its 75", sobrescrever(21, 19, "8X"),
        {"Registro 11: produto '8' sem registro 75", "Registro 18: produto '8' sem registro 75"}},
