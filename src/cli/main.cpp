@@ -32,6 +32,7 @@ namespace infofiscal {
 namespace {
 
 struct OpcoesExportar : OpcoesRegistro {
+  OpcoesEfdTexto efd;
   std::string arquivo_fiscal, gravar_snapshot, relatorio, progresso = "auto";
   bool somente_informacao = false, sem_leitura_antecipada = false;
 };
@@ -115,6 +116,7 @@ int exportar(const OpcoesExportar& o) {
   controle.oExportaInfoFiscal.CodRegistroFiscal(o.registro);
   controle.SomenteInformacao = o.somente_informacao;
   controle.Relatorio = o.relatorio;
+  controle.OpcoesEFD = opcoes_efd(o.efd);
 
   const auto salvar_snapshot = [&] {
     if (gravador) gravador->Save(o.gravar_snapshot);
@@ -159,6 +161,7 @@ void ler_em_pedacos(const std::string& path, const std::function<void(std::strin
 struct OpcoesConverter {
   int tipo = 1;
   std::string informacao, saida, relatorio, progresso = "auto";
+  OpcoesEfdTexto efd;
 };
 
 int converter(const OpcoesConverter& o) {
@@ -177,7 +180,7 @@ int converter(const OpcoesConverter& o) {
   if (o.tipo == 1)
     conversor.Exec_Sintegra(o.saida, texto);
   else
-    conversor.Exec_SPED_Fiscal_EFD(o.saida, texto, TRegFiscalVersao::v1);
+    conversor.Exec_SPED_Fiscal_EFD(o.saida, texto, TRegFiscalVersao::v1, opcoes_efd(o.efd));
   barra.Limpar();
   std::vector<ArquivoGravado> gravados{ArquivoGravado::Fiscal(static_cast<TRegistroFiscal>(o.tipo), o.saida,
                                                               conversor.Registros())};
@@ -226,6 +229,7 @@ int principal(int argc, char** argv) {
   exp->add_option("--relatorio", o.relatorio, kAjudaRelatorio)->type_name("ARQUIVO");
   exp->add_flag("--sem-leitura-antecipada", o.sem_leitura_antecipada,
                 "Consulta cada nota à parte, sem ler adiante a lista inteira (para medir o que a leitura antecipada ganha)");
+  adicionar_opcoes_efd(*exp, o.efd);
 
   OpcoesConverter c;
   auto* conv = app.add_subcommand("converter", "Converte um SpedInformacao.txt no arquivo SINTEGRA ou SPED EFD");
@@ -237,6 +241,7 @@ int principal(int argc, char** argv) {
   conv->add_option("--arquivo-fiscal", c.saida, "Arquivo fiscal a gravar")->type_name("ARQUIVO")->required();
   conv->add_option("--relatorio", c.relatorio, kAjudaRelatorio)->type_name("ARQUIVO");
   conv->add_option("--progresso", c.progresso, kAjudaProgresso)->type_name("MODO")->check(um_de(kModosProgresso));
+  adicionar_opcoes_efd(*conv, c.efd);
 
   int tipo_validar = 1;
   std::string arquivo;

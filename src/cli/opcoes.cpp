@@ -13,6 +13,7 @@
 #include "cli/terminal.h"
 #include "host/client_dataset.h"
 #include "base/error.h"
+#include "base/value.h"
 
 namespace infofiscal {
 
@@ -190,6 +191,88 @@ CLI::Validator um_de(const std::vector<std::string>& aceitos) {
         return "'" + texto + "' não é um dos valores aceitos (" + lista + ")";
       },
       "");
+}
+
+void adicionar_opcoes_efd(CLI::App& app, OpcoesEfdTexto& o) {
+  app.add_option("--saldo-credor-anterior", o.saldo_credor_anterior,
+                 "SPED EFD: saldo credor do ICMS do mês anterior (E110 VL_SLD_CREDOR_ANT), como 1.234,56")
+      ->type_name("VALOR");
+  app.add_option("--efd-anterior", o.efd_anterior,
+                 "SPED EFD: arquivo EFD do mês anterior, da mesma empresa, de onde vem o saldo credor a transportar")
+      ->type_name("ARQUIVO");
+  app.add_option("--codigo-receita", o.codigo_receita, "SPED EFD: código de receita do ICMS no estado (E116 COD_REC)")
+      ->type_name("CÓDIGO");
+  app.add_option("--vencimento", o.vencimento, "SPED EFD: vencimento do ICMS a recolher (E116 DT_VCTO)")
+      ->type_name("DD/MM/AAAA");
+}
+
+namespace {
+
+// "1.234,56" -> 123456 hundredths; nullopt when it is not a non-negative amount of at most two
+// decimals (dots only between groups of three digits).
+std::optional<std::int64_t> valor_brasileiro(std::string_view s) {
+  const std::size_t virgula = std::min(s.find(','), s.size());
+  const std::string_view inteira = s.substr(0, virgula), decimais = s.substr(std::min(virgula + 1, s.size()));
+  if (inteira.empty() || decimais.size() > 2 || (virgula < s.size() && decimais.empty())) return std::nullopt;
+  std::int64_t v = 0;
+  int digitos_no_grupo = 0;
+  bool com_pontos = false;
+  for (std::size_t i = 0; i < inteira.size(); ++i) {
+    const char c = inteira[i];
+    if (c == '.') {
+      if (i == 0 || (com_pontos && digitos_no_grupo != 3) || (!com_pontos && digitos_no_grupo > 3)) return std::nullopt;
+      com_pontos = true;
+      digitos_no_grupo = 0;
+    } else if (c >= '0' && c <= '9' && v < std::numeric_limits<std::int64_t>::max() / 1000) {
+      v = v * 10 + (c - '0');
+      ++digitos_no_grupo;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (com_pontos && digitos_no_grupo != 3) return std::nullopt;
+  for (std::size_t i = 0; i < 2; ++i) {
+    if (i < decimais.size() && (decimais[i] < '0' || decimais[i] > '9')) return std::nullopt;
+    v = v * 10 + (i < decimais.size() ? decimais[i] - '0' : 0);
+  }
+  return v;
+}
+
+// "31/03/2024" -> 20240331; nullopt when it is not a real day.
+std::optional<std::int32_t> data_brasileira(std::string_view s) {
+  if (s.size() != 10 || s[2] != '/' || s[5] != '/') return std::nullopt;
+  for (const std::size_t i : {0, 1, 3, 4, 6, 7, 8, 9})
+    if (s[i] < '0' || s[i] > '9') return std::nullopt;
+  const auto n = [&](std::size_t i, std::size_t k) {
+    int v = 0;
+    for (std::size_t j = i; j < i + k; ++j) v = v * 10 + (s[j] - '0');
+    return v;
+  };
+  const int d = n(0, 2), m = n(3, 2), a = n(6, 4);
+  if (m < 1 || m > 12 || d < 1 || d > days_in_month(m, a)) return std::nullopt;
+  return a * 10000 + m * 100 + d;
+}
+
+}  // namespace
+
+OpcoesEfd opcoes_efd(const OpcoesEfdTexto& o) {
+  OpcoesEfd efd;
+  if (!o.saldo_credor_anterior.empty() && !o.efd_anterior.empty())
+    throw ErroDeUso("--saldo-credor-anterior e --efd-anterior não se usam juntas: o saldo vem de um ou do outro");
+  if (!o.saldo_credor_anterior.empty()) {
+    const auto v = valor_brasileiro(o.saldo_credor_anterior);
+    if (!v)
+      throw ErroDeUso(fmt::format("--saldo-credor-anterior '{}' não é um valor como 1.234,56", o.saldo_credor_anterior));
+    efd.saldo_credor_anterior = *v;
+  }
+  if (!o.vencimento.empty()) {
+    const auto d = data_brasileira(o.vencimento);
+    if (!d) throw ErroDeUso(fmt::format("--vencimento '{}' não é uma data DD/MM/AAAA", o.vencimento));
+    efd.vencimento = *d;
+  }
+  efd.efd_anterior = o.efd_anterior;
+  efd.codigo_receita = o.codigo_receita;
+  return efd;
 }
 
 void adicionar_opcoes_registro(CLI::App& app, OpcoesRegistro& o) {

@@ -16,6 +16,7 @@
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "export/obj_exportainfofiscal.h"
+#include "fiscal/efd.h"
 #include "host/framework.h"
 
 namespace infofiscal {
@@ -32,6 +33,20 @@ struct OpcoesRegistro {
   int registro = 0, tipo = 0, compra = 0, venda = 0;
   std::optional<int> mes, ano, empresa;
 };
+
+// What the EFD's block E takes from the run, as typed (read by opcoes_efd).
+struct OpcoesEfdTexto {
+  std::string saldo_credor_anterior, efd_anterior, codigo_receita, vencimento;
+};
+
+// Declares --saldo-credor-anterior VALOR, --efd-anterior ARQUIVO, --codigo-receita CÓDIGO and
+// --vencimento DD/MM/AAAA on `app`, stored into `o`.
+void adicionar_opcoes_efd(CLI::App& app, OpcoesEfdTexto& o);
+
+// The options read: the balance a Brazilian decimal ("1.234,56", "1234,5", "0"), the due date
+// dd/mm/aaaa. Throws ErroDeUso naming the option and the value when one does not read, or when
+// both the balance and the previous file are given.
+OpcoesEfd opcoes_efd(const OpcoesEfdTexto& o);
 
 // The version of the product, as CMake's project() gives it ("1.0.0").
 const char* versao();

@@ -127,7 +127,7 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, c
     if (tipo == 1)
       conversor.Exec_Sintegra(NomeArquivo, Texto);
     else
-      conversor.Exec_SPED_Fiscal_EFD(NomeArquivo, Texto, TRegFiscalVersao::v1);
+      conversor.Exec_SPED_Fiscal_EFD(NomeArquivo, Texto, TRegFiscalVersao::v1, OpcoesEFD);
   } catch (const ExecucaoCancelada&) {
     informacao_.reset();
     throw;

@@ -13,6 +13,7 @@
 
 #include "base/list_saver.h"
 #include "export/obj_exportainfofiscal.h"
+#include "fiscal/efd.h"
 #include "host/framework.h"
 
 namespace infofiscal {
@@ -63,6 +64,8 @@ class ControleExportacao {
   // Set when no converter follows (the command's --somente-informacao): the saved text is not
   // kept, which halves the memory of a large month.
   bool SomenteInformacao = false;
+  // What the EFD's block E takes from the front (carried balance, E116); kind 2 only.
+  OpcoesEfd OpcoesEFD;
 
   // Hands the saved text to the converter: kind 1 SINTEGRA, kind 2 SPED EFD (first layout
   // version); any other kind calls no converter. A fiscal file or report that is one of the

@@ -18,16 +18,16 @@ void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, const std
 }
 
 void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto,
-                                              TRegFiscalVersao Versao) {
+                                              TRegFiscalVersao Versao, const OpcoesEfd& Opcoes) {
   TextoEmMemoria informacao(Texto);
-  Exec_SPED_Fiscal_EFD(NomeArquivo, informacao, Versao);
+  Exec_SPED_Fiscal_EFD(NomeArquivo, informacao, Versao, Opcoes);
 }
 
 namespace {
 
 // Runs the converter; a month with problems leaves the whole list in `lista` and ends in an
 // Error that says where it is.
-void converte(TOBJ_ArquivoFiscal::Gerador gerador, TextoDeInformacao& informacao, SaidaFiscal& saida,
+void converte(const TOBJ_ArquivoFiscal::Gerador& gerador, TextoDeInformacao& informacao, SaidaFiscal& saida,
               const TProcLinhaInfo& info, const TProcProgresso& progresso, const std::string& lista) {
   try {
     gerador(informacao, saida, info, progresso);
@@ -44,16 +44,22 @@ std::string TOBJ_ArquivoFiscal::RelatorioDeProblemas(const std::string& NomeArqu
 }
 
 void TOBJ_ArquivoFiscal::Exec_Sintegra(const std::string& NomeArquivo, TextoDeInformacao& Informacao) {
-  Executar(1, NomeArquivo, Informacao, gerar_sintegra);
+  Executar(1, NomeArquivo, Informacao,
+           [](TextoDeInformacao& i, SaidaFiscal& s, const TProcLinhaInfo& l, const TProcProgresso& p) {
+             gerar_sintegra(i, s, l, p);
+           });
 }
 
 void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao,
-                                              TRegFiscalVersao) {
-  Executar(2, NomeArquivo, Informacao, gerar_efd);
+                                              TRegFiscalVersao, const OpcoesEfd& Opcoes) {
+  Executar(2, NomeArquivo, Informacao,
+           [&Opcoes](TextoDeInformacao& i, SaidaFiscal& s, const TProcLinhaInfo& l, const TProcProgresso& p) {
+             gerar_efd(i, s, l, p, Opcoes);
+           });
 }
 
 void TOBJ_ArquivoFiscal::Executar(int tipo, const std::string& NomeArquivo, TextoDeInformacao& Informacao,
-                                  Gerador gerador) {
+                                  const Gerador& gerador) {
   relatorio_gravado_ = false;
   if (!Relatorio.empty()) {
     const NamedFile destinos[] = {{NomeArquivo, "o arquivo fiscal"}, {Relatorio, "o relatório"}};

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
+#include "fiscal/efd.h"
 #include "fiscal/saida.h"
 #include "host/framework.h"
 #include "informacao/texto.h"
@@ -35,11 +37,14 @@ class TOBJ_ArquivoFiscal {
   // and the whole list is written to RelatorioDeProblemas(NomeArquivo); a successful call
   // removes such a list left by an earlier one.
   void Exec_Sintegra(const std::string& NomeArquivo, const std::string& Texto);
-  // Writes the SPED EFD ICMS/IPI file `NomeArquivo` from the information text, the same way.
-  void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto, TRegFiscalVersao Versao);
+  // Writes the SPED EFD ICMS/IPI file `NomeArquivo` from the information text, the same way;
+  // `Opcoes` gives block E what the information file lacks (carried balance, E116).
+  void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, const std::string& Texto, TRegFiscalVersao Versao,
+                            const OpcoesEfd& Opcoes = {});
   // The same from an information text read a piece at a time (the saved file, of any size).
   void Exec_Sintegra(const std::string& NomeArquivo, TextoDeInformacao& Informacao);
-  void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao, TRegFiscalVersao Versao);
+  void Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, TextoDeInformacao& Informacao, TRegFiscalVersao Versao,
+                            const OpcoesEfd& Opcoes = {});
 
   // The records (lines) of the file the last successful call wrote; 0 before one.
   std::size_t Registros() const { return registros_; }
@@ -47,13 +52,13 @@ class TOBJ_ArquivoFiscal {
   bool RelatorioGravado() const { return relatorio_gravado_; }
 
   // A converter: gerar_sintegra or gerar_efd.
-  using Gerador = void (*)(TextoDeInformacao&, SaidaFiscal&, const TProcLinhaInfo&, const TProcProgresso&);
+  using Gerador = std::function<void(TextoDeInformacao&, SaidaFiscal&, const TProcLinhaInfo&, const TProcProgresso&)>;
 
   // "`NomeArquivo`.problemas.txt": the list of every problem of a month that was not converted.
   static std::string RelatorioDeProblemas(const std::string& NomeArquivo);
 
  private:
-  void Executar(int tipo, const std::string& NomeArquivo, TextoDeInformacao& Informacao, Gerador gerador);
+  void Executar(int tipo, const std::string& NomeArquivo, TextoDeInformacao& Informacao, const Gerador& gerador);
 
   std::size_t registros_ = 0;
   bool relatorio_gravado_ = false;

@@ -1,16 +1,20 @@
 #include "fiscal/efd.h"
 
+#include <cerrno>
+#include <fstream>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "base/code_page.h"
 #include "base/error.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "fiscal/efd_validador.h"
+#include "fiscal/identidade.h"
 #include "fiscal/problemas.h"
 #include "informacao/esquema.h"
 #include "informacao/leitor.h"
@@ -165,7 +169,64 @@ struct Grupo {
 struct Totais {
   std::int64_t doc = 0, desc = 0, merc = 0, frt = 0, seg = 0, out = 0, bc = 0, icms = 0, bc_st = 0, st = 0, ipi = 0,
                pis = 0, cofins = 0;
+  std::int64_t uso_consumo = 0, imobilizado = 0;  // the ICMS of the document not credited, by reason
 };
+
+// ---- the balance carried from last month's file
+
+// The fields of a record line "|REG|f2|f3|...|" (CR LF dropped): [0] is REG.
+std::vector<std::string_view> campos_do_registro(std::string_view linha) {
+  if (!linha.empty() && linha.back() == '\r') linha.remove_suffix(1);
+  std::vector<std::string_view> campos;
+  if (linha.size() < 2 || linha.front() != '|' || linha.back() != '|') return campos;
+  linha = linha.substr(1, linha.size() - 2);
+  for (std::size_t pos = 0;;) {
+    const std::size_t fim = linha.find('|', pos);
+    campos.push_back(linha.substr(pos, fim - pos));
+    if (fim == std::string_view::npos) return campos;
+    pos = fim + 1;
+  }
+}
+
+std::string data_de(std::string_view ddmmaaaa) {
+  return ddmmaaaa.size() == 8 ? fmt::format("{}/{}/{}", ddmmaaaa.substr(0, 2), ddmmaaaa.substr(2, 2), ddmmaaaa.substr(4))
+                              : fmt::format("'{}'", ddmmaaaa);
+}
+
+// E110 VL_SLD_CREDOR_TRANSPORTAR of last month's file `caminho`, after checking that its 0000
+// is the company of line 02 (CNPJ and IE) and the month before [dt_ini, dt_fin]. Reads up to its
+// E110; throws Error naming the file and both values when it is another company or month.
+std::int64_t saldo_da_efd_anterior(const std::string& caminho, const LinhaInformacao& empresa, Dia dt_ini, Dia dt_fin) {
+  std::ifstream arquivo(caminho, std::ios::binary);
+  if (!arquivo)
+    throw Error(fmt::format("Não foi possível ler o arquivo EFD anterior '{}': {}", caminho, system_reason(errno)));
+  const std::string nome = fmt::format("O arquivo EFD anterior '{}'", caminho);
+  std::string linha;
+  std::getline(arquivo, linha);
+  const std::vector<std::string_view> r0000 = campos_do_registro(linha);
+  if (r0000.size() < 10 || r0000[0] != "0000") throw Error(nome + " não começa pelo registro 0000");
+  const std::string cnpj = digitos(empresa.texto(L02::Cnpj)), ie = digitos(empresa.texto(L02::Ie));
+  if (r0000[6] != cnpj || r0000[9] != ie)
+    throw Error(fmt::format("{} é de outra empresa: CNPJ {} e IE {} no seu 0000; este arquivo é do CNPJ {} e IE {}", nome,
+                            r0000[6], r0000[9], cnpj, ie));
+  // The month before: its first day, and the day before this period's first.
+  const int mes = dt_ini / 100 % 100, ano = dt_ini / 10000;
+  const Dia ini = (mes == 1 ? (ano - 1) * 10000 + 1201 : ano * 10000 + (mes - 1) * 100 + 1);
+  const Dia fim = ini / 100 * 100 + days_in_month(ini / 100 % 100, ini / 10000);
+  if (ler_data(r0000[3]) != ini || ler_data(r0000[4]) != fim)
+    throw Error(fmt::format("{} é do período de {} a {}; o mês anterior ao deste arquivo ({} a {}) vai de {} a {}", nome,
+                            data_de(r0000[3]), data_de(r0000[4]), data_de(data_texto(dt_ini)),
+                            data_de(data_texto(dt_fin)), data_de(data_texto(ini)), data_de(data_texto(fim))));
+  while (std::getline(arquivo, linha)) {
+    const std::vector<std::string_view> r = campos_do_registro(linha);
+    if (r.empty() || r[0] != "E110") continue;
+    std::int64_t saldo = 0;
+    if (r.size() < 14 || !ler_numero(r[13], 2, saldo))
+      throw Error(fmt::format("{}: o E110 não tem um VL_SLD_CREDOR_TRANSPORTAR legível em {}", nome, linha));
+    return saldo;
+  }
+  throw Error(nome + " não tem o registro E110");
+}
 
 // ---- the file, written in a second pass
 
@@ -177,8 +238,8 @@ struct Totais {
 class GeradorEfd final : public LeitorDeInformacao {
  public:
   GeradorEfd(const Cadastros& cadastros, int notas, SaidaFiscal& saida, const TProcLinhaInfo& info,
-             const TProcProgresso& progresso)
-      : cadastros_(cadastros), notas_(notas), info_(info), progresso_(progresso), out_(saida) {}
+             const TProcProgresso& progresso, const OpcoesEfd& opcoes)
+      : cadastros_(cadastros), notas_(notas), info_(info), progresso_(progresso), opcoes_(opcoes), out_(saida) {}
 
   void cabecalho(const CabecalhoInformacao& c) override {
     confere_cabecalho(c);  // again: a saved file may have changed since the first reading
@@ -192,6 +253,9 @@ class GeradorEfd final : public LeitorDeInformacao {
     if (r.texto(L01::TipoAtividade) == "0")
       info("Estabelecimento industrial (IND_ATIV 0): a apuração do IPI (E500) não é gerada");
     bloco_0(r, c.empresa, *c.contador);
+    saldo_credor_anterior_ = opcoes_.efd_anterior.empty()
+                                 ? opcoes_.saldo_credor_anterior
+                                 : saldo_da_efd_anterior(opcoes_.efd_anterior, c.empresa, dt_ini_, dt_fin_);
   }
 
   void nota(const NotaInformacao& nota) override {
@@ -204,6 +268,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   }
 
   void inventario(const InventarioInformacao& inv) override {
+    if (inv.cabecalho.tipo == L18::kTipo) mes_do_inventario(inv.cabecalho);
     try {
       h005(inv);
     } catch (const DataProblem& p) {
@@ -224,13 +289,28 @@ class GeradorEfd final : public LeitorDeInformacao {
     out_.encerra('K');
     out_.registro("1010", {texto("N"), texto("N"), texto("N"), texto("N"), texto("N"), texto("N"), texto("N"),
                            texto("N"), texto("N"), texto("N"), texto("N"), texto("N"), texto("N")});
+    nao_creditado();
     info(fmt::format("SPED EFD ICMS/IPI: {} documentos escriturados", documentos_));
+    if (transportes_) info(fmt::format("SPED EFD ICMS/IPI: {} conhecimentos de transporte no registro D100", transportes_));
     out_.conclui();
   }
 
  private:
   void info(const std::string& s) const {
     if (info_) info_(s);
+  }
+
+  // The ICMS of the documents' entries that the law does not let the company credit, and why.
+  void nao_creditado() const {
+    if (uso_consumo_)
+      info(fmt::format("ICMS não creditado de entradas para uso e consumo (CFOP 1556, 2556, 3556, 1407, 2407): {}; "
+                       "a Lei Complementar 87/96, art. 33, I, não dá crédito a essas entradas",
+                       valor_texto(uso_consumo_)));
+    if (imobilizado_)
+      info(fmt::format("ICMS não creditado de entradas para o ativo imobilizado (CFOP 1551, 2551, 3551, 1406, 2406): {}; "
+                       "o crédito se apropria só pelo CIAP, 1/48 por mês (Lei Complementar 87/96, art. 20, § 5º), e "
+                       "o bloco G não é gerado: lance-o à parte",
+                       valor_texto(imobilizado_)));
   }
 
   // ---- block C
@@ -254,7 +334,9 @@ class GeradorEfd final : public LeitorDeInformacao {
     const std::string_view sit = cod_sit(h.texto(L04::Situacao));
     if (sit.empty()) falha(h, "situação de nota desconhecida", fmt::format("situação '{}' da nota desconhecida", h.texto(L04::Situacao)));
     const std::string mod = codigo(h.texto(L04::Modelo), 2);
-    if (!R("C100").campos[4].permite(mod)) {
+    // Transport documents go to D100 when the company took the service (a purchase's freight).
+    const bool transporte = modelo_transporte(mod) && e->ind_oper == '0' && e->ind_emit == '1';
+    if (!transporte && !R("C100").campos[4].permite(mod)) {
       info(descreve(h, *e) +
            fmt::format(": modelo {} não se escritura no registro C100; não escriturada", h.texto(L04::Modelo)));
       return true;
@@ -304,35 +386,80 @@ class GeradorEfd final : public LeitorDeInformacao {
     unidades.usa(unid);
   }
 
-  // The C190 groups and the C100 sums of a note's items.
-  static void agrupa(const NotaInformacao& nota, const Especie& e, std::vector<Grupo>& grupos, Totais& t) {
+  // The ICMS of an item as the file books it: the document's, or none on an entry the law gives
+  // no credit for (the amount not credited is kept for the run's info line).
+  struct IcmsDoItem {
+    std::int64_t bc, aliq, icms;
+    SemCredito sem_credito;
+  };
+  static IcmsDoItem icms_do_item(const LinhaInformacao& i) {
+    const SemCredito s = sem_credito(codigo(i.texto(L06::Cfop), 4));
+    if (s != SemCredito::Nao) return {0, 0, 0, s};
+    return {i.centesimos(L06::IcmsBase), i.centesimos(L06::IcmsAliquota), i.centesimos(L06::IcmsValor), s};
+  }
+
+  // Throws DataProblem for what keeps an item out of the file: a code the layout refuses, a
+  // negative amount, and, for a document whose items the file lists (`cadastro`), an item or
+  // unit missing from the catalogues.
+  void confere_item(const NotaInformacao& nota, const Especie& e, const LinhaInformacao& i, bool cadastro) {
+    const auto culpa = [&] { return descreve(nota.cabecalho, e) + fmt::format(": item {}", i.texto(L06::Item)); };
+    const std::string cst = codigo(i.texto(L06::IcmsCst), 3), cfop = codigo(i.texto(L06::Cfop), 4);
+    if (!cst_icms_valido(cst))
+      throw DataProblem("CST do ICMS inválido", culpa() + fmt::format(" com CST do ICMS '{}' inválido", i.texto(L06::IcmsCst)));
+    const int destino = cfop.size() == 4 ? apuracao_cfop(cfop) : 0;
+    if (destino == 0) throw DataProblem("CFOP inválido", culpa() + fmt::format(" com CFOP '{}' inválido", i.texto(L06::Cfop)));
+    if ((destino > 0) != (e.ind_oper == '1') && cfop != "1605" && cfop != "5605")
+      throw DataProblem("CFOP de saída numa entrada, ou de entrada numa saída",
+                        culpa() + fmt::format(" com CFOP {} de {} numa nota de {}", cfop, destino > 0 ? "saída" : "entrada",
+                                              e.ind_oper == '1' ? "saída" : "entrada"));
+    try {
+      confere_valores_do_item(i);
+    } catch (const DataProblem& p) {
+      throw p.within(descreve(nota.cabecalho, e) + ": ");
+    }
+    if (!cadastro) return;
+    const auto onde = [&] { return descreve(nota.cabecalho, e) + fmt::format(", item {}", i.texto(L06::Item)); };
+    item(chave(i.texto(L06::TipoItem), i.texto(L06::Produto)), itens_usados_, unidades_usadas_, onde);
+    unidade(i.texto(L06::Unidade), unidades_usadas_, onde);
+  }
+
+  // Every item of a note checked, each problem listed; false when one of them cannot be booked,
+  // and then the note is not either.
+  bool itens_escrituraveis(const NotaInformacao& nota, const Especie& e, bool cadastro) {
+    bool ok = true;
+    for (const LinhaInformacao& i : nota.itens) {
+      try {
+        confere_item(nota, e, i, cadastro);
+      } catch (const DataProblem& p) {
+        problemas_.anota(p);
+        ok = false;
+      }
+    }
+    return ok;
+  }
+
+  // The C190 (D190) groups and the C100 (D100) sums of a note's items, checked before.
+  void agrupa(const NotaInformacao& nota, std::vector<Grupo>& grupos, Totais& t) {
     for (const LinhaInformacao& i : nota.itens) {
       std::string cst = codigo(i.texto(L06::IcmsCst), 3), cfop = codigo(i.texto(L06::Cfop), 4);
-      const auto culpa = [&] { return descreve(nota.cabecalho, e) + fmt::format(": item {}", i.texto(L06::Item)); };
-      if (!cst_icms_valido(cst))
-        throw DataProblem("CST do ICMS inválido", culpa() + fmt::format(" com CST do ICMS '{}' inválido", i.texto(L06::IcmsCst)));
-      const int destino = cfop.size() == 4 ? apuracao_cfop(cfop) : 0;
-      if (destino == 0) throw DataProblem("CFOP inválido", culpa() + fmt::format(" com CFOP '{}' inválido", i.texto(L06::Cfop)));
-      if ((destino > 0) != (e.ind_oper == '1') && cfop != "1605" && cfop != "5605")
-        throw DataProblem("CFOP de saída numa entrada, ou de entrada numa saída",
-                          culpa() + fmt::format(" com CFOP {} de {} numa nota de {}", cfop, destino > 0 ? "saída" : "entrada",
-                                          e.ind_oper == '1' ? "saída" : "entrada"));
-      const std::int64_t aliq = i.centesimos(L06::IcmsAliquota);
+      const IcmsDoItem icms = icms_do_item(i);
       Grupo* g = nullptr;
       for (auto& x : grupos)
-        if (x.cst == cst && x.cfop == cfop && x.aliq == aliq) g = &x;
-      if (!g) g = &grupos.emplace_back(Grupo{std::move(cst), std::move(cfop), aliq});
+        if (x.cst == cst && x.cfop == cfop && x.aliq == icms.aliq) g = &x;
+      if (!g) g = &grupos.emplace_back(Grupo{std::move(cst), std::move(cfop), icms.aliq});
       const std::int64_t item = i.centesimos(L06::PrecoTotal), desc = i.centesimos(L06::Desconto),
                          frt = i.centesimos(L06::Frete), seg = i.centesimos(L06::Seguro),
-                         out = i.centesimos(L06::OutrasDespesas), bc = i.centesimos(L06::IcmsBase),
-                         icms = i.centesimos(L06::IcmsValor), bc_st = i.centesimos(L06::IcmsStBase),
+                         out = i.centesimos(L06::OutrasDespesas), bc = icms.bc, bc_st = i.centesimos(L06::IcmsStBase),
                          st = i.centesimos(L06::IcmsStValor), ipi = i.centesimos(L06::IpiValor);
       const std::int64_t base_cheia = item - desc + frt + seg + out;
       const std::int64_t opr = base_cheia + st + ipi;
-      const bool reducao = g->cst.ends_with("20") || g->cst.ends_with("70");
+      // A reduced base only where there is a base: an entry without credit has none.
+      const bool reducao = icms.sem_credito == SemCredito::Nao && (g->cst.ends_with("20") || g->cst.ends_with("70"));
+      if (icms.sem_credito == SemCredito::UsoConsumo) t.uso_consumo += i.centesimos(L06::IcmsValor);
+      if (icms.sem_credito == SemCredito::Imobilizado) t.imobilizado += i.centesimos(L06::IcmsValor);
       g->opr += opr;
       g->bc += bc;
-      g->icms += icms;
+      g->icms += icms.icms;
       g->bc_st += bc_st;
       g->st += st;
       g->ipi += ipi;
@@ -344,7 +471,7 @@ class GeradorEfd final : public LeitorDeInformacao {
       t.seg += seg;
       t.out += out;
       t.bc += bc;
-      t.icms += icms;
+      t.icms += icms.icms;
       t.bc_st += bc_st;
       t.st += st;
       t.ipi += ipi;
@@ -353,14 +480,25 @@ class GeradorEfd final : public LeitorDeInformacao {
     }
   }
 
+  // The group's ICMS into E110: debits of exits, credits of entries.
+  void apura(const Grupo& g) {
+    const int destino = apuracao_cfop(g.cfop);
+    if (destino > 0) debitos_ += g.icms;
+    if (destino < 0) creditos_ += g.icms;
+  }
+
   void regular(const NotaInformacao& nota, const Especie& e, const Valor& oper, const Valor& emit,
                const std::string& mod, const std::string& num) {
     const LinhaInformacao& h = nota.cabecalho;
     if (nota.itens.empty()) throw DataProblem("nota sem itens", descreve(h, e) + ": sem itens (linhas 06)");
     participante(nota, e);
+    const bool transporte = modelo_transporte(mod);
+    // Items (C170) only on third-party documents: an own NF-e's items are in its XML; D100 has none.
+    const bool com_c170 = e.ind_emit == '1' && !transporte;
+    if (!itens_escrituraveis(nota, e, com_c170)) return;
     grupos_.clear();
     Totais t;
-    agrupa(nota, e, grupos_, t);
+    agrupa(nota, grupos_, t);
     if (std::llabs(h.centesimos(L04::Total) - t.doc) > 1)
       info(descreve(h, e) + fmt::format(": total da nota {} difere da soma dos itens; escriturada a soma dos itens",
                                         h.texto(L04::Total)));
@@ -375,23 +513,55 @@ class GeradorEfd final : public LeitorDeInformacao {
     // An entry or exit date outside the document's date and the period is left out (optional field).
     const Valor dt_e_s = dt_es >= dt_doc && dt_es <= dt_fin_ ? data(dt_es) : vazio();
     const std::string cod_part = chave(nota.parte->texto(L05::Papel), nota.parte->texto(L05::Codigo));
+    uso_consumo_ += t.uso_consumo;
+    imobilizado_ += t.imobilizado;
+    if (transporte) {
+      d100(nota, e, mod, num, cod_part, dt_doc, dt_e_s, t);
+      return;
+    }
     out_.registro("C100", {oper, emit, texto(cod_part), texto(mod), texto("00"), texto(h.texto(L04::Serie)), texto(num),
                            modelo_eletronico(mod) ? texto(h.texto(L04::Chave)) : vazio(), data(dt_doc), dt_e_s,
                            centesimos(t.doc), texto("2"), centesimos(t.desc), centesimos(0), centesimos(t.merc),
                            texto(t.frt ? "0" : "9"), centesimos(t.frt), centesimos(t.seg), centesimos(t.out),
                            centesimos(t.bc), centesimos(t.icms), centesimos(t.bc_st), centesimos(t.st),
                            centesimos(t.ipi), centesimos(t.pis), centesimos(t.cofins), vazio(), vazio()});
-    // Items (C170) only on third-party documents: an own NF-e's items are in its XML.
-    if (e.ind_emit == '1')
-      for (const LinhaInformacao& i : nota.itens) c170(i, h, e);
+    if (com_c170)
+      for (const LinhaInformacao& i : nota.itens) c170(i);
     for (const Grupo& g : grupos_) {
       out_.registro("C190", {texto(g.cst), texto(g.cfop), centesimos(g.aliq), centesimos(g.opr), centesimos(g.bc),
                              centesimos(g.icms), centesimos(g.bc_st), centesimos(g.st), centesimos(g.red_bc),
                              centesimos(g.ipi), vazio()});
-      const int destino = apuracao_cfop(g.cfop);
-      if (destino > 0) debitos_ += g.icms;
-      if (destino < 0) creditos_ += g.icms;
+      apura(g);
     }
+  }
+
+  // ---- block D: the transport documents of purchases, written ahead; they wait until block C
+  // is closed
+
+  void d100(const NotaInformacao& nota, const Especie& e, const std::string& mod, const std::string& num,
+            const std::string& cod_part, Dia dt_doc, const Valor& dt_a_p, const Totais& t) {
+    const LinhaInformacao& h = nota.cabecalho;
+    const std::string_view chv = h.texto(L04::Chave);
+    const identidade::Verificacao v = identidade::verificar_chave(chv);
+    if (!v) throw DataProblem("chave de acesso inválida", descreve(h, e) + fmt::format(": chave de acesso '{}': {}", chv, v.motivo));
+    if (identidade::partes_da_chave(chv).modelo != mod)
+      throw DataProblem("chave de acesso inválida",
+                        descreve(h, e) + fmt::format(": chave de acesso '{}' de outro modelo que o {} da nota", chv, mod));
+    const auto municipio = [&h](int coluna) {
+      const std::string c = digitos(h.texto(coluna));
+      return c.size() == 7 ? texto(c) : vazio();
+    };
+    out_.registro("D100", {texto("0"), texto("1"), texto(cod_part), texto(mod), texto("00"), texto(h.texto(L04::Serie)),
+                           vazio(), texto(num), texto(chv), data(dt_doc), dt_a_p, texto("0"), vazio(),
+                           centesimos(t.doc), centesimos(t.desc), texto("1"), centesimos(t.doc), centesimos(t.bc),
+                           centesimos(t.icms), centesimos(0), vazio(), vazio(), municipio(L04::IbgeOrigem),
+                           municipio(L04::IbgeDestino)});
+    for (const Grupo& g : grupos_) {
+      out_.registro("D190", {texto(g.cst), texto(g.cfop), centesimos(g.aliq), centesimos(g.opr), centesimos(g.bc),
+                             centesimos(g.icms), centesimos(g.red_bc), vazio()});
+      apura(g);
+    }
+    ++transportes_;
   }
 
   // A quantity-based PIS/COFINS field: only when not zero.
@@ -400,18 +570,17 @@ class GeradorEfd final : public LeitorDeInformacao {
     return v ? centesimos(v) : vazio();
   }
 
-  void c170(const LinhaInformacao& i, const LinhaInformacao& h, const Especie& e) {
+  // REQUIRES: confere_item passed for `i` (its item and unit are in the catalogues).
+  void c170(const LinhaInformacao& i) {
     const std::string cod = chave(i.texto(L06::TipoItem), i.texto(L06::Produto));
-    const auto onde = [&] { return descreve(h, e) + fmt::format(", item {}", i.texto(L06::Item)); };
-    item(cod, itens_usados_, unidades_usadas_, onde);
-    unidade(i.texto(L06::Unidade), unidades_usadas_, onde);
     const auto c = [&i](int n) { return centesimos(i.centesimos(n)); };
+    const IcmsDoItem icms = icms_do_item(i);
     const std::string cst = codigo(i.texto(L06::IcmsCst), 3), cfop = codigo(i.texto(L06::Cfop), 4),
                       cst_ipi = codigo(i.texto(L06::IpiCst), 2), cst_pis = codigo(i.texto(L06::PisCst), 2),
                       cst_cofins = codigo(i.texto(L06::CofinsCst), 2);
     out_.registro("C170", {inteiro(i.inteiro(L06::Item)), texto(cod), vazio(), c(L06::Quantidade),
                            texto(i.texto(L06::Unidade)), c(L06::PrecoTotal), c(L06::Desconto), texto("0"), texto(cst),
-                           texto(cfop), vazio(), c(L06::IcmsBase), c(L06::IcmsAliquota), c(L06::IcmsValor),
+                           texto(cfop), vazio(), centesimos(icms.bc), centesimos(icms.aliq), centesimos(icms.icms),
                            c(L06::IcmsStBase), vazio(), c(L06::IcmsStValor), vazio(), texto(cst_ipi), vazio(),
                            c(L06::IpiBase), vazio(), c(L06::IpiValor), texto(cst_pis), c(L06::PisBase),
                            c(L06::PisAliquota), opcional(i, L06::PisQuantidade), opcional(i, L06::PisValorUnidade),
@@ -505,19 +674,47 @@ class GeradorEfd final : public LeitorDeInformacao {
 
   // ---- block E
 
+  static std::string data_br(Dia d) { return fmt::format("{:02}/{:02}/{}", d % 100, d / 100 % 100, d / 10000); }
+
+  // The year-end inventory belongs to the file of one of the two months after its date
+  // (31/12 in January's or February's): said when it comes in another month.
+  void mes_do_inventario(const LinhaInformacao& h) const {
+    if (h.texto(L18::Data).empty()) return;
+    const TimeStamp d = h.data(L18::Data);
+    const int meses = (ano_ * 12 + mes_) - (d.year * 12 + d.month);
+    if (meses == 1 || meses == 2) return;
+    const int m1 = d.month % 12 + 1, a1 = d.year + (d.month == 12), m2 = m1 % 12 + 1, a2 = a1 + (m1 == 12);
+    info(fmt::format("Inventário de fim de ano de {} (linha {} do arquivo de informações) no arquivo de {:02}/{}: "
+                     "o inventário se apresenta até o segundo mês seguinte à sua data, na escrituração de {:02}/{} "
+                     "ou de {:02}/{} (Guia Prático da EFD ICMS/IPI, registro H005)",
+                     h.texto(L18::Data), h.numero, mes_, ano_, m1, a1, m2, a2));
+  }
+
   void bloco_e() {
     out_.registro("E100", {data(dt_ini_), data(dt_fin_)});
     CamposE110 f{};
     f[2] = debitos_;
     f[6] = creditos_;
+    f[10] = saldo_credor_anterior_;
     completa_e110(f);
     out_.registro("E110", {centesimos(f[2]), centesimos(f[3]), centesimos(f[4]), centesimos(f[5]), centesimos(f[6]),
                            centesimos(f[7]), centesimos(f[8]), centesimos(f[9]), centesimos(f[10]), centesimos(f[11]),
                            centesimos(f[12]), centesimos(f[13]), centesimos(f[14]), centesimos(f[15])});
     if (f[13] > 0) {
       const int mes = mes_ % 12 + 1, ano = mes_ == 12 ? ano_ + 1 : ano_;
-      out_.registro("E116", {texto("000"), centesimos(f[13]), data(ano * 10000 + mes * 100 + 10), texto("000"),
-                             vazio(), vazio(), vazio(), vazio(), mes_ano(ano_, mes_)});
+      const Dia vencimento = opcoes_.vencimento ? opcoes_.vencimento : ano * 10000 + mes * 100 + 10;
+      const std::string_view receita =
+          opcoes_.codigo_receita.empty() ? std::string_view("000") : std::string_view(opcoes_.codigo_receita);
+      out_.registro("E116", {texto("000"), centesimos(f[13]), data(vencimento), texto(receita), vazio(), vazio(),
+                             vazio(), vazio(), mes_ano(ano_, mes_)});
+      // Neither is in the information file: a placeholder is said, never filed unnoticed.
+      std::vector<std::string> marcadores;
+      if (opcoes_.codigo_receita.empty()) marcadores.emplace_back("o código de receita 000");
+      if (!opcoes_.vencimento) marcadores.push_back("o vencimento " + data_br(vencimento));
+      if (!marcadores.empty())
+        info(fmt::format("E116: {} {}; confirme com as regras do estado antes de transmitir (opções --codigo-receita e "
+                         "--vencimento)",
+                         fmt::join(marcadores, " e "), marcadores.size() > 1 ? "são marcadores" : "é um marcador"));
     }
   }
 
@@ -525,6 +722,8 @@ class GeradorEfd final : public LeitorDeInformacao {
   const int notas_;
   const TProcLinhaInfo& info_;
   const TProcProgresso& progresso_;
+  const OpcoesEfd& opcoes_;
+  std::int64_t saldo_credor_anterior_ = 0;
   EscritorEfd out_;
   Usados participantes_usados_, itens_usados_, unidades_usadas_;  // by block C
   Usados itens_do_inventario_, unidades_do_inventario_;           // by block H
@@ -533,6 +732,8 @@ class GeradorEfd final : public LeitorDeInformacao {
   int ano_ = 0, mes_ = 0, documentos_ = 0, nota_ = 0, inutilizados_ = 0;
   Dia dt_ini_ = 0, dt_fin_ = 0;
   std::int64_t debitos_ = 0, creditos_ = 0;
+  std::int64_t uso_consumo_ = 0, imobilizado_ = 0;  // ICMS of entries not credited
+  int transportes_ = 0;                              // D100 written
 };
 
 // The refusal: each finding with the record it is about, read back from what was written.
@@ -560,22 +761,23 @@ std::string recusa(const std::vector<std::string>& achados, SaidaFiscal& saida) 
 }  // namespace
 
 void gerar_efd(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLinhaInfo& info,
-               const TProcProgresso& progresso) {
+               const TProcProgresso& progresso, const OpcoesEfd& opcoes) {
   Cadastros cadastros;
   const ContagemDeLinhas contagem = ler_informacao(informacao, cadastros, Leitura::cadastros);
   ValidadorEfd validador;
   SaidaConferida conferida(saida, validador);
-  GeradorEfd gerador(cadastros, contagem.notas, conferida, info, progresso);
+  GeradorEfd gerador(cadastros, contagem.notas, conferida, info, progresso, opcoes);
   ler_informacao(informacao, gerador);
   gerador.conclui();
   const std::vector<std::string> achados = validador.conclui();
   if (!achados.empty()) throw Error(recusa(achados, saida));
 }
 
-std::string gerar_efd(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso) {
+std::string gerar_efd(std::string_view informacao, const TProcLinhaInfo& info, const TProcProgresso& progresso,
+                      const OpcoesEfd& opcoes) {
   TextoEmMemoria texto(informacao);
   SaidaEmMemoria saida;
-  gerar_efd(texto, saida, info, progresso);
+  gerar_efd(texto, saida, info, progresso, opcoes);
   return saida.bytes();
 }
 

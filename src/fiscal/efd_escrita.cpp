@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
+
+#include <fmt/format.h>
 
 #include "base/code_page.h"
 #include "base/value.h"
@@ -87,6 +90,10 @@ Dia ler_data(std::string_view s) {
   for (int i = 4; i < 8; ++i) a = a * 10 + (s[i] - '0');
   if (m < 1 || m > 12 || d < 1 || a < 1900 || d > days_in_month(m, a)) return 0;
   return a * 10000 + m * 100 + d;
+}
+
+std::string valor_texto(std::int64_t centesimos) {
+  return fmt::format("{}{},{:02}", centesimos < 0 ? "-" : "", std::llabs(centesimos) / 100, std::llabs(centesimos) % 100);
 }
 
 std::string data_texto(Dia d) {

@@ -46,6 +46,8 @@ bool ler_numero(std::string_view s, int escala, std::int64_t& out);
 Dia ler_data(std::string_view s);
 // "ddmmaaaa" of a date.
 std::string data_texto(Dia d);
+// An amount in hundredths as the file writes it: "1234,50", "-0,07".
+std::string valor_texto(std::int64_t centesimos);
 
 // The file written as it goes, into a SaidaFiscal, in Windows-1252. Blocks come in file order:
 // a record of the block being written goes out at once; a record of a later block waits (in

@@ -116,11 +116,37 @@ constexpr Campo kC190[] = {
     {"VL_ICMS", 'N', 0, L, 2, O},     {"VL_BC_ICMS_ST", 'N', 0, L, 2, O}, {"VL_ICMS_ST", 'N', 0, L, 2, O},
     {"VL_RED_BC", 'N', 0, L, 2, O},   {"VL_IPI", 'N', 0, L, 2, O},     {"COD_OBS", 'C', 6, L, 0, OC},
 };
+// D100 (25 fields, the 2018+ layout): the transport documents (CT-e 57, CT-e OS 67) of
+// purchases, booked by the company that took the service (IND_OPER 0, IND_EMIT 1). SUB,
+// CHV_CTE_REF, COD_INF and COD_CTA are not in the information file and stay empty; TP_CT-e 0
+// (normal); IND_FRT 1 (the freight of a purchase is hired by its receiver, FOB); VL_NT 0.
+constexpr Campo kD100[] = {
+    {"REG", 'C', 4, X, 0, O},           {"IND_OPER", 'C', 1, X, 0, O, "0|1"},
+    {"IND_EMIT", 'C', 1, X, 0, O, "0|1"}, {"COD_PART", 'C', 60, L, 0, OC},
+    {"COD_MOD", 'C', 2, X, 0, O, "07|08|8B|09|10|11|26|27|57|63|67"},
+    {"COD_SIT", 'N', 2, X, 0, O, "00|01|02|03|04|05|06|07|08"},
+    {"SER", 'C', 4, L, 0, OC},          {"SUB", 'C', 3, L, 0, OC},
+    {"NUM_DOC", 'N', 9, L, 0, O},       {"CHV_CTE", 'N', 44, X, 0, OC},
+    {"DT_DOC", 'D', 8, X, 0, O},        {"DT_A_P", 'D', 8, X, 0, OC},
+    {"TP_CT-e", 'N', 1, X, 0, OC, "0|1|2|3"}, {"CHV_CTE_REF", 'N', 44, X, 0, OC},
+    {"VL_DOC", 'N', 0, L, 2, O},        {"VL_DESC", 'N', 0, L, 2, OC},
+    {"IND_FRT", 'C', 1, X, 0, O, "0|1|2|9"}, {"VL_SERV", 'N', 0, L, 2, O},
+    {"VL_BC_ICMS", 'N', 0, L, 2, OC},   {"VL_ICMS", 'N', 0, L, 2, OC},
+    {"VL_NT", 'N', 0, L, 2, OC},        {"COD_INF", 'C', 6, L, 0, OC},
+    {"COD_CTA", 'C', 0, L, 0, OC},      {"COD_MUN_ORIG", 'N', 7, X, 0, OC},
+    {"COD_MUN_DEST", 'N', 7, X, 0, OC},
+};
+// D190: one per (CST_ICMS, CFOP, ALIQ_ICMS) of a D100; COD_OBS stays empty.
+constexpr Campo kD190[] = {
+    {"REG", 'C', 4, X, 0, O},        {"CST_ICMS", 'N', 3, X, 0, O}, {"CFOP", 'N', 4, X, 0, O},
+    {"ALIQ_ICMS", 'N', 6, L, 2, OC}, {"VL_OPR", 'N', 0, L, 2, O},   {"VL_BC_ICMS", 'N', 0, L, 2, O},
+    {"VL_ICMS", 'N', 0, L, 2, O},    {"VL_RED_BC", 'N', 0, L, 2, O}, {"COD_OBS", 'C', 6, L, 0, OC},
+};
 // E001: always 0 (E100 and E110 are required).
 constexpr Campo kE001[] = {{"REG", 'C', 4, X, 0, O}, {"IND_MOV", 'C', 1, X, 0, O, "0"}};
 constexpr Campo kE100[] = {{"REG", 'C', 4, X, 0, O}, {"DT_INI", 'D', 8, X, 0, O}, {"DT_FIN", 'D', 8, X, 0, O}};
 // E110. No adjustments (C197/E111) are generated, so fields 03-05, 07-09, 12 and 15 are 0.
-// VL_SLD_CREDOR_ANT is 0: the information file does not carry the previous period's balance.
+// VL_SLD_CREDOR_ANT comes from the run's options (a value, or last month's file), else 0.
 constexpr Campo kE110[] = {
     {"REG", 'C', 4, X, 0, O},
     {"VL_TOT_DEBITOS", 'N', 0, L, 2, O},  {"VL_AJ_DEBITOS", 'N', 0, L, 2, O},
@@ -132,8 +158,8 @@ constexpr Campo kE110[] = {
     {"VL_SLD_CREDOR_TRANSPORTAR", 'N', 0, L, 2, O}, {"DEB_ESP", 'N', 0, L, 2, O},
 };
 // E116: one line COD_OR 000 for the ICMS to pay. The due date and the state's revenue code
-// are not in the information file: DT_VCTO is the 10th of the following month and COD_REC
-// the generic "000" (both to be confirmed against the state's rules before filing).
+// are not in the information file: they come from the run's options, else DT_VCTO is the 10th
+// of the following month and COD_REC the generic "000" (the run says both must be confirmed).
 constexpr Campo kE116[] = {
     {"REG", 'C', 4, X, 0, O},       {"COD_OR", 'C', 3, X, 0, O, "000|001|002|003|004|005|006|007|081|082|083|090|999"},
     {"VL_OR", 'N', 0, L, 2, O},     {"DT_VCTO", 'D', 8, X, 0, O},
@@ -172,8 +198,9 @@ constexpr Campo k9001[] = {{"REG", 'C', 4, X, 0, O}, {"IND_MOV", 'C', 1, X, 0, O
 constexpr Campo k9900[] = {{"REG", 'C', 4, X, 0, O}, {"REG_BLC", 'C', 4, X, 0, O}, {"QTD_REG_BLC", 'N', 0, L, 0, O}};
 constexpr Campo k9999[] = {{"REG", 'C', 4, X, 0, O}, {"QTD_LIN", 'N', 0, L, 0, O}};
 
-// Blocks B, D, G and K are written empty (IND_MOV 1): no ISS (outside the Federal District),
-// no transport documents, no CIAP, no production control in the information file.
+// Blocks B, G and K are written empty (IND_MOV 1): no ISS (outside the Federal District), no
+// CIAP (it needs the asset history of earlier months), no production control in the
+// information file. Block D holds the transport documents of purchases.
 constexpr Registro kRegistros[] = {
     {"0000", 0, "", 1, 1, k0000},
     {"0001", 1, "", 1, 1, k0001},
@@ -191,6 +218,8 @@ constexpr Registro kRegistros[] = {
     {"C190", 3, "C100", 0, 0, kC190},
     {"C990", 1, "", 1, 1, kFechamento},
     {"D001", 1, "", 1, 1, kAbertura},
+    {"D100", 2, "D001", 0, 0, kD100},
+    {"D190", 3, "D100", 1, 0, kD190},
     {"D990", 1, "", 1, 1, kFechamento},
     {"E001", 1, "", 1, 1, kE001},
     {"E100", 2, "E001", 1, 0, kE100},
@@ -248,6 +277,14 @@ const Registro* registro(std::string_view reg) {
 }
 
 const Registro& R(std::string_view reg) { return *registro(reg); }
+
+SemCredito sem_credito(std::string_view cfop) {
+  for (const std::string_view c : {"1556", "2556", "3556", "1407", "2407"})
+    if (cfop == c) return SemCredito::UsoConsumo;
+  for (const std::string_view c : {"1551", "2551", "3551", "1406", "2406"})
+    if (cfop == c) return SemCredito::Imobilizado;
+  return SemCredito::Nao;
+}
 
 std::string_view cod_ver(int ano) {
   for (const auto& [a, v] : kVersoes)

@@ -78,6 +78,15 @@ void completa_e110(CamposE110& e110);
 // Models with an access key (CHV_NFE): NF-e 55 and NFC-e 65; other models have none.
 inline bool modelo_eletronico(std::string_view cod_mod) { return cod_mod == "55" || cod_mod == "65"; }
 
+// Electronic transport documents booked in D100: CT-e 57 and CT-e OS 67 (both with a key).
+inline bool modelo_transporte(std::string_view cod_mod) { return cod_mod == "57" || cod_mod == "67"; }
+
+// Entries whose ICMS the law does not let the company credit in the document's month: use and
+// consumption (CFOP x556, x407; LC 87/96 art. 33 I) and fixed assets (x551, x406; art. 20 § 5:
+// only through CIAP, 1/48 a month, block G). Their C170/C190/D190 carry base, rate and ICMS 0.
+enum class SemCredito : std::uint8_t { Nao, UsoConsumo, Imobilizado };
+SemCredito sem_credito(std::string_view cfop);
+
 inline bool so_digitos(std::string_view s) { return s.find_first_not_of("0123456789") == std::string_view::npos; }
 
 // Check digits (modulus 11) of a CNPJ, a CPF and an NF-e access key; false also when the size

@@ -12,6 +12,7 @@
 #include "fiscal/efd.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
+#include "fiscal/identidade.h"
 #include "base/value.h"
 
 namespace infofiscal::efd {
@@ -26,10 +27,6 @@ struct HashTexto {
 template <class V>
 using MapaDeTextos = std::unordered_map<std::string, V, HashTexto, std::equal_to<>>;
 using ConjuntoDeTextos = std::unordered_set<std::string, HashTexto, std::equal_to<>>;
-
-std::string valor_texto(std::int64_t centesimos) {
-  return fmt::format("{}{},{:02}", centesimos < 0 ? "-" : "", std::llabs(centesimos) / 100, std::llabs(centesimos) % 100);
-}
 
 Dia dia_seguinte(Dia d) {
   const int a = d / 10000, m = d / 100 % 100, dd = d % 100;
@@ -51,8 +48,9 @@ struct Quadro {
   std::array<int, kMaxRegistros> filhos{};
 };
 
-// The C100 being read and what its children add up to.
+// The C100 (or D100) being read and what its children add up to.
 struct Documento {
+  std::string_view reg = "C100", filho = "C190";
   int linha = 0;
   bool reduzido = false, com_c170 = false, proibe_c170 = false, exige_c170 = false;
   char ind_oper = 0;
@@ -202,7 +200,7 @@ class ValidadorEfd::Estado {
         if (filho.maximo && n > filho.maximo)
           achado(q.linha, fmt::format("{} com {} registros {}; o leiaute permite {}", q.r->reg, n, filho.reg, filho.maximo));
       }
-    if (q.r->reg == "C100") fecha_documento();
+    if (q.r->reg == "C100" || q.r->reg == "D100") fecha_documento();
     if (q.r->reg == "E110") fecha_e110(q.linha);
     if (q.r->reg == "H005") fecha_h005(q.linha);
   }
@@ -218,6 +216,8 @@ class ValidadorEfd::Estado {
     else if (reg == "C100") rc100();
     else if (reg == "C170") rc170();
     else if (reg == "C190") rc190();
+    else if (reg == "D100") rd100();
+    else if (reg == "D190") rd190();
     else if (reg == "E100") re100();
     else if (reg == "E110") re110();
     else if (reg == "E116") e116_ += valor(2);
@@ -397,21 +397,80 @@ class ValidadorEfd::Estado {
     doc_.grupos.emplace_back(std::move(chave), linha_);
     const std::array<std::int64_t, 6> v{valor(4), valor(5), valor(6), valor(7), valor(8), valor(10)};
     for (std::size_t i = 0; i < v.size(); ++i) doc_.c190[i] += v[i];
-    const int destino = cfop ? apuracao_cfop(campo(2)) : 0;
+    apura(cfop, 6);
+  }
+
+  // The ICMS of a C190 or D190 (field `icms`) into the debits or credits of E110; an entry the
+  // law gives no credit for must carry none.
+  void apura(bool cfop_valido, int icms) {
+    const int destino = cfop_valido ? apuracao_cfop(campo(2)) : 0;
     const bool extemporaneo = doc_.sit == "01" || doc_.sit == "07";
-    if (destino > 0 && !extemporaneo) debitos_ += valor(6);
-    if (destino < 0) creditos_ += valor(6);
+    if (destino > 0 && !extemporaneo) debitos_ += valor(icms);
+    if (destino < 0) creditos_ += valor(icms);
+    const SemCredito s = destino < 0 ? sem_credito(campo(2)) : SemCredito::Nao;
+    if (s != SemCredito::Nao && (valor(icms) || valor(icms - 1) || valor(3)))
+      achado("{} de CFOP {} com ICMS creditado: entrada {} sem direito a crédito no documento", tipo_do_registro(), campo(2),
+             s == SemCredito::UsoConsumo ? "para uso e consumo" : "para o ativo imobilizado (crédito só pelo CIAP)");
+  }
+
+  void rd100() {
+    doc_ = Documento{"D100", "D190"};
+    doc_.linha = linha_;
+    doc_.ind_oper = campo(1).empty() ? 0 : campo(1)[0];
+    doc_.sit = campo(5);
+    const std::string_view mod = campo(4);
+    std::string chave = "D100|";
+    for (int i = 1; i <= 8; ++i) (chave += campo(i)) += '|';
+    if (!chaves_c100_.insert(chave).second) achado("D100 repetido (mesmo participante, modelo, situação, série e número)");
+    const Definido* participante = campo(3).empty() ? nullptr : usa(participantes_, campo(3), "COD_PART", "0150");
+    if (modelo_transporte(mod) || mod == "63") {
+      const identidade::Verificacao v = identidade::verificar_chave(campo(9));
+      if (!v) achado("D100 CHV_CTE '{}': {}", campo(9), v.motivo);
+      else confere_chave_cte(campo(2) == "0" ? cnpj_proprio_ : participante ? participante->extra : std::string_view());
+    } else if (!campo(9).empty()) {
+      achado("D100 de modelo {} com CHV_CTE", mod);
+    }
+    const Dia doc = ler_data(campo(10)), ap = ler_data(campo(11));
+    if (doc && doc > dt_fin_) achado("D100 DT_DOC {} depois do fim do período", campo(10));
+    if (ap && (ap < doc || ap > dt_fin_)) achado("D100 DT_A_P {} fora de DT_DOC a fim do período", campo(11));
+    doc_.c100 = {valor(14), valor(18), valor(19), 0, 0, 0};
+  }
+
+  // A CT-e key repeats the issuer's CNPJ, the model, the series and the number of the document.
+  void confere_chave_cte(std::string_view cnpj_emitente) {
+    const identidade::ChaveDeAcesso k = identidade::partes_da_chave(campo(9));
+    const auto sem_zeros = [](std::string_view v) { return v.substr(std::min(v.find_first_not_of('0'), v.size())); };
+    const std::pair<std::string_view, bool> partes[] = {
+        {"CNPJ do emitente", cnpj_emitente.empty() || k.cnpj == cnpj_emitente},
+        {"COD_MOD", k.modelo == campo(4)},
+        {"SER", sem_zeros(k.serie) == sem_zeros(campo(6))},
+        {"NUM_DOC", sem_zeros(k.numero) == sem_zeros(campo(8))},
+    };
+    for (const auto& [parte, confere] : partes)
+      if (!confere) achado("D100 CHV_CTE não confere com o {}", parte);
+  }
+
+  void rd190() {
+    ++doc_.c190s;
+    confere_cst(campo(1));
+    const bool cfop = confere_cfop(campo(2));
+    std::string chave = chave_do_grupo(campo(1), campo(2), valor(3));
+    if (doc_.c190_grupo.count(chave)) achado("D190 repetido no documento (mesmos CST, CFOP e alíquota)");
+    doc_.c190_grupo[chave] = {};
+    const std::array<std::int64_t, 6> v{valor(4), valor(5), valor(6), 0, 0, 0};
+    for (std::size_t i = 0; i < v.size(); ++i) doc_.c190[i] += v[i];
+    apura(cfop, 6);
   }
 
   void fecha_documento() {
     if (doc_.reduzido) return;
-    if (doc_.c190s == 0) achado(doc_.linha, "C100 regular sem registro C190");
+    if (doc_.c190s == 0) achado(doc_.linha, fmt::format("{} regular sem registro {}", doc_.reg, doc_.filho));
     if (doc_.exige_c170 && !doc_.com_c170) achado(doc_.linha, "C100 de terceiros sem os itens (C170)");
     static constexpr std::string_view kCampos[] = {"VL_DOC", "VL_BC_ICMS", "VL_ICMS", "VL_BC_ICMS_ST", "VL_ICMS_ST", "VL_IPI"};
     for (std::size_t i = 0; i < std::size(kCampos); ++i)
       if (doc_.c100[i] != doc_.c190[i])
-        achado(doc_.linha, fmt::format("C100 {} {} difere da soma dos C190 ({})", kCampos[i], valor_texto(doc_.c100[i]),
-                                       valor_texto(doc_.c190[i])));
+        achado(doc_.linha, fmt::format("{} {} {} difere da soma dos {} ({})", doc_.reg, kCampos[i],
+                                       valor_texto(doc_.c100[i]), doc_.filho, valor_texto(doc_.c190[i])));
     if (!doc_.com_c170) return;
     static constexpr std::string_view kSomas[] = {"VL_BC_ICMS", "VL_ICMS", "VL_BC_ICMS_ST", "VL_ICMS_ST", "VL_IPI"};
     for (const auto& [chave, linha] : doc_.grupos) {

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "base/renderings.h"
+#include "informacao/esquema.h"
 
 namespace infofiscal {
 
@@ -12,6 +13,22 @@ void ProblemasDoMes::anota(const DataProblem& problema) {
   auto grupo = std::find_if(grupos_.begin(), grupos_.end(), [&](const Grupo& g) { return g.tipo == problema.kind(); });
   if (grupo == grupos_.end()) grupo = grupos_.insert(grupos_.end(), Grupo{problema.kind(), {}});
   grupo->casos.emplace_back(problema.what());
+}
+
+void confere_valores_do_item(const LinhaInformacao& item) {
+  using namespace linha;
+  static constexpr std::pair<int, std::string_view> kValores[] = {
+      {L06::Quantidade, "quantidade"},        {L06::PrecoTotal, "valor total"},
+      {L06::Desconto, "desconto"},            {L06::Frete, "frete"},
+      {L06::Seguro, "seguro"},                {L06::OutrasDespesas, "outras despesas"},
+      {L06::IcmsBase, "base do ICMS"},        {L06::IcmsAliquota, "alíquota do ICMS"},
+      {L06::IcmsValor, "valor do ICMS"},      {L06::IcmsStBase, "base do ICMS-ST"},
+      {L06::IcmsStValor, "valor do ICMS-ST"}, {L06::IpiValor, "valor do IPI"},
+  };
+  for (const auto& [coluna, nome] : kValores)
+    if (item.centesimos(coluna) < 0)
+      throw DataProblem("valor negativo num item",
+                        fmt::format("item {} com {} negativo: '{}'", item.texto(L06::Item), nome, item.texto(coluna)));
 }
 
 std::size_t ProblemasDoMes::quantos() const {

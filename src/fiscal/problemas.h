@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "informacao/informacao.h"
 
 namespace infofiscal {
 
@@ -38,6 +39,11 @@ class ProblemasDoMes {
 
   std::vector<Grupo> grupos_;
 };
+
+// Throws DataProblem("valor negativo num item", "item 2 com valor total negativo: '-5,00'") for
+// the first negative amount of an item line 06: summed into its note, it would lower the note's
+// totals and ICMS unseen. The caller prefixes the note (DataProblem::within).
+void confere_valores_do_item(const LinhaInformacao& item);
 
 // What a converter throws at the end of a month with problems, once it has read all of it;
 // what() is the summary.

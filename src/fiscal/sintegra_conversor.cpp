@@ -84,7 +84,7 @@ const Produto* CatalogoSintegra::produto(const std::string& codigo) const {
 ConversorSintegra::ConversorSintegra(const CatalogoSintegra& catalogo, int notas, const std::string& pasta,
                                      const TProcLinhaInfo& info, const TProcProgresso& progresso)
     : catalogo_(catalogo), notas_(notas), info_(info), progresso_(progresso), b10_(k10, pasta), b11_(k11, pasta),
-      b50_(k50, pasta), b54_(k54, pasta), b74_(k74, pasta), b75_(k75, pasta), b90_(k90, pasta) {}
+      b50_(k50, pasta), b54_(k54, pasta), b70_(k70, pasta), b74_(k74, pasta), b75_(k75, pasta), b90_(k90, pasta) {}
 
 void ConversorSintegra::informar(const std::string& texto) const {
   if (info_) info_(texto);
@@ -142,7 +142,7 @@ void ConversorSintegra::conclui() {
 }
 
 void ConversorSintegra::emitir(SaidaFiscal& saida) {
-  for (Bloco* b : {&b10_, &b11_, &b50_, &b54_, &b74_, &b75_, &b90_}) b->emitir(saida);
+  for (Bloco* b : {&b10_, &b11_, &b50_, &b54_, &b70_, &b74_, &b75_, &b90_}) b->emitir(saida);
 }
 
 void ConversorSintegra::escrever_informante(const CabecalhoInformacao& c) {
@@ -180,14 +180,31 @@ void ConversorSintegra::escrever_nota(const NotaInformacao& nota) {
     throw DataProblem("nota sem modelo", fmt::format("Linha {} do arquivo de informações: nota {} sem modelo (C06)",
                                                      h.numero, h.texto(L04::Numero)));
   const std::string modelo = std::to_string(h.inteiro(L04::Modelo));
-  if (!mapear(kModelos, modelo)) {
+  const bool transporte = na_lista(kModelosDeTransporte, modelo);
+  if (!mapear(kModelos, modelo) || (transporte && propria)) {
     informar(fmt::format("Nota {} (modelo {}) fica fora do arquivo: seu registro não é gerado", h.texto(L04::Numero),
                          modelo));
     return;
   }
+  const std::string onde = fmt::format("Nota {} (linha {} do arquivo de informações): ", h.texto(L04::Numero), h.numero);
+  // Every item with a negative amount listed; the note is not written.
+  bool itens_validos = true;
+  for (const LinhaInformacao& i : nota.itens) {
+    try {
+      confere_valores_do_item(i);
+    } catch (const DataProblem& err) {
+      problemas_.anota(err.within(onde));
+      itens_validos = false;
+    }
+  }
+  if (!itens_validos) return;
   try {
     const Documento doc = documento_da_nota(nota, propria);
     const std::vector<Parcela> parcelas = parcelas_da_nota(nota, doc);
+    if (transporte) {
+      escrever_transporte(doc, parcelas);
+      return;
+    }
     for (const Parcela& p : parcelas) {
       b50_.novo().digitos(doc.cnpj).texto(doc.ie).data(doc.data).texto(doc.uf).texto(doc.modelo).texto(doc.serie);
       b50_.numero(doc.numero).numero(p.cfop).texto(std::string_view(&doc.emitente, 1)).numero(p.valor, 2);
@@ -197,7 +214,7 @@ void ConversorSintegra::escrever_nota(const NotaInformacao& nota) {
     if (!na_lista(kSituacoesSemValor, std::string_view(&doc.situacao, 1)) && na_lista(kModelosComItens, doc.modelo))
       escrever_itens(nota, doc, parcelas);
   } catch (const DataProblem& err) {
-    throw err.within(fmt::format("Nota {} (linha {} do arquivo de informações): ", h.texto(L04::Numero), h.numero));
+    throw err.within(onde);
   }
 }
 
@@ -307,6 +324,25 @@ void ConversorSintegra::escrever_itens(const NotaInformacao& nota, const Documen
   }
 }
 
+// One type-70 record per CFOP: the parts of the rates of one CFOP summed.
+void ConversorSintegra::escrever_transporte(const Documento& doc, const std::vector<Parcela>& parcelas) {
+  std::vector<Parcela> por_cfop;
+  for (const Parcela& p : parcelas) {
+    auto c = std::find_if(por_cfop.begin(), por_cfop.end(), [&](const Parcela& x) { return x.cfop == p.cfop; });
+    if (c == por_cfop.end()) c = por_cfop.insert(por_cfop.end(), Parcela{p.cfop});
+    c->valor += p.valor;
+    c->base += p.base;
+    c->icms += p.icms;
+    c->isenta += p.isenta;
+    c->outras += p.outras;
+  }
+  for (const Parcela& p : por_cfop) {
+    b70_.novo().digitos(doc.cnpj).texto(doc.ie).data(doc.data).texto(doc.uf).texto(doc.modelo).texto(doc.serie);
+    b70_.brancos().numero(doc.numero).numero(p.cfop).numero(p.valor, 2).numero(p.base, 2).numero(p.icms, 2);
+    b70_.numero(p.isenta, 2).numero(p.outras, 2).texto(kFreteFob).texto(std::string_view(&doc.situacao, 1)).fim();
+  }
+}
+
 const std::string& ConversorSintegra::usar_produto(std::string_view tipo_item, std::string_view codigo,
                                                     const LinhaInformacao& linha) {
   const std::string_view prefixo = mapa_ou_erro(mapear(kPrefixosDeItem, tipo_item), "Tipo de item", tipo_item);
@@ -351,7 +387,7 @@ void ConversorSintegra::escrever_produtos() {
 void ConversorSintegra::escrever_totais() {
   std::vector<std::pair<int, int>> pares;
   int registros = b10_.quantos() + b11_.quantos();
-  for (const Bloco* b : {&b50_, &b54_, &b74_, &b75_}) {
+  for (const Bloco* b : {&b50_, &b54_, &b70_, &b74_, &b75_}) {
     if (b->quantos() > 0) pares.emplace_back(b->layout().tipo, b->quantos());
     registros += b->quantos();
   }

@@ -83,6 +83,7 @@ class ConversorSintegra final : public LeitorDeInformacao {
   Documento documento_da_nota(const NotaInformacao& nota, bool propria) const;
   std::vector<Parcela> parcelas_da_nota(const NotaInformacao& nota, const Documento& doc) const;
   void escrever_itens(const NotaInformacao& nota, const Documento& doc, const std::vector<Parcela>& parcelas);
+  void escrever_transporte(const Documento& doc, const std::vector<Parcela>& parcelas);
   void inventarios_comecam();
   void escrever_produtos();
   void escrever_totais();
@@ -101,7 +102,7 @@ class ConversorSintegra final : public LeitorDeInformacao {
   TimeStamp inicio_, fim_;
   std::string cnpj_, ie_, uf_;
 
-  Bloco b10_, b11_, b50_, b54_, b74_, b75_, b90_;
+  Bloco b10_, b11_, b50_, b54_, b70_, b74_, b75_, b90_;
 };
 
 }  // namespace infofiscal::sintegra

@@ -112,6 +112,30 @@ constexpr std::array<Campo, 16> kCampos54 = {{
 }};
 constexpr std::array<int, 6> kOrdem54 = {r54::Cnpj, r54::Modelo, r54::Serie, r54::Numero, r54::Cfop, r54::Item};
 
+// Type 70, one record per transport document (CT-e 57, CT-e OS 67) of a purchase and per CFOP:
+// the items' CFOP and ICMS as type 50 sums them (the rates of one CFOP together), dated by
+// receipt, freight FOB (the buyer hired it). Sorted like type 50.
+constexpr std::array<Campo, 17> kCampos70 = {{
+    {r70::Tipo, "Tipo", 2, N, 0, Tipo},
+    {r70::Cnpj, "CNPJ", 14, N, 0, Cnpj},
+    {r70::IE, "Inscrição Estadual", 14, X, 0, Inscricao},
+    {r70::Data, "Data de emissão ou utilização", 8, N, 0, DataDoPeriodo},
+    {r70::Uf, "Unidade da Federação", 2, X, 0, UfOuExterior},
+    {r70::Modelo, "Modelo", 2, N, 0, Codigo, "07 08 09 10 11 26 27 57 67"},
+    {r70::Serie, "Série", 1, X},
+    {r70::Subserie, "Subsérie", 2, X},
+    {r70::Numero, "Número", 6, N},
+    {r70::Cfop, "CFOP", 4, N, 0, Cfop},
+    {r70::Valor, "Valor total do documento fiscal", 13, N, 2},
+    {r70::Base, "Base de cálculo do ICMS", 14, N, 2},
+    {r70::Icms, "Valor do ICMS", 14, N, 2},
+    {r70::Isenta, "Isenta ou não tributada", 14, N, 2},
+    {r70::Outras, "Outras", 14, N, 2},
+    {r70::Frete, "Modalidade do frete", 1, X, 0, Codigo, "0 1 2"},
+    {r70::Situacao, "Situação", 1, X, 0, Codigo, "N S E X"},
+}};
+constexpr std::array<int, 5> kOrdem70 = {r70::Data, r70::Modelo, r70::Serie, r70::Numero, r70::Cfop};
+
 // Type 74, the inventory: the year-end lines 18/19 and the month-end lines 16/17, each with
 // the date of its line 18 or 16, in whatever month they come. Every line is of goods the
 // informant owns and holds (posse 1); for posse 1 the holder's CNPJ is zeros and IE and UF
@@ -160,7 +184,7 @@ constexpr std::array<Campo, 6> kCampos90 = {{
 }};
 
 static_assert(tabela_certa(kCampos10) && tabela_certa(kCampos11) && tabela_certa(kCampos50) &&
-              tabela_certa(kCampos54) && tabela_certa(kCampos74) && tabela_certa(kCampos75) &&
+              tabela_certa(kCampos54) && tabela_certa(kCampos70) && tabela_certa(kCampos74) && tabela_certa(kCampos75) &&
               tabela_certa(kCampos90));
 
 // Folding of the Latin-1 letters (U+00C0 to U+00FF) to ASCII upper case; '?' for the signs.
@@ -186,6 +210,7 @@ const Layout k10{10, kCampos10, {}};
 const Layout k11{11, kCampos11, {}};
 const Layout k50{50, kCampos50, kOrdem50};
 const Layout k54{54, kCampos54, kOrdem54};
+const Layout k70{70, kCampos70, kOrdem70};
 const Layout k74{74, kCampos74, kOrdem74};
 const Layout k75{75, kCampos75, kOrdem75};
 const Layout k90{90, kCampos90, {}};
@@ -197,7 +222,7 @@ int Layout::inicio(int numero) const {
 }
 
 const Layout* layout_do_tipo(int tipo) {
-  for (const Layout* l : {&k10, &k11, &k50, &k54, &k74, &k75, &k90})
+  for (const Layout* l : {&k10, &k11, &k50, &k54, &k70, &k74, &k75, &k90})
     if (l->tipo == tipo) return l;
   return nullptr;
 }

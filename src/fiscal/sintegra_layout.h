@@ -81,6 +81,10 @@ namespace r54 {
 enum : int { Tipo = 1, Cnpj, Modelo, Serie, Numero, Cfop, Cst, Item, Produto, Quantidade, ValorProduto, Desconto,
              Base, BaseSt, Ipi, Aliquota };
 }
+namespace r70 {
+enum : int { Tipo = 1, Cnpj, IE, Data, Uf, Modelo, Serie, Subserie, Numero, Cfop, Valor, Base, Icms, Isenta, Outras,
+             Frete, Situacao };
+}
 namespace r74 {
 enum : int { Tipo = 1, Data, Produto, Quantidade, Valor, Posse, Cnpj, IE, Uf, Brancos };
 }
@@ -92,7 +96,7 @@ namespace r90 {
 enum : int { Tipo = 1, Cnpj, IE, Pares, Brancos, Quantos90 };
 }
 
-extern const Layout k10, k11, k50, k54, k74, k75, k90;
+extern const Layout k10, k11, k50, k54, k70, k74, k75, k90;
 
 // The layout of a type this system writes and checks field by field; nullptr for any other.
 const Layout* layout_do_tipo(int tipo);
@@ -161,10 +165,22 @@ inline constexpr std::string_view kItemProduto = "2";
 // Type 74 field 06 of every inventory line: goods the informant owns and holds.
 inline constexpr std::string_view kPossePropria = "1";
 
-// Type 50 field 06 from the model of line 04 (C06, read as a number). Other models (transport
-// documents 07-11, 26-29, 57, consumer notes) belong to types this writer does not produce.
-inline constexpr std::array<Mapeamento, 6> kModelos = {
-    {{"1", "01"}, {"4", "04"}, {"6", "06"}, {"21", "21"}, {"22", "22"}, {"55", "55"}}};
+// Type 50 (and 70) field 06 from the model of line 04 (C06, read as a number). Other models
+// (paper transport documents 07-11, 26-29, consumer notes) belong to types this writer does not
+// produce.
+inline constexpr std::array<Mapeamento, 8> kModelos = {{{"1", "01"},
+                                                        {"4", "04"},
+                                                        {"6", "06"},
+                                                        {"21", "21"},
+                                                        {"22", "22"},
+                                                        {"55", "55"},
+                                                        {"57", "57"},
+                                                        {"67", "67"}}};
+// Models of type 70: the electronic transport documents (CT-e, CT-e OS) the company took as
+// the buyer of the goods carried; its own would be a carrier's, which this file does not write.
+inline constexpr std::string_view kModelosDeTransporte = "57 67";
+// Type 70 field 16: the freight of a purchase is hired by its receiver (FOB).
+inline constexpr std::string_view kFreteFob = "2";
 
 // ICMS tax codes whose amount outside the ICMS base is exempt or not taxed (Isenta of type
 // 50); every other code's goes to Outras. CST: the two digits after the origin; CSOSN: the

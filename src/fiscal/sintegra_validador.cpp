@@ -168,7 +168,9 @@ void ValidadorSintegra::conferir_conteudo(const Registro& r, const Layout& layou
   const auto erro = [&](std::string_view porque) {
     achado(r.numero, fmt::format("{} {}", nome_do_campo(layout, campo), porque));
   };
-  const std::string_view situacao = layout.tipo == 50 ? layout.texto(r.texto, r50::Situacao) : std::string_view();
+  const std::string_view situacao = layout.tipo == 50   ? layout.texto(r.texto, r50::Situacao)
+                                    : layout.tipo == 70 ? layout.texto(r.texto, r70::Situacao)
+                                                        : std::string_view();
   switch (campo.conteudo) {
     case Conteudo::Livre:
     case Conteudo::Tipo:

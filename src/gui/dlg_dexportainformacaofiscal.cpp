@@ -5,8 +5,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDesktopServices>
+#include <QFileDialog>
 #include <QFrame>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -65,6 +67,11 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
       BtSobre(componente<QPushButton>(PnBotao, "BtSobre")),
       CbRelatorio(componente<QCheckBox>(PnGerarArquivo, "CbRelatorio")),
       BtAbrirRelatorio(componente<QPushButton>(PnBotao, "BtAbrirRelatorio")),
+      EdSaldoCredorAnterior(componente<QLineEdit>(PnGerarArquivo, "EdSaldoCredorAnterior")),
+      EdEfdAnterior(componente<QLineEdit>(PnGerarArquivo, "EdEfdAnterior")),
+      BtEfdAnterior(componente<QPushButton>(PnGerarArquivo, "BtEfdAnterior")),
+      EdCodigoReceita(componente<QLineEdit>(PnGerarArquivo, "EdCodigoReceita")),
+      EdVencimento(componente<QLineEdit>(PnGerarArquivo, "EdVencimento")),
       oControle(conexao) {
   setWindowTitle("Exporta Informação Fiscal");
 
@@ -115,6 +122,28 @@ TDLG_DExportaInformacaoFiscal::TDLG_DExportaInformacaoFiscal(TDTM_ConexaoDS& con
   AdicionarBotao(BtCancelar, false);
   connect(BtCancelar, &QPushButton::clicked, this, [this] { Evento([this] { BtCancelarClick(); }); });
 
+  // The EFD's block E: what the information file lacks, in one row over the button.
+  const std::pair<QLineEdit*, const char*> campos[] = {{EdSaldoCredorAnterior, "Saldo credor anterior"},
+                                                       {EdEfdAnterior, "ou o arquivo EFD anterior"},
+                                                       {EdCodigoReceita, "Código de receita"},
+                                                       {EdVencimento, "Vencimento DD/MM/AAAA"}};
+  // Left of the counter (x 480): 100 + 120 + the picker + 80 + 85.
+  int x = 5;
+  for (const auto& [campo, dica] : campos) {
+    const int largura = campo == EdEfdAnterior ? 120 : campo == EdSaldoCredorAnterior ? 100 : campo == EdCodigoReceita ? 80 : 85;
+    campo->setGeometry(x, 8, largura, 25);
+    campo->setPlaceholderText(dica);
+    campo->setToolTip(dica);
+    if (campo == EdEfdAnterior) BtEfdAnterior->setGeometry(x + largura + 2, 8, 25, 25);
+    x += largura + (campo == EdEfdAnterior ? 32 : 5);
+  }
+  BtEfdAnterior->setText("...");
+  BtEfdAnterior->setAutoDefault(false);
+  connect(BtEfdAnterior, &QPushButton::clicked, this, [this] {
+    const QString nome = QFileDialog::getOpenFileName(this, "Arquivo EFD do mês anterior", EdEfdAnterior->text());
+    if (!nome.isEmpty()) EdEfdAnterior->setText(nome);
+  });
+
   oArquivoSalvar.Filter = kFiltro;
   FormCreate();
 }
@@ -140,6 +169,21 @@ void TDLG_DExportaInformacaoFiscal::FormShow() {
 void TDLG_DExportaInformacaoFiscal::SetCodTipoRegistroFiscal(TRegistroFiscal Value) {
   FCodTipoRegistroFiscal = Value;
   oControle.oExportaInfoFiscal.CodTipoRegistroFiscal(Value);
+  for (QWidget* w : std::initializer_list<QWidget*>{EdSaldoCredorAnterior, EdEfdAnterior, BtEfdAnterior,
+                                                    EdCodigoReceita, EdVencimento})
+    w->setVisible(Value == 2);
+}
+
+OpcoesEfdTexto TDLG_DExportaInformacaoFiscal::OpcoesEFD() const {
+  return {EdSaldoCredorAnterior->text().trimmed().toStdString(), EdEfdAnterior->text().trimmed().toStdString(),
+          EdCodigoReceita->text().trimmed().toStdString(), EdVencimento->text().trimmed().toStdString()};
+}
+
+void TDLG_DExportaInformacaoFiscal::OpcoesEFD(const OpcoesEfdTexto& Value) {
+  EdSaldoCredorAnterior->setText(QString::fromStdString(Value.saldo_credor_anterior));
+  EdEfdAnterior->setText(QString::fromStdString(Value.efd_anterior));
+  EdCodigoReceita->setText(QString::fromStdString(Value.codigo_receita));
+  EdVencimento->setText(QString::fromStdString(Value.vencimento));
 }
 
 void TDLG_DExportaInformacaoFiscal::SetCodRegistroFiscal(std::int32_t Value) {
@@ -207,6 +251,8 @@ void TDLG_DExportaInformacaoFiscal::BtGerarArquivoClick() {
     BtCancelar->setEnabled(false);
     BtAbrirRelatorio->setEnabled(!oControle.RelatorioGravado().empty());
   });
+  // A field that does not read stops the run before anything is asked or written.
+  if (FCodTipoRegistroFiscal == 2) oControle.OpcoesEFD = opcoes_efd(OpcoesEFD());
   const std::string NomeArquivo = RecuperarNomeArquivo_v1();
   if (NomeArquivo.empty()) return;
   oControle.Relatorio = CbRelatorio->isEnabled() && CbRelatorio->isChecked()

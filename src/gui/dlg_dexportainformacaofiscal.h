@@ -10,7 +10,10 @@
 // in the column at the right: "Sobre" (the version), "Abrir relatório", enabled once a run
 // wrote the HTML report of the month that the box under the log asks for, and "Cancelar",
 // enabled only during a run, which stops it at its next progress report with every file as it
-// was. A run that ends well adds the summary of the files it wrote to the log.
+// was. A run that ends well adds the summary of the files it wrote to the log. For the SPED EFD
+// (kind 2) a row of fields above the button takes what the command line's EFD options take: the
+// previous credit balance or last month's EFD file (with a file picker), the state's revenue
+// code and the due date of E116.
 #pragma once
 
 #include <chrono>
@@ -20,12 +23,14 @@
 #include <string>
 #include <utility>
 
+#include "cli/opcoes.h"
 #include "export/controle_exportacao.h"
 #include "gui/dialogo_salvar.h"
 #include "gui/dlg_dpadraoficha_tb.h"
 
 class QCheckBox;
 class QLabel;
+class QLineEdit;
 class QPlainTextEdit;
 class QProgressBar;
 class QUrl;
@@ -84,6 +89,10 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
   std::function<bool(const QUrl&)> AbrirUrl;
   const ControleExportacao& Controle() const { return oControle; }
 
+  // The EFD fields, as typed; the setter fills them (the launcher's command line).
+  OpcoesEfdTexto OpcoesEFD() const;
+  void OpcoesEFD(const OpcoesEfdTexto& Value);
+
   QFrame* PnGerarArquivo;
   QPushButton* BtGerarArquivo;
   TDialogoSalvar oArquivoSalvar;
@@ -94,6 +103,11 @@ class TDLG_DExportaInformacaoFiscal : public TDLG_DPadraoFicha_TB {
   QPushButton* BtSobre;
   QCheckBox* CbRelatorio;
   QPushButton* BtAbrirRelatorio;
+  QLineEdit* EdSaldoCredorAnterior;
+  QLineEdit* EdEfdAnterior;
+  QPushButton* BtEfdAnterior;
+  QLineEdit* EdCodigoReceita;
+  QLineEdit* EdVencimento;
 
  protected:
   // Captions the generate button by the kind set at that moment.

@@ -61,6 +61,7 @@ std::unique_ptr<QApplication> iniciar_aplicacao(int& argc, char** argv) {
 }
 
 struct OpcoesDialogo : OpcoesRegistro {
+  OpcoesEfdTexto efd;
   std::string executar;
   double sair_em = 0;
 };
@@ -93,6 +94,7 @@ int mostrar_dialogo(const OpcoesDialogo& o) {
     dialogo.TesteCodCompra(o.compra);
     dialogo.TesteCodVenda(o.venda);
     dialogo.PastaBase(o.base);
+    dialogo.OpcoesEFD(o.efd);
     if (o.executar.empty()) {
       agendar_saida();
     } else {
@@ -119,6 +121,7 @@ int principal(int argc, char** argv) {
   em_portugues(app, "infofiscal-dialogo");
   OpcoesDialogo o;
   adicionar_opcoes_registro(app, o);
+  adicionar_opcoes_efd(app, o.efd);
   app.add_option("--executar", o.executar)->group("");
   app.add_option("--sair-em", o.sair_em)->group("")->check(numero_positivo());
   try {

@@ -588,7 +588,7 @@ const std::vector<Caso>& casos() {
       {"validar SINTEGRA sem o último registro", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
        fiscal_demo_sem_a_ultima_linha(1), Requer::Nada, "Arquivo: falta o registro tipo 90\n"},
       {"validar SPED EFD sem o último registro", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}/ruim.txt"}, 1, "",
-       fiscal_demo_sem_a_ultima_linha(2), Requer::Nada, "Linha 1309: 9900 de 9999, registro ausente do arquivo\n"},
+       fiscal_demo_sem_a_ultima_linha(2), Requer::Nada, "Linha 1329: 9900 de 9999, registro ausente do arquivo\n"},
       {"validar arquivo inexistente", {"validar", "--tipo", "1", "--arquivo-fiscal", "{dir}/sumiu.txt"}, 1,
        "Não foi possível ler o arquivo '{dir}/sumiu.txt': arquivo ou pasta inexistente\n"},
       {"validar uma pasta", {"validar", "--tipo", "2", "--arquivo-fiscal", "{dir}"}, 1,

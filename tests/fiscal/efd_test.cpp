@@ -121,16 +121,17 @@ TEST(EfdGerar, MonthEndAndYearEndInventories) {
   EXPECT_TRUE(matches_golden("efd_fevereiro_2024.txt", arquivo));
 }
 
+// A purchase of a model neither C100 nor D100 books (electric energy, 06) is named, not booked.
 TEST(EfdGerar, NotesOutsideC100AreReportedNotBooked) {
   std::vector<std::string> info;
-  const std::string modelo57 = l04("4", "1", "77", "", "57", "05/03/2024", "05/03/2024", "10,00", "0") +
+  const std::string modelo06 = l04("4", "1", "77", "", "06", "05/03/2024", "05/03/2024", "10,00", "0") +
                                l05("4", "1", "2", "15") +
-                               l06("4", "1", "15", "1", "UN", "1,00", "10,00", "3", "000", "1353", "0,00", "0,00", "0,00");
-  const std::string arquivo = gerar_efd(l01("01/03/2024", "31/03/2024") + l02_l03() + modelo57 + cadastros(),
+                               l06("4", "1", "15", "1", "UN", "1,00", "10,00", "3", "000", "1253", "0,00", "0,00", "0,00");
+  const std::string arquivo = gerar_efd(l01("01/03/2024", "31/03/2024") + l02_l03() + modelo06 + cadastros(),
                                         [&](const std::string& s) { info.push_back(s); }, nullptr);
   EXPECT_THAT(info, ::testing::Contains("Nota 77 de compra de produtos de consumo (linha 4 do arquivo de informações): "
-                                        "modelo 57 não se escritura no registro C100; não escriturada"));
-  EXPECT_THAT(blocos(arquivo, "C"), ElementsAre("|C001|1|", "|C990|2|"));
+                                        "modelo 06 não se escritura no registro C100; não escriturada"));
+  EXPECT_THAT(blocos(arquivo, "CD"), ElementsAre("|C001|1|", "|C990|2|", "|D001|1|", "|D990|2|"));
   EXPECT_THAT(blocos(arquivo, "0"), ::testing::Not(::testing::Contains(HasSubstr("|0150|"))));
 }
 

@@ -62,6 +62,8 @@ TEST(ProblemasDoMes, EveryProblemListedByKindAndNoFileWritten) {
   // The line of the value that does not read; SINTEGRA names its note too.
   const std::string ilegivel = "valor ilegível no arquivo de informações (1):\n  ";
   const std::string item = "Linha 31 do arquivo de informações: C08 da linha 06 não é um valor: '1,0x'";
+  // The EFD names the note of the item as well.
+  const std::string nota_efd = "Nota 10 de venda de produtos (linha 29 do arquivo de informações): ";
   std::string chaves;
   for (int n = 2; n <= 8; ++n) {
     const int linha = 4 + 3 * (n - 1);
@@ -91,13 +93,13 @@ TEST(ProblemasDoMes, EveryProblemListedByKindAndNoFileWritten) {
            primeiras(5) + "\n  ... e mais 2\n" +
            "espécie de nota desconhecida (1):\n"
            "  Linha 28 do arquivo de informações: espécie de nota 7 desconhecida\n" +
-           ilegivel + item,
+           ilegivel + nota_efd + item,
        "9 problemas no mês; o arquivo SPED EFD ICMS/IPI não foi gravado:\n"
        "chave de acesso inválida (7):" +
            chaves + "\n" +
            "espécie de nota desconhecida (1):\n"
            "  Linha 28 do arquivo de informações: espécie de nota 7 desconhecida\n" +
-           ilegivel + item + "\n"},
+           ilegivel + nota_efd + item + "\n"},
   };
   for (const Caso& c : casos) {
     SCOPED_TRACE(c.nome);

@@ -33,28 +33,28 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
     std::vector<std::string> achados;
   } casos[] = {
       {"a short record", [](Registros& r) { r[1].pop_back(); }, {"Registro 2: tem 125 caracteres; todo registro tem 126"}},
-      {"a wrong grand total", sobrescrever(23, 73, "00000024"),
-       {"Registro 23: total geral (99) é 24, mas o arquivo tem 23 registros"}},
+      {"a wrong grand total", sobrescrever(24, 83, "00000025"),
+       {"Registro 24: total geral (99) é 25, mas o arquivo tem 24 registros"}},
       {"a 54 without its 50 (its CFOP is no 50's)", sobrescrever(11, 28, "1101"),
        {"Registro 11: item sem registro 50 do mesmo documento e CFOP " + doc + ", CFOP 1101)"}},
       {"the three at once",
        [](Registros& r) {
          r[1].pop_back();
-         r[22].replace(72, 8, "00000024");
+         r[23].replace(82, 8, "00000025");
          r[10].replace(27, 4, "1101");
        },
        {"Registro 2: tem 125 caracteres; todo registro tem 126",
         "Registro 11: item sem registro 50 do mesmo documento e CFOP " + doc + ", CFOP 1101)",
-        "Registro 23: total geral (99) é 24, mas o arquivo tem 23 registros"}},
-      {"a type-54 total", sobrescrever(23, 43, "00000005"),
-       {"Registro 23: total do tipo 54 é 5, mas o arquivo tem 6 registros desse tipo"}},
-      {"a type without its total", [](Registros& r) { r[22].replace(50, 40, r[22].substr(60, 30) + std::string(10, ' ')); },
-       {"Registro 23: falta o total do tipo 74"}},
-      {"the count of type-90 records", sobrescrever(23, 126, "2"),
-       {"Registro 23: campo 'Número de registros tipo 90' (posição 126) é 2, mas o arquivo tem 1 registros tipo 90"}},
+        "Registro 24: total geral (99) é 25, mas o arquivo tem 24 registros"}},
+      {"a type-54 total", sobrescrever(24, 43, "00000005"),
+       {"Registro 24: total do tipo 54 é 5, mas o arquivo tem 6 registros desse tipo"}},
+      {"a type without its total", [](Registros& r) { r[23].replace(60, 30, r[23].substr(70, 20) + std::string(10, ' ')); },
+       {"Registro 24: falta o total do tipo 74"}},
+      {"the count of type-90 records", sobrescrever(24, 126, "2"),
+       {"Registro 24: campo 'Número de registros tipo 90' (posição 126) é 2, mas o arquivo tem 1 registros tipo 90"}},
       {"an end-of-file mark after the last record", [](Registros& r) { r.back() += "\x1a"; },
-       {"Registro 23: tem 127 caracteres; todo registro tem 126",
-        "Registro 23: caractere inválido na posição 127: só ASCII visível"}},
+       {"Registro 24: tem 127 caracteres; todo registro tem 126",
+        "Registro 24: caractere inválido na posição 127: só ASCII visível"}},
       {"a byte outside ASCII", sobrescrever(1, 31, "\xc7"),
        {"Registro 1: caractere inválido na posição 31: só ASCII visível"}},
       {"a blank inside a number", sobrescrever(3, 68, " "),
@@ -70,7 +70,7 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
       {"a period that is not a whole month", sobrescrever(1, 116, "20240330"),
        {"Registro 1: o período (campos 08 e 09) deve ir do primeiro ao último dia de um mês"}},
       {"types out of order", [](Registros& r) { std::swap(r[14], r[15]); },
-       {"Registro 16: registro tipo 54 depois do tipo 74: os tipos vêm agrupados, em ordem crescente"}},
+       {"Registro 16: registro tipo 54 depois do tipo 70: os tipos vêm agrupados, em ordem crescente"}},
       {"a 50 after the 54 of its document, which still has it",
        [](Registros& r) {
          const std::string r50 = r[4];
@@ -104,20 +104,20 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
         "991, 992, 993, 997, 998, 999"}},
       {"a special item with a product", sobrescrever(13, 38, "9"),
        {"Registro 13: o item especial 991 não leva código de produto nem quantidade"}},
-      {"a product without its 75", sobrescrever(21, 19, "9X"),
+      {"a product without its 75", sobrescrever(22, 19, "9X"),
        {"Registro 12: produto '9' sem registro 75"}},
-      {"an inventory product without its 75", sobrescrever(20, 19, "8X"),
-       {"Registro 11: produto '8' sem registro 75", "Registro 17: produto '8' sem registro 75"}},
-      {"a 75 ending before it starts", sobrescrever(19, 11, "20240201"),
-       {"Registro 19: a data inicial é posterior à data final"}},
+      {"an inventory product without its 75", sobrescrever(21, 19, "8X"),
+       {"Registro 11: produto '8' sem registro 75", "Registro 18: produto '8' sem registro 75"}},
+      {"a 75 ending before it starts", sobrescrever(20, 11, "20240201"),
+       {"Registro 20: a data inicial é posterior à data final"}},
       {"a CNPJ with wrong check digits", sobrescrever(1, 16, "2"),
        {"Registro 1: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '11222333000182'",
-        "Registro 23: CNPJ e inscrição estadual devem ser os do registro tipo 10"}},
+        "Registro 24: CNPJ e inscrição estadual devem ser os do registro tipo 10"}},
       {"a state registration with punctuation", sobrescrever(5, 17, "987.654"),
        {"Registro 5: campo 'Inscrição Estadual' (posições 17-30) deve ter só letras maiúsculas e dígitos, ou ISENTO: "
         "'987.65421000  '"}},
       {"a record of a type the layout does not have", [](Registros& r) { r.insert(r.end() - 1, std::string(126, '9')); },
-       {"Registro 23: tipo '99' não existe no leiaute", "Registro 24: total geral (99) é 23, mas o arquivo tem 24 registros"}},
+       {"Registro 24: tipo '99' não existe no leiaute", "Registro 25: total geral (99) é 24, mas o arquivo tem 25 registros"}},
       {"an empty file", [](Registros& r) { r.clear(); },
        {"Arquivo: o arquivo está vazio", "Arquivo: falta o registro tipo 10", "Arquivo: falta o registro tipo 11",
         "Arquivo: falta o registro tipo 90"}},
@@ -138,7 +138,7 @@ TEST(SintegraValidador, EveryRecordEndsWithCrLf) {
   std::string arquivo = arquivo_de(registros_exemplo());
   arquivo.erase(arquivo.find("\r\n"), 1);  // a lone LF
   arquivo.resize(arquivo.size() - 2);       // nothing after the last record
-  EXPECT_THAT(validar_sintegra(arquivo), ElementsAre("Registro 1: termina sem CR LF", "Registro 23: termina sem CR LF"));
+  EXPECT_THAT(validar_sintegra(arquivo), ElementsAre("Registro 1: termina sem CR LF", "Registro 24: termina sem CR LF"));
 }
 
 }  // namespace
