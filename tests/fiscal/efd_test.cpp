@@ -298,6 +298,12 @@ TEST(EfdGerar, AlphanumericCnpjZerosRestoredAndNoRgAsIe) {
   EXPECT_TRUE(validar_efd(arquivo).empty());
 }
 
+// A quantity past the second decimal reaches QTD whole (the information file carries it).
+TEST(EfdGerar, AQuantityKeepsItsDecimals) {
+  const std::string arquivo = gera(troca(marco_2024(), "[C07]10,00[/C07]", "[C07]0,004[/C07]"));
+  EXPECT_THAT(arquivo, HasSubstr("|C170|1|2-15||0,00400|UN|"));
+}
+
 // Every problem of the month in one run, the parties' ones among them.
 TEST(EfdGerar, ListsEveryProblemOfTheMonth) {
   std::string info = troca(marco_2024(), "11.444.777/0001-61", "11.444.777/0001-62");
