@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include <iconv.h>
 
@@ -172,6 +173,62 @@ void TextEncoder::feed(std::string_view piece, std::string& out) {
 void TextEncoder::finish(std::string& out) {
   if (line_open_) out += "\r\n";
   line_open_ = false;
+}
+
+char32_t next_code_point(std::string_view text, std::size_t& i) {
+  const auto lead = static_cast<unsigned char>(text[i]);
+  const std::size_t n = utf8_length(lead);
+  if (n == 1 || i + n > text.size()) {
+    ++i;
+    return lead < 0x80 ? lead : 0xFFFD;
+  }
+  char32_t c = lead & (0x7F >> n);
+  for (std::size_t k = 1; k < n; ++k) {
+    const auto b = static_cast<unsigned char>(text[i + k]);
+    if ((b & 0xC0) != 0x80) {
+      ++i;
+      return 0xFFFD;
+    }
+    c = (c << 6) | (b & 0x3F);
+  }
+  i += n;
+  return c;
+}
+
+std::string_view transliteration(char32_t c) {
+  static constexpr std::pair<char32_t, std::string_view> kTabela[] = {
+      {0x2018, "'"},  {0x2019, "'"},   {0x201A, "'"},  {0x201B, "'"},  {0x2032, "'"},   {0x201C, "\""},
+      {0x201D, "\""}, {0x201E, "\""}, {0x201F, "\""}, {0x2033, "\""}, {0x2010, "-"},  {0x2011, "-"},
+      {0x2012, "-"},  {0x2013, "-"},   {0x2014, "-"},  {0x2015, "-"},  {0x2212, "-"},   {0x2022, "-"},
+      {0x2026, "..."}, {0x20AC, "EUR"}, {0x2122, "TM"}, {0x2039, "<"},  {0x203A, ">"},   {0x0152, "OE"},
+      {0x0153, "oe"}, {0x0160, "S"},   {0x0161, "s"},  {0x017D, "Z"},  {0x017E, "z"},   {0x0178, "Y"},
+      // Signs of Latin-1 itself, for a file in ASCII (ISO-8859-1 keeps them).
+      {0x00A0, " "},  {0x00AA, "a"},   {0x00BA, "o"},  {0x00B0, "o"},  {0x00B9, "1"},   {0x00B2, "2"},
+      {0x00B3, "3"},  {0x00BC, "1/4"}, {0x00BD, "1/2"}, {0x00BE, "3/4"}, {0x00AB, "\""}, {0x00BB, "\""},
+      {0x00B7, "."},  {0x00B4, "'"},
+  };
+  for (const auto& [de, para] : kTabela)
+    if (de == c) return para;
+  return {};
+}
+
+void append_latin1(std::string_view utf8, std::string& out) {
+  for (std::size_t i = 0; i < utf8.size();) {
+    const auto b = static_cast<unsigned char>(utf8[i]);
+    if (b < 0x80) {  // ASCII, the bulk of a file
+      out.push_back(static_cast<char>(b));
+      ++i;
+      continue;
+    }
+    const char32_t c = next_code_point(utf8, i);
+    if (c >= 0xA0 && c <= 0xFF) {
+      out.push_back(static_cast<char>(c));
+    } else if (const std::string_view t = transliteration(c); !t.empty()) {
+      out.append(t);
+    } else {
+      out.push_back('?');
+    }
+  }
 }
 
 }  // namespace infofiscal

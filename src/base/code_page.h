@@ -62,4 +62,21 @@ class TextEncoder {
   bool line_open_ = false;   // characters fed since the last break
 };
 
+// ---- Characters a file's code page lacks
+
+// Decodes the UTF-8 character at `i` and moves `i` past it; an invalid byte gives U+FFFD and
+// moves one byte. REQUIRES: i < text.size().
+char32_t next_code_point(std::string_view text, std::size_t& i);
+
+// The customary plain form of a character that ISO-8859-1 and ASCII lack: typographic quotes
+// to '"' and '\'', dashes to '-', the ellipsis to "...", the euro sign to "EUR", the trade mark
+// sign to "TM"; and of the signs of Latin-1 that ASCII lacks ("²" to "2", "º" to "o", "½" to
+// "1/2"). Empty when the table has none. The program's one table of transliterations.
+std::string_view transliteration(char32_t c);
+
+// UTF-8 to ISO-8859-1 (Latin-1), appended to `out`: a character of the code page as its byte,
+// one it lacks by its transliteration, else '?'; the C1 controls U+0080-U+009F, which no text
+// of the code page uses, also become '?'. REQUIRES: `utf8` holds whole characters.
+void append_latin1(std::string_view utf8, std::string& out);
+
 }  // namespace infofiscal

@@ -15,6 +15,7 @@
 #include "fiscal/efd_layout.h"
 #include "fiscal/efd_validador.h"
 #include "fiscal/identidade.h"
+#include "fiscal/inscricao_estadual.h"
 #include "fiscal/problemas.h"
 #include "informacao/esquema.h"
 #include "informacao/leitor.h"
@@ -62,18 +63,51 @@ std::string_view tipo_item(std::string_view especie) {
   return {};
 }
 
-std::string digitos(std::string_view s) {
-  std::string out;
-  for (const char c : s)
-    if (c >= '0' && c <= '9') out.push_back(c);
-  return out;
+// The problem of a value that failed its check: `onde` names its line and owner and the field
+// ("Linha 9 do arquivo de informações: participante 2-11 (Fulano), CPF"), then the value as
+// stored and the reason.
+DataProblem problema(std::string_view tipo, std::string_view onde, std::string_view valor,
+                     const identidade::Verificacao& v) {
+  return DataProblem(std::string(tipo), fmt::format("{} '{}': {}", onde, valor, v.motivo));
 }
 
-// A code of `n` digits: masks dropped, left-padded with zeros when shorter; empty stays empty.
-std::string codigo(std::string_view s, std::size_t n) {
-  std::string d = digitos(s);
+// A code of `n` digits as its field wants it: the mask ('.', '-', '/') dropped, zeros on the
+// left when shorter; empty stays empty.
+// REQUIRES: `s` passed identidade::verificar_codigo (through codigo, below, or confere_item).
+std::string com_zeros(std::string_view s, std::size_t n) {
+  std::string d = identidade::sem_mascara(s);
   if (!d.empty() && d.size() < n) d.insert(0, n - d.size(), '0');
   return d;
+}
+
+// The same, checked: a letter or any other character is a problem of `onde()` (the note and
+// item) naming the field: a CST "1A0" never becomes 010.
+template <class Onde>
+std::string codigo(std::string_view s, std::size_t n, std::string_view campo, const Onde& onde) {
+  if (const auto v = identidade::verificar_codigo(s); !v)
+    throw problema("código com caractere não numérico", onde() + ", " + std::string(campo), s, v);
+  return com_zeros(s, n);
+}
+
+// The phone of FONE and FAX (at most 11 digits, the country code 55 dropped).
+std::string fone(std::string_view s, std::string_view onde) {
+  identidade::Telefone t = identidade::telefone(s);
+  if (t.verificacao && t.digitos.size() > 11)
+    t.verificacao = {identidade::Defeito::Tamanho,
+                     fmt::format("tem {} dígitos; o campo tem no máximo 11", t.digitos.size())};
+  if (!t.verificacao) throw problema("telefone inválido", onde, s, t.verificacao);
+  return t.digitos;
+}
+
+// Column `n` in units of 10^-casas, for a field of `casas` decimals; more significant decimals
+// are a problem of `onde()`, never rounded away (0,004 is not 0,00).
+template <class Onde>
+std::int64_t quantidade(const LinhaInformacao& l, int n, int casas, std::string_view campo, const Onde& onde) {
+  try {
+    return l.decimal_sem_perda(n, casas);
+  } catch (const DataProblem& p) {
+    throw p.within(onde() + fmt::format(", {}: ", campo));
+  }
 }
 
 // A participant or item code of the file: the kind and the code of the information file
@@ -89,12 +123,77 @@ std::string chave(std::string_view especie, std::string_view codigo) {
 // ---- the catalogues, read in a first pass
 
 // What block 0 says of an item (0200), a unit (0190) and a participant (0150), kept by value.
+// The problems of a catalogue line are kept with it and reported when a record uses it: a
+// party or item no note of the month refers to stops nothing.
 struct ItemCadastrado {
   std::string tipo, descricao, unidade, ncm, cest;
+  std::vector<DataProblem> problemas;
 };
 struct ParticipanteCadastrado {
-  std::string nome, cnpj_cpf, ie, endereco, numero, bairro, municipio, pais;
+  std::string nome, cnpj, cpf, ie, uf, endereco, numero, bairro, municipio, pais;
+  std::vector<DataProblem> problemas;
 };
+
+// Line 12 as 0200 writes it. NCM (8 digits) and CEST (7) without mask; the CEST of zeros is
+// the catalogue's "none".
+ItemCadastrado item_da_linha(const LinhaInformacao& l) {
+  ItemCadastrado i{std::string(l.texto(L12::TipoItem)), std::string(l.texto(L12::Descricao)),
+                   std::string(l.texto(L12::Unidade)), {}, {}, {}};
+  const std::string onde = fmt::format("Linha {} do arquivo de informações: item {}-{}", l.numero,
+                                       l.texto(L12::TipoItem), l.texto(L12::Codigo));
+  const auto confere = [&](int coluna, std::string_view nome, std::size_t tamanho, std::string& out) {
+    const std::string_view v = l.texto(coluna);
+    identidade::Verificacao r = identidade::verificar_codigo(v);
+    out = identidade::sem_mascara(v);
+    if (r && !out.empty() && out.size() != tamanho)
+      r = {identidade::Defeito::Tamanho, fmt::format("tem {} dígitos; o {} tem {}", out.size(), nome, tamanho)};
+    if (!r) i.problemas.push_back(problema(fmt::format("{} inválido", nome), onde + ", " + std::string(nome), v, r));
+  };
+  confere(L12::Ncm, "NCM", 8, i.ncm);
+  confere(L12::Cest, "CEST", 7, i.cest);
+  if (i.cest == "0000000") i.cest.clear();
+  return i;
+}
+
+// Line 14 as 0150 writes it. A party of Brazil carries a CNPJ or a CPF that passes its check
+// digits, and its IE (empty or ISENTO: none) is checked with the state of its municipality. The
+// registration of a person (TipoPessoa F, or a CPF) is an identity card number: never an IE.
+ParticipanteCadastrado participante_da_linha(const LinhaInformacao& l) {
+  ParticipanteCadastrado p;
+  p.nome = l.texto(L14::RazaoSocial);
+  p.endereco = l.texto(L14::Endereco);
+  p.numero = l.texto(L14::Numero);
+  p.bairro = l.texto(L14::Bairro);
+  const std::string onde = fmt::format("Linha {} do arquivo de informações: participante {}-{} ({})", l.numero,
+                                       l.texto(L14::Papel), l.texto(L14::Codigo), p.nome);
+  const auto anota = [&](std::string_view tipo, std::string_view campo, std::string_view valor,
+                         const identidade::Verificacao& v) {
+    if (!v) p.problemas.push_back(problema(tipo, onde + ", " + std::string(campo), valor, v));
+  };
+  const std::string_view pais = l.texto(L14::IbgePais);
+  anota("código com caractere não numérico", "país", pais, identidade::verificar_codigo(pais));
+  p.pais = identidade::sem_mascara(pais);
+  if (p.pais.empty() || p.pais == "0") p.pais = kPaisBrasil;
+  if (p.pais != kPaisBrasil) return p;  // a foreign party: no CNPJ, CPF, IE or municipality
+  p.municipio = l.texto(L14::IbgeCidade);
+  p.uf = identidade::uf_do_municipio(p.municipio);
+  if (p.uf.empty())
+    anota("município inválido", "município", p.municipio,
+          {identidade::Defeito::Uf, "não é um código IBGE de município de 7 dígitos de uma UF"});
+  const std::string_view doc = l.texto(L14::CnpjCpf), tipo = l.texto(L14::TipoPessoa);
+  std::string d = identidade::documento(doc);
+  identidade::Verificacao v = identidade::verificar_documento(d);
+  if (v && (tipo == "F" ? d.size() != 11 : tipo == "J" && d.size() != 14))
+    v = {identidade::Defeito::Tamanho, fmt::format("a pessoa de tipo {} tem {}", tipo, tipo == "F" ? "CPF" : "CNPJ")};
+  const bool cpf = tipo == "F" || (tipo != "J" && d.size() == 11);
+  anota(cpf ? "CPF inválido" : "CNPJ inválido", cpf ? "CPF" : "CNPJ", doc, v);
+  (cpf ? p.cpf : p.cnpj) = std::move(d);
+  const std::string_view ie = l.texto(L14::IeRg);
+  if (cpf || ie.empty() || ie == "ISENTO" || p.uf.empty()) return p;
+  anota("IE inválida", fmt::format("IE ({})", p.uf), ie, identidade::verificar_inscricao_estadual(p.uf, ie));
+  p.ie = identidade::sem_mascara(ie);
+  return p;
+}
 
 // The accountant (0100) is required, and so is a layout for the year.
 void confere_cabecalho(const CabecalhoInformacao& c) {
@@ -114,21 +213,17 @@ class Cadastros final : public LeitorDeInformacao {
 
   void cadastro(const LinhaInformacao& l) override {
     // The first line of a code stands for it.
-    if (l.tipo == L12::kTipo)
-      itens_.try_emplace(chave(l.texto(L12::TipoItem), l.texto(L12::Codigo)),
-                         ItemCadastrado{std::string(l.texto(L12::TipoItem)), std::string(l.texto(L12::Descricao)),
-                                        std::string(l.texto(L12::Unidade)), digitos(l.texto(L12::Ncm)),
-                                        digitos(l.texto(L12::Cest))});
+    if (l.tipo == L12::kTipo) {
+      std::string cod = chave(l.texto(L12::TipoItem), l.texto(L12::Codigo));
+      if (!itens_.count(cod)) itens_.emplace(std::move(cod), item_da_linha(l));
+    }
     if (l.tipo == L13::kTipo)
       unidades_.try_emplace(std::string(l.texto(L13::Sigla)),
                             l.texto(L13::Descricao).empty() ? l.texto(L13::Sigla) : l.texto(L13::Descricao));
-    if (l.tipo == L14::kTipo)
-      participantes_.try_emplace(
-          chave(l.texto(L14::Papel), l.texto(L14::Codigo)),
-          ParticipanteCadastrado{std::string(l.texto(L14::RazaoSocial)), std::string(l.texto(L14::CnpjCpf)),
-                                 std::string(l.texto(L14::IeRg)), std::string(l.texto(L14::Endereco)),
-                                 std::string(l.texto(L14::Numero)), std::string(l.texto(L14::Bairro)),
-                                 std::string(l.texto(L14::IbgeCidade)), std::string(l.texto(L14::IbgePais))});
+    if (l.tipo == L14::kTipo) {
+      std::string cod = chave(l.texto(L14::Papel), l.texto(L14::Codigo));
+      if (!participantes_.count(cod)) participantes_.emplace(std::move(cod), participante_da_linha(l));
+    }
   }
 
   const ItemCadastrado* item(const std::string& cod) const { return busca(itens_, cod); }
@@ -333,7 +428,8 @@ class GeradorEfd final : public LeitorDeInformacao {
     if (!e) falha(h, "espécie de nota desconhecida", fmt::format("espécie de nota {} desconhecida", codigo_especie));
     const std::string_view sit = cod_sit(h.texto(L04::Situacao));
     if (sit.empty()) falha(h, "situação de nota desconhecida", fmt::format("situação '{}' da nota desconhecida", h.texto(L04::Situacao)));
-    const std::string mod = codigo(h.texto(L04::Modelo), 2);
+    const auto culpa = [&] { return descreve(h, *e); };
+    const std::string mod = codigo(h.texto(L04::Modelo), 2, "COD_MOD", culpa);
     // Transport documents go to D100 when the company took the service (a purchase's freight).
     const bool transporte = modelo_transporte(mod) && e->ind_oper == '0' && e->ind_emit == '1';
     if (!transporte && !R("C100").campos[4].permite(mod)) {
@@ -347,7 +443,7 @@ class GeradorEfd final : public LeitorDeInformacao {
       return true;
     }
     ++documentos_;
-    std::string num = digitos(h.texto(L04::Numero));
+    std::string num = codigo(h.texto(L04::Numero), 0, "NUM_DOC", culpa);
     num.erase(0, std::min(num.find_first_not_of('0'), num.size()));
     const Valor oper = texto(std::string_view(&e->ind_oper, 1)), emit = texto(std::string_view(&e->ind_emit, 1));
     if (sit != "00") {  // cancelled or voided: the reduced record, without children
@@ -361,14 +457,18 @@ class GeradorEfd final : public LeitorDeInformacao {
     return true;
   }
 
-  void participante(const NotaInformacao& nota, const Especie& e) {
+  // The party of a note, once its catalogue problems are in the month's list.
+  const ParticipanteCadastrado& participante(const NotaInformacao& nota, const Especie& e) {
     const LinhaInformacao& h = nota.cabecalho;
     if (!nota.parte) throw DataProblem("nota sem participante", descreve(h, e) + ": sem a linha 05 do participante");
     const std::string cod = chave(nota.parte->texto(L05::Papel), nota.parte->texto(L05::Codigo));
-    if (!cadastros_.participante(cod))
+    const ParticipanteCadastrado* p = cadastros_.participante(cod);
+    if (!p)
       throw DataProblem("participante fora do cadastro (linhas 14)",
                         descreve(h, e) + fmt::format(": participante {} não consta das linhas 14", cod));
-    participantes_usados_.usa(cod);
+    if (participantes_usados_.usa(cod))
+      for (const DataProblem& problema : p->problemas) problemas_.anota(problema);
+    return *p;
   }
 
   // `onde()` describes the user of the code, for the error; `usados` are the block's.
@@ -376,6 +476,8 @@ class GeradorEfd final : public LeitorDeInformacao {
   void item(const std::string& cod, Usados& itens, Usados& unidades, const Onde& onde) {
     const ItemCadastrado* i = cadastros_.item(cod);
     if (!i) throw DataProblem("item fora do cadastro (linhas 12)", onde() + fmt::format(": item {} não consta das linhas 12", cod));
+    if (itens_relatados_.insert(cod).second)
+      for (const DataProblem& problema : i->problemas) problemas_.anota(problema);
     if (itens.usa(cod)) unidade(i->unidade, unidades, onde);
   }
 
@@ -393,17 +495,18 @@ class GeradorEfd final : public LeitorDeInformacao {
     SemCredito sem_credito;
   };
   static IcmsDoItem icms_do_item(const LinhaInformacao& i) {
-    const SemCredito s = sem_credito(codigo(i.texto(L06::Cfop), 4));
+    const SemCredito s = sem_credito(com_zeros(i.texto(L06::Cfop), 4));
     if (s != SemCredito::Nao) return {0, 0, 0, s};
     return {i.centesimos(L06::IcmsBase), i.centesimos(L06::IcmsAliquota), i.centesimos(L06::IcmsValor), s};
   }
 
   // Throws DataProblem for what keeps an item out of the file: a code the layout refuses, a
-  // negative amount, and, for a document whose items the file lists (`cadastro`), an item or
-  // unit missing from the catalogues.
+  // negative amount, and, for a document whose items the file lists (`cadastro`, C170), a code
+  // or quantity C170 cannot carry, an item or unit missing from the catalogues.
   void confere_item(const NotaInformacao& nota, const Especie& e, const LinhaInformacao& i, bool cadastro) {
     const auto culpa = [&] { return descreve(nota.cabecalho, e) + fmt::format(": item {}", i.texto(L06::Item)); };
-    const std::string cst = codigo(i.texto(L06::IcmsCst), 3), cfop = codigo(i.texto(L06::Cfop), 4);
+    const std::string cst = codigo(i.texto(L06::IcmsCst), 3, "CST_ICMS", culpa),
+                      cfop = codigo(i.texto(L06::Cfop), 4, "CFOP", culpa);
     if (!cst_icms_valido(cst))
       throw DataProblem("CST do ICMS inválido", culpa() + fmt::format(" com CST do ICMS '{}' inválido", i.texto(L06::IcmsCst)));
     const int destino = cfop.size() == 4 ? apuracao_cfop(cfop) : 0;
@@ -419,6 +522,10 @@ class GeradorEfd final : public LeitorDeInformacao {
     }
     if (!cadastro) return;
     const auto onde = [&] { return descreve(nota.cabecalho, e) + fmt::format(", item {}", i.texto(L06::Item)); };
+    codigo(i.texto(L06::IpiCst), 2, "CST_IPI", onde);
+    codigo(i.texto(L06::PisCst), 2, "CST_PIS", onde);
+    codigo(i.texto(L06::CofinsCst), 2, "CST_COFINS", onde);
+    quantidade(i, L06::Quantidade, 5, "QTD", onde);
     item(chave(i.texto(L06::TipoItem), i.texto(L06::Produto)), itens_usados_, unidades_usadas_, onde);
     unidade(i.texto(L06::Unidade), unidades_usadas_, onde);
   }
@@ -441,7 +548,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   // The C190 (D190) groups and the C100 (D100) sums of a note's items, checked before.
   void agrupa(const NotaInformacao& nota, std::vector<Grupo>& grupos, Totais& t) {
     for (const LinhaInformacao& i : nota.itens) {
-      std::string cst = codigo(i.texto(L06::IcmsCst), 3), cfop = codigo(i.texto(L06::Cfop), 4);
+      std::string cst = com_zeros(i.texto(L06::IcmsCst), 3), cfop = com_zeros(i.texto(L06::Cfop), 4);
       const IcmsDoItem icms = icms_do_item(i);
       Grupo* g = nullptr;
       for (auto& x : grupos)
@@ -491,7 +598,7 @@ class GeradorEfd final : public LeitorDeInformacao {
                const std::string& mod, const std::string& num) {
     const LinhaInformacao& h = nota.cabecalho;
     if (nota.itens.empty()) throw DataProblem("nota sem itens", descreve(h, e) + ": sem itens (linhas 06)");
-    participante(nota, e);
+    const ParticipanteCadastrado& parte = participante(nota, e);
     const bool transporte = modelo_transporte(mod);
     // Items (C170) only on third-party documents: an own NF-e's items are in its XML; D100 has none.
     const bool com_c170 = e.ind_emit == '1' && !transporte;
@@ -506,9 +613,9 @@ class GeradorEfd final : public LeitorDeInformacao {
     if (dt_doc > dt_fin_)
       throw DataProblem("nota emitida depois do período",
                         descreve(h, e) + fmt::format(": emitida em {}, depois do período", h.texto(L04::Emissao)));
-    if (modelo_eletronico(mod) && !chave_nfe_valida(digitos(h.texto(L04::Chave))))
-      throw DataProblem("chave de acesso inválida",
-                        descreve(h, e) + fmt::format(": chave de acesso '{}' inválida", h.texto(L04::Chave)));
+    // A CT-e's key is checked like an NF-e's; its issuer is the carrier, the note's party.
+    if (modelo_eletronico(mod) || transporte)
+      confere_chave(h.texto(L04::Chave), e.ind_emit == '0' ? uf_ : parte.uf, descreve(h, e));
     const Dia dt_es = h.texto(L04::EntradaSaida).empty() ? 0 : dia(h.data(L04::EntradaSaida));
     // An entry or exit date outside the document's date and the period is left out (optional field).
     const Valor dt_e_s = dt_es >= dt_doc && dt_es <= dt_fin_ ? data(dt_es) : vazio();
@@ -541,9 +648,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   void d100(const NotaInformacao& nota, const Especie& e, const std::string& mod, const std::string& num,
             const std::string& cod_part, Dia dt_doc, const Valor& dt_a_p, const Totais& t) {
     const LinhaInformacao& h = nota.cabecalho;
-    const std::string_view chv = h.texto(L04::Chave);
-    const identidade::Verificacao v = identidade::verificar_chave(chv);
-    if (!v) throw DataProblem("chave de acesso inválida", descreve(h, e) + fmt::format(": chave de acesso '{}': {}", chv, v.motivo));
+    const std::string_view chv = h.texto(L04::Chave);  // checked by confere_chave
     if (identidade::partes_da_chave(chv).modelo != mod)
       throw DataProblem("chave de acesso inválida",
                         descreve(h, e) + fmt::format(": chave de acesso '{}' de outro modelo que o {} da nota", chv, mod));
@@ -564,21 +669,34 @@ class GeradorEfd final : public LeitorDeInformacao {
     ++transportes_;
   }
 
+  // The access key of an electronic note: its check digit, and the state code of its issuer (the
+  // company for its own notes, else the party's, when its municipality names one).
+  static void confere_chave(std::string_view chv, std::string_view uf_emitente, const std::string& nota) {
+    identidade::Verificacao v = identidade::verificar_chave(chv);
+    if (!v) throw problema("chave de acesso inválida", nota + ": chave de acesso", chv, v);
+    const std::string_view uf = identidade::uf_do_codigo(identidade::partes_da_chave(chv).codigo_uf);
+    if (!uf_emitente.empty() && uf != uf_emitente)
+      throw problema("chave de acesso com a UF de outro emitente", nota + ": chave de acesso", chv,
+                     {identidade::Defeito::Uf, fmt::format("o código de UF {} ({}) não é o da UF do emitente ({})",
+                                                           chv.substr(0, 2), uf, uf_emitente)});
+  }
+
   // A quantity-based PIS/COFINS field: only when not zero.
   static Valor opcional(const LinhaInformacao& i, int n) {
     const std::int64_t v = i.centesimos(n);
     return v ? centesimos(v) : vazio();
   }
 
-  // REQUIRES: confere_item passed for `i` (its item and unit are in the catalogues).
+  // REQUIRES: confere_item passed for `i` (its codes, quantity, item and unit).
   void c170(const LinhaInformacao& i) {
     const std::string cod = chave(i.texto(L06::TipoItem), i.texto(L06::Produto));
     const auto c = [&i](int n) { return centesimos(i.centesimos(n)); };
     const IcmsDoItem icms = icms_do_item(i);
-    const std::string cst = codigo(i.texto(L06::IcmsCst), 3), cfop = codigo(i.texto(L06::Cfop), 4),
-                      cst_ipi = codigo(i.texto(L06::IpiCst), 2), cst_pis = codigo(i.texto(L06::PisCst), 2),
-                      cst_cofins = codigo(i.texto(L06::CofinsCst), 2);
-    out_.registro("C170", {inteiro(i.inteiro(L06::Item)), texto(cod), vazio(), c(L06::Quantidade),
+    const std::string cst = com_zeros(i.texto(L06::IcmsCst), 3), cfop = com_zeros(i.texto(L06::Cfop), 4),
+                      cst_ipi = com_zeros(i.texto(L06::IpiCst), 2), cst_pis = com_zeros(i.texto(L06::PisCst), 2),
+                      cst_cofins = com_zeros(i.texto(L06::CofinsCst), 2);
+    const Valor qtd = decimal(i.decimal_sem_perda(L06::Quantidade, 5), 5);
+    out_.registro("C170", {inteiro(i.inteiro(L06::Item)), texto(cod), vazio(), qtd,
                            texto(i.texto(L06::Unidade)), c(L06::PrecoTotal), c(L06::Desconto), texto("0"), texto(cst),
                            texto(cfop), vazio(), centesimos(icms.bc), centesimos(icms.aliq), centesimos(icms.icms),
                            c(L06::IcmsStBase), vazio(), c(L06::IcmsStValor), vazio(), texto(cst_ipi), vazio(),
@@ -606,38 +724,70 @@ class GeradorEfd final : public LeitorDeInformacao {
       std::string cod = chave(l.texto(L17::TipoItem), l.texto(L17::Produto));
       item(cod, itens_do_inventario_, unidades_do_inventario_, onde);
       unidade(l.texto(L17::Unidade), unidades_do_inventario_, onde);
-      const std::int64_t qtd = l.centesimos(L17::Quantidade), valor = l.centesimos(L17::PrecoTotal);
+      const auto linha = [&] { return onde() + fmt::format(", linha {}", l.numero); };
+      const std::int64_t qtd = quantidade(l, L17::Quantidade, 3, "QTD", linha), valor = l.centesimos(L17::PrecoTotal);
       total += valor;
       const auto [it, novo] = posicao.emplace(cod, itens.size());
       if (novo)
-        itens.push_back({std::move(cod), std::string(l.texto(L17::Unidade)), qtd, valor, l.centesimos(L17::PrecoUnitario)});
+        itens.push_back({std::move(cod), std::string(l.texto(L17::Unidade)), qtd, valor,
+                         quantidade(l, L17::PrecoUnitario, 6, "VL_UNIT", linha)});
       else
         itens[it->second].qtd += qtd, itens[it->second].total += valor;
     }
     out_.registro("H005", {data(dia(h.data(L16::Data))), centesimos(total), texto("01")});
     for (const auto& i : itens)
-      out_.registro("H010", {texto(i.cod), texto(i.unidade), centesimos(i.qtd), centesimos(i.unitario),
+      out_.registro("H010", {texto(i.cod), texto(i.unidade), decimal(i.qtd, 3), decimal(i.unitario, 6),
                              centesimos(i.total), texto("0"), vazio(), vazio(), vazio(), vazio()});
   }
 
   // ---- block 0
 
+  // Block 0's header records. A value of lines 02 and 03 that fails its check is a problem of the
+  // month: the records are written all the same, and the month ends refused. An empty one is the
+  // validator's (a required field of 0000 or 0100).
   void bloco_0(const LinhaInformacao& r, const LinhaInformacao& e, const LinhaInformacao& c) {
+    const auto confere = [this](const LinhaInformacao& l, std::string_view tipo, std::string_view campo,
+                                std::string_view valor, const identidade::Verificacao& v) {
+      if (!valor.empty() && !v)
+        problemas_.anota(
+            problema(tipo, fmt::format("Linha {} do arquivo de informações: {}", l.numero, campo), valor, v));
+    };
+    const auto fone_de = [&](const LinhaInformacao& l, int coluna, std::string_view campo) {
+      try {
+        return fone(l.texto(coluna), fmt::format("Linha {} do arquivo de informações: {}", l.numero, campo));
+      } catch (const DataProblem& p) {
+        problemas_.anota(p);
+        return std::string();
+      }
+    };
+    uf_ = e.texto(L02::Uf);
+    const std::string cnpj = identidade::documento(e.texto(L02::Cnpj));
+    confere(e, "CNPJ inválido", "CNPJ da empresa", e.texto(L02::Cnpj), identidade::verificar_cnpj(cnpj));
+    confere(e, "IE inválida", fmt::format("IE da empresa ({})", uf_), e.texto(L02::Ie),
+            identidade::verificar_inscricao_estadual(uf_, e.texto(L02::Ie)));
+    const std::string ie = identidade::sem_mascara(e.texto(L02::Ie));
     out_.registro("0000", {texto(cod_ver(ano_)),
                            texto(r.texto(L01::Finalidade).empty() ? "0" : r.texto(L01::Finalidade)), data(dt_ini_),
-                           data(dt_fin_), texto(e.texto(L02::RazaoSocial)), texto(e.texto(L02::Cnpj)), vazio(),
-                           texto(e.texto(L02::Uf)), texto(digitos(e.texto(L02::Ie))), texto(e.texto(L02::IbgeCidade)),
+                           data(dt_fin_), texto(e.texto(L02::RazaoSocial)), texto(cnpj), vazio(),
+                           texto(e.texto(L02::Uf)), texto(ie), texto(e.texto(L02::IbgeCidade)),
                            texto(e.texto(L02::Im)), texto(e.texto(L02::Suframa)), texto(r.texto(L01::Perfil)),
                            texto(r.texto(L01::TipoAtividade))});
+    const std::string fone_empresa = fone_de(e, L02::Fone, "telefone da empresa"),
+                      fax_empresa = fone_de(e, L02::Fax, "fax da empresa");
     out_.registro("0005", {texto(e.texto(L02::NomeFantasia)), texto(e.texto(L02::Cep)), texto(e.texto(L02::Endereco)),
                            texto(e.texto(L02::Numero)), texto(e.texto(L02::Complemento)), texto(e.texto(L02::Bairro)),
-                           texto(digitos(e.texto(L02::Fone))), texto(digitos(e.texto(L02::Fax))),
-                           texto(e.texto(L02::Email))});
-    out_.registro("0100", {texto(c.texto(L03::Nome)), texto(c.texto(L03::Cpf)), texto(c.texto(L03::Crc)),
-                           texto(c.texto(L03::Cnpj)), texto(c.texto(L03::Cep)), texto(c.texto(L03::Endereco)),
-                           texto(c.texto(L03::Numero)), texto(c.texto(L03::Complemento)), texto(c.texto(L03::Bairro)),
-                           texto(digitos(c.texto(L03::Fone))), texto(digitos(c.texto(L03::Fax))),
-                           texto(c.texto(L03::Email)), texto(c.texto(L03::IbgeCidade))});
+                           texto(fone_empresa), texto(fax_empresa), texto(e.texto(L02::Email))});
+    const std::string cpf = identidade::documento(c.texto(L03::Cpf));
+    const std::string cnpj_contador = identidade::documento(c.texto(L03::Cnpj));
+    confere(c, "CPF inválido", "CPF do contador", c.texto(L03::Cpf), identidade::verificar_cpf(cpf));
+    confere(c, "CNPJ inválido", "CNPJ do escritório do contador", c.texto(L03::Cnpj),
+            identidade::verificar_cnpj(cnpj_contador));
+    const std::string fone_contador = fone_de(c, L03::Fone, "telefone do contador"),
+                      fax_contador = fone_de(c, L03::Fax, "fax do contador");
+    out_.registro("0100", {texto(c.texto(L03::Nome)), texto(cpf), texto(c.texto(L03::Crc)), texto(cnpj_contador),
+                           texto(c.texto(L03::Cep)), texto(c.texto(L03::Endereco)), texto(c.texto(L03::Numero)),
+                           texto(c.texto(L03::Complemento)), texto(c.texto(L03::Bairro)), texto(fone_contador),
+                           texto(fax_contador), texto(c.texto(L03::Email)), texto(c.texto(L03::IbgeCidade))});
   }
 
   // The codes of block C in the order of their first use, then those that only block H uses.
@@ -661,15 +811,8 @@ class GeradorEfd final : public LeitorDeInformacao {
   }
 
   void r0150(const std::string& cod, const ParticipanteCadastrado& p) {
-    std::string pais = digitos(p.pais);
-    if (pais.empty() || pais == "0") pais = kPaisBrasil;
-    const bool brasil = pais == kPaisBrasil;
-    const std::string doc = brasil ? digitos(p.cnpj_cpf) : std::string();
-    const bool cnpj = doc.size() == 14;
-    out_.registro("0150", {texto(cod), texto(p.nome), texto(pais), cnpj ? texto(doc) : vazio(),
-                           doc.size() == 11 ? texto(doc) : vazio(), cnpj ? texto(digitos(p.ie)) : vazio(),
-                           brasil ? texto(p.municipio) : vazio(), vazio(), texto(p.endereco), texto(p.numero), vazio(),
-                           texto(p.bairro)});
+    out_.registro("0150", {texto(cod), texto(p.nome), texto(p.pais), texto(p.cnpj), texto(p.cpf), texto(p.ie),
+                           texto(p.municipio), vazio(), texto(p.endereco), texto(p.numero), vazio(), texto(p.bairro)});
   }
 
   // ---- block E
@@ -727,6 +870,8 @@ class GeradorEfd final : public LeitorDeInformacao {
   EscritorEfd out_;
   Usados participantes_usados_, itens_usados_, unidades_usadas_;  // by block C
   Usados itens_do_inventario_, unidades_do_inventario_;           // by block H
+  std::unordered_set<std::string> itens_relatados_;  // items whose catalogue problems are listed
+  std::string uf_;  // the company's
   std::vector<Grupo> grupos_;  // of the note being booked, reused
   ProblemasDoMes problemas_;
   int ano_ = 0, mes_ = 0, documentos_ = 0, nota_ = 0, inutilizados_ = 0;

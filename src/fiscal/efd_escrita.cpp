@@ -49,12 +49,20 @@ void anexa_numero(std::string& out, std::int64_t v, int escala, int decimais) {
 }
 
 // Free text: no pipe, no control character, no blank at either end, at most `tamanho`
-// characters (UTF-8 here; the file is converted to its code page at the end).
+// characters (UTF-8 here; the file is converted to its code page at the end). A pipe, a tab or a
+// line break becomes a blank (they stand between words); any other control character (DEL and
+// the C1 controls U+0080-U+009F included) is removed.
 void anexa_texto(std::string& out, std::string_view s, int tamanho) {
   const std::size_t inicio = out.size();
   int caracteres = 0;
-  for (const char ch : s) {
+  for (std::size_t i = 0; i < s.size(); ++i) {
+    const char ch = s[i];
     const auto c = static_cast<unsigned char>(ch);
+    const bool c1 = c == 0xC2 && i + 1 < s.size() && static_cast<unsigned char>(s[i + 1]) < 0xA0;
+    if ((c < 32 && c != '\t' && c != '\n' && c != '\r') || c == 0x7F || c1) {
+      i += c1 ? 1 : 0;
+      continue;
+    }
     const bool continuacao = (c & 0xC0) == 0x80;
     if (!continuacao && caracteres == tamanho) break;
     if (!continuacao) ++caracteres;
@@ -159,8 +167,12 @@ void EscritorEfd::campo(std::string& out, const efd::Campo& c, const Valor& v) {
       if (c.tipo == 'C') {
         anexa_texto(out, v.texto, c.tamanho ? c.tamanho : 255);
       } else {  // identification numbers and codes: digits only, without masks
-        for (const char ch : v.texto)
+        for (const char ch : v.texto) {
           if (ch >= '0' && ch <= '9') out.push_back(ch);
+          // The converter refuses a letter in a code, naming its note; one here is a fault of the program.
+          else if (ch != '.' && ch != '-' && ch != '/')
+            throw Error("Campo " + std::string(c.nome) + " numérico com o valor '" + std::string(v.texto) + "'");
+        }
       }
       break;
     case Valor::Tipo::Numero:
@@ -204,12 +216,12 @@ void EscritorEfd::registro(const efd::Registro& r, std::initializer_list<Valor> 
 
 void EscritorEfd::escreve(int b, std::string_view registro) {
   if (static_cast<std::size_t>(b) == corrente_) {
-    cp1252_.append(registro, buffer_);
+    append_latin1(registro, buffer_);
     if (buffer_.size() >= kPedaco) descarrega();
     return;
   }
   if (!adiados_[b]) adiados_[b] = std::make_unique<Adiado>(saida_.pasta_temporaria(), em_memoria_);
-  cp1252_.append(registro, adiados_[b]->buffer());
+  append_latin1(registro, adiados_[b]->buffer());
   adiados_[b]->alivia();
 }
 

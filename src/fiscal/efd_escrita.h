@@ -36,6 +36,8 @@ inline Valor texto(std::string_view s) { return {Valor::Tipo::Texto, s}; }
 // An amount in hundredths (cents, or hundredths of a unit or of a percent).
 inline Valor centesimos(std::int64_t v) { return {Valor::Tipo::Numero, {}, v, 2}; }
 inline Valor inteiro(std::int64_t v) { return {Valor::Tipo::Numero, {}, v, 0}; }
+// A number in units of 10^-escala (a quantity read with the field's decimals).
+inline Valor decimal(std::int64_t v, int escala) { return {Valor::Tipo::Numero, {}, v, escala}; }
 inline Valor data(Dia d) { return d ? Valor{Valor::Tipo::Data, {}, d} : Valor{}; }
 inline Valor mes_ano(int ano, int mes) { return {Valor::Tipo::MesAno, {}, ano * 100L + mes}; }
 
@@ -49,7 +51,8 @@ std::string data_texto(Dia d);
 // An amount in hundredths as the file writes it: "1234,50", "-0,07".
 std::string valor_texto(std::int64_t centesimos);
 
-// The file written as it goes, into a SaidaFiscal, in Windows-1252. Blocks come in file order:
+// The file written as it goes, into a SaidaFiscal, in ISO-8859-1 (characters the code page
+// lacks transliterated, see base/code_page.h). Blocks come in file order:
 // a record of the block being written goes out at once; a record of a later block waits (in
 // memory, past a few MiB in a temporary file beside the output) until that block's turn. Records
 // are counted per type and per block for the closing records (x001, x990, 9900, 9990, 9999).
@@ -85,7 +88,6 @@ class EscritorEfd {
 
   SaidaFiscal& saida_;
   const std::size_t em_memoria_;
-  Windows1252 cp1252_;
   std::string registro_;  // the record being written, in UTF-8
   std::string buffer_;    // bytes for saida_
   std::array<std::unique_ptr<Adiado>, kBlocos.size()> adiados_;

@@ -17,11 +17,13 @@ constexpr Campo kFechamento[] = {{"REG", 'C', 4, X, 0, O}, {"QTD_LIN", 'N', 0, L
 
 // 0000. COD_FIN, IND_PERFIL and IND_ATIV come from line 01 as the fiscal register states them;
 // CPF stays empty: the entity is a company (CNPJ).
+// The CNPJ fields of 0000, 0100 and 0150 hold 14 characters, letters included since the
+// alphanumeric CNPJ: typed 'C' of exact size here, checked as a CNPJ by the validator.
 constexpr Campo k0000[] = {
     {"REG", 'C', 4, X, 0, O},        {"COD_VER", 'N', 3, X, 0, O},
     {"COD_FIN", 'N', 1, X, 0, O, "0|1"}, {"DT_INI", 'D', 8, X, 0, O},
     {"DT_FIN", 'D', 8, X, 0, O},     {"NOME", 'C', 100, L, 0, O},
-    {"CNPJ", 'N', 14, X, 0, OC},     {"CPF", 'N', 11, X, 0, OC},
+    {"CNPJ", 'C', 14, X, 0, OC},     {"CPF", 'N', 11, X, 0, OC},
     {"UF", 'C', 2, X, 0, O},         {"IE", 'C', 14, L, 0, O},
     {"COD_MUN", 'N', 7, X, 0, O},    {"IM", 'C', 0, L, 0, OC},
     {"SUFRAMA", 'C', 9, X, 0, OC},   {"IND_PERFIL", 'C', 1, X, 0, O, "A|B|C"},
@@ -38,16 +40,16 @@ constexpr Campo k0005[] = {
 // 0100: written in every file (some states dispense it; the layout lists it as required).
 constexpr Campo k0100[] = {
     {"REG", 'C', 4, X, 0, O},      {"NOME", 'C', 100, L, 0, O},  {"CPF", 'N', 11, X, 0, O},
-    {"CRC", 'C', 15, L, 0, O},     {"CNPJ", 'N', 14, X, 0, OC},  {"CEP", 'N', 8, X, 0, OC},
+    {"CRC", 'C', 15, L, 0, O},     {"CNPJ", 'C', 14, X, 0, OC},  {"CEP", 'N', 8, X, 0, OC},
     {"END", 'C', 60, L, 0, OC},    {"NUM", 'C', 10, L, 0, OC},   {"COMPL", 'C', 60, L, 0, OC},
     {"BAIRRO", 'C', 60, L, 0, OC}, {"FONE", 'C', 11, L, 0, OC},  {"FAX", 'C', 11, L, 0, OC},
     {"EMAIL", 'C', 0, L, 0, O},    {"COD_MUN", 'N', 7, X, 0, OC},
 };
 // 0150: only participants that a record of the file refers to. IE is written only for a
-// company (CNPJ): the information file's registration of a person is an identity number.
+// company: the information file's registration of a person (a CPF) is an identity number.
 constexpr Campo k0150[] = {
     {"REG", 'C', 4, X, 0, O},     {"COD_PART", 'C', 60, L, 0, O}, {"NOME", 'C', 100, L, 0, O},
-    {"COD_PAIS", 'N', 5, L, 0, O}, {"CNPJ", 'N', 14, X, 0, OC},   {"CPF", 'N', 11, X, 0, OC},
+    {"COD_PAIS", 'N', 5, L, 0, O}, {"CNPJ", 'C', 14, X, 0, OC},   {"CPF", 'N', 11, X, 0, OC},
     {"IE", 'C', 14, L, 0, OC},    {"COD_MUN", 'N', 7, X, 0, OC},  {"SUFRAMA", 'C', 9, X, 0, OC},
     {"END", 'C', 60, L, 0, O},    {"NUM", 'C', 10, L, 0, OC},     {"COMPL", 'C', 60, L, 0, OC},
     {"BAIRRO", 'C', 60, L, 0, OC},
@@ -62,7 +64,8 @@ constexpr Campo k0200[] = {
     {"COD_NCM", 'C', 8, X, 0, OC},    {"EX_IPI", 'C', 3, L, 0, OC},    {"COD_GEN", 'N', 2, X, 0, OC},
     {"COD_LST", 'C', 5, L, 0, OC},    {"ALIQ_ICMS", 'N', 6, L, 2, OC}, {"CEST", 'N', 7, X, 0, OC},
 };
-// C100. IND_PGTO is not in the information file: 2 (others). IND_FRT: 0 (by the sender)
+// C100. CHV_NFE is typed 'C': the key of an issuer with an alphanumeric CNPJ carries letters.
+// IND_PGTO is not in the information file: 2 (others). IND_FRT: 0 (by the sender)
 // when the note carries freight, else 9 (no freight). VL_ABAT_NT 0; PIS/COFINS-ST empty.
 constexpr Campo kC100[] = {
     {"REG", 'C', 4, X, 0, O},          {"IND_OPER", 'C', 1, X, 0, O, "0|1"},
@@ -70,7 +73,7 @@ constexpr Campo kC100[] = {
     {"COD_MOD", 'C', 2, X, 0, O, "01|1B|04|55|65"},
     {"COD_SIT", 'N', 2, X, 0, O, "00|01|02|03|04|05|06|07|08"},
     {"SER", 'C', 3, L, 0, OC},         {"NUM_DOC", 'N', 9, L, 0, O},
-    {"CHV_NFE", 'N', 44, X, 0, OC},    {"DT_DOC", 'D', 8, X, 0, OC},
+    {"CHV_NFE", 'C', 44, X, 0, OC},    {"DT_DOC", 'D', 8, X, 0, OC},
     {"DT_E_S", 'D', 8, X, 0, OC},      {"VL_DOC", 'N', 0, L, 2, OC},
     {"IND_PGTO", 'C', 1, X, 0, OC, "0|1|2"}, {"VL_DESC", 'N', 0, L, 2, OC},
     {"VL_ABAT_NT", 'N', 0, L, 2, OC},  {"VL_MERC", 'N', 0, L, 2, OC},
@@ -308,30 +311,6 @@ void completa_e110(CamposE110& f) {
   f[14] = c > d ? c - d : 0;
   f[13] = f[11] - f[12];
 }
-
-namespace {
-
-// Digit `n` of `s` checks the `n` digits before it: weights 2, 3, ... up to `peso_max` from the
-// right, starting again at 2.
-bool digito_mod11(std::string_view s, std::size_t n, int peso_max) {
-  int soma = 0, peso = 2;
-  for (std::size_t i = n; i-- > 0;) {
-    soma += (s[i] - '0') * peso;
-    peso = peso == peso_max ? 2 : peso + 1;
-  }
-  const int resto = soma % 11;
-  return s[n] - '0' == (resto < 2 ? 0 : 11 - resto);
-}
-
-}  // namespace
-
-bool cnpj_valido(std::string_view s) {
-  return s.size() == 14 && so_digitos(s) && digito_mod11(s, 12, 9) && digito_mod11(s, 13, 9);
-}
-bool cpf_valido(std::string_view s) {
-  return s.size() == 11 && so_digitos(s) && digito_mod11(s, 9, 11) && digito_mod11(s, 10, 12);
-}
-bool chave_nfe_valida(std::string_view s) { return s.size() == 44 && so_digitos(s) && digito_mod11(s, 43, 9); }
 
 bool cst_icms_valido(std::string_view cst) {
   if (cst.size() != 3 || cst.find_first_not_of("0123456789") != std::string_view::npos) return false;

@@ -89,12 +89,6 @@ SemCredito sem_credito(std::string_view cfop);
 
 inline bool so_digitos(std::string_view s) { return s.find_first_not_of("0123456789") == std::string_view::npos; }
 
-// Check digits (modulus 11) of a CNPJ, a CPF and an NF-e access key; false also when the size
-// or the characters are wrong.
-bool cnpj_valido(std::string_view s);
-bool cpf_valido(std::string_view s);
-bool chave_nfe_valida(std::string_view s);
-
 // Valid CST_ICMS: origin 0-8 followed by a situation (table 4.3.1), or a CSOSN.
 bool cst_icms_valido(std::string_view cst);
 

@@ -13,6 +13,7 @@
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "fiscal/identidade.h"
+#include "fiscal/inscricao_estadual.h"
 #include "base/value.h"
 
 namespace infofiscal::efd {
@@ -104,8 +105,14 @@ class ValidadorEfd::Estado {
       achado("a linha deve começar e terminar com '|'");
       return;
     }
-    if (std::any_of(linha.begin(), linha.end(), [](char c) { return static_cast<unsigned char>(c) < 32; }))
-      achado("caractere de controle no conteúdo");
+    // ISO-8859-1 has no character at the control codes, DEL and 0x80-0x9F.
+    const auto fora = std::find_if(linha.begin(), linha.end(), [](char ch) {
+      const auto c = static_cast<unsigned char>(ch);
+      return c < 0x20 || (c >= 0x7F && c < 0xA0);
+    });
+    if (fora != linha.end())
+      achado("byte 0x{:02X} na posição {}, fora da página de código ISO-8859-1", static_cast<unsigned char>(*fora),
+             fora - linha.begin() + 1);
     atual_.campos.clear();
     for (std::size_t p = 1; p < linha.size();) {
       const std::size_t q = linha.find('|', p);
@@ -233,12 +240,15 @@ class ValidadorEfd::Estado {
     int linha;
     bool usado = false;
     std::string extra = {};
+    std::string_view uf = {};  // of a participant, by its municipality
   };
   using Tabela = MapaDeTextos<Definido>;
 
-  void define(Tabela& t, std::string_view codigo, std::string_view nome, std::string_view extra = {}) {
-    if (!t.try_emplace(std::string(codigo), Definido{linha_, false, std::string(extra)}).second)
-      achado("{} '{}' repetido", nome, codigo);
+  // False (and a finding) when the code was defined already.
+  bool define(Tabela& t, std::string_view codigo, std::string_view nome, std::string_view extra = {}) {
+    if (t.try_emplace(std::string(codigo), Definido{linha_, false, std::string(extra)}).second) return true;
+    achado("{} '{}' repetido", nome, codigo);
+    return false;
   }
   // The definition of a code that a record uses; nullptr (and a finding) when missing.
   Definido* usa(Tabela& t, std::string_view codigo, std::string_view campo, std::string_view tabela) {
@@ -262,20 +272,36 @@ class ValidadorEfd::Estado {
       if (campo(1) != cod_ver(a)) achado("0000 COD_VER '{}' não é o do período {:02}/{} ('{}')", campo(1), m, a, cod_ver(a));
     }
     confere_documento(campo(6), campo(7), "0000");
+    confere_ie(campo(9), campo(8), "0000");
     cnpj_proprio_ = campo(6);
+    uf_propria_ = campo(8);
   }
 
   void confere_documento(std::string_view cnpj, std::string_view cpf, std::string_view reg) {
     if (cnpj.empty() == cpf.empty()) achado("{} deve ter CNPJ ou CPF, e só um deles", reg);
-    if (!cnpj.empty() && !cnpj_valido(cnpj)) achado("{} CNPJ '{}' com dígito verificador inválido", reg, cnpj);
-    if (!cpf.empty() && !cpf_valido(cpf)) achado("{} CPF '{}' com dígito verificador inválido", reg, cpf);
+    if (const auto v = identidade::verificar_cnpj(cnpj); !cnpj.empty() && !v)
+      achado("{} CNPJ '{}': {}", reg, cnpj, v.motivo);
+    if (const auto v = identidade::verificar_cpf(cpf); !cpf.empty() && !v)
+      achado("{} CPF '{}': {}", reg, cpf, v.motivo);
+  }
+
+  // An IE (empty: none) by the rule of the state `uf`.
+  void confere_ie(std::string_view ie, std::string_view uf, std::string_view reg) {
+    if (ie.empty()) return;
+    if (const auto v = identidade::verificar_inscricao_estadual(uf, ie); !v)
+      achado("{} IE '{}' ({}): {}", reg, ie, uf, v.motivo);
   }
 
   void r0150() {
-    define(participantes_, campo(1), "0150 COD_PART", campo(4));
+    const std::string_view uf = identidade::uf_do_municipio(campo(7));
+    if (define(participantes_, campo(1), "0150 COD_PART", campo(4)))
+      participantes_.find(campo(1))->second.uf = uf;
     if (campo(3) == kPaisBrasil) {
       confere_documento(campo(4), campo(5), "0150");
       if (campo(7).empty()) achado("0150 de participante do Brasil sem COD_MUN");
+      else if (uf.empty()) achado("0150 COD_MUN '{}' não é um município de uma UF", campo(7));
+      if (!campo(5).empty() && !campo(6).empty()) achado("0150 de pessoa física (CPF) com IE '{}'", campo(6));
+      else if (!uf.empty()) confere_ie(campo(6), uf, "0150");
     } else if (!campo(4).empty() || !campo(5).empty() || !campo(6).empty() || !campo(7).empty()) {
       achado("0150 de participante do exterior com CNPJ, CPF, IE ou COD_MUN");
     }
@@ -306,7 +332,7 @@ class ValidadorEfd::Estado {
     if (doc_.reduzido) {
       if (!campo(3).empty()) achado("C100 de COD_SIT {} com o campo COD_PART preenchido", doc_.sit);
       if (doc_.sit == "05" && !campo(8).empty()) achado("C100 de COD_SIT 05 com o campo CHV_NFE preenchido");
-      if (chave_nfe_valida(campo(8))) confere_chave(cnpj_proprio_);
+      if (identidade::verificar_chave(campo(8))) confere_chave(cnpj_proprio_, uf_propria_);
       for (std::size_t i = 9; i < atual_.campos.size(); ++i)
         if (!campo(static_cast<int>(i)).empty())
           achado("C100 de COD_SIT {} com o campo {} preenchido", doc_.sit, atual_.r->campos[i].nome);
@@ -318,24 +344,33 @@ class ValidadorEfd::Estado {
     if (mod == "65" && !campo(3).empty()) achado("C100 de NFC-e (65) com COD_PART");
     if (mod == "65" && (campo(1) != "1" || campo(2) != "0")) achado("C100 de NFC-e (65) que não é saída própria");
     const Definido* participante = campo(3).empty() ? nullptr : usa(participantes_, campo(3), "COD_PART", "0150");
-    if (modelo_eletronico(mod) && !chave_nfe_valida(campo(8)))
-      achado("C100 CHV_NFE '{}' ausente ou com dígito verificador inválido", campo(8));
+    const identidade::Verificacao chv = identidade::verificar_chave(campo(8));
+    if (modelo_eletronico(mod) && campo(8).empty())
+      achado("C100 CHV_NFE ausente");
+    else if (modelo_eletronico(mod) && !chv)
+      achado("C100 CHV_NFE '{}': {}", campo(8), chv.motivo);
     else if (!campo(8).empty() && !modelo_eletronico(mod))
       achado("C100 de modelo {} com CHV_NFE", mod);
+    else if (!campo(8).empty() && campo(2) == "0")
+      confere_chave(cnpj_proprio_, uf_propria_);
     else if (!campo(8).empty())
-      confere_chave(campo(2) == "0" ? cnpj_proprio_ : participante ? participante->extra : std::string_view());
+      confere_chave(participante ? std::string_view(participante->extra) : std::string_view(),
+                    participante ? participante->uf : std::string_view());
     const Dia doc = ler_data(campo(9)), es = ler_data(campo(10));
     if (doc && doc > dt_fin_) achado("C100 DT_DOC {} depois do fim do período", campo(9));
     if (es && (es < doc || es > dt_fin_)) achado("C100 DT_E_S {} fora de DT_DOC a fim do período", campo(10));
     doc_.c100 = {valor(11), valor(20), valor(21), valor(22), valor(23), valor(24)};
   }
 
-  // The access key repeats the issuer's CNPJ (positions 7-20), the model (21-22), the series
-  // (23-25) and the number (26-34) of the document. An issuer without a CNPJ is not compared.
-  void confere_chave(std::string_view cnpj_emitente) {
+  // The access key repeats the issuer's state code (positions 1-2), CNPJ (7-20), the model
+  // (21-22), the series (23-25) and the number (26-34) of the document. An issuer without a CNPJ
+  // or a known state is not compared on that part.
+  void confere_chave(std::string_view cnpj_emitente, std::string_view uf_emitente) {
     const std::string_view chave = campo(8);
     const auto sem_zeros = [](std::string_view v) { return v.substr(std::min(v.find_first_not_of('0'), v.size())); };
     const std::pair<std::string_view, bool> partes[] = {
+        {"código da UF do emitente",
+         uf_emitente.empty() || identidade::uf_do_codigo(chave.substr(0, 2)) == uf_emitente},
         {"CNPJ do emitente", cnpj_emitente.empty() || chave.substr(6, 14) == cnpj_emitente},
         {"COD_MOD", chave.substr(20, 2) == campo(4)},
         {"SER", sem_zeros(chave.substr(22, 3)) == sem_zeros(campo(6))},
@@ -605,7 +640,7 @@ class ValidadorEfd::Estado {
   std::array<int, 8> ultimo_{};
   std::array<int, kMaxRegistros> por_tipo_{};
   std::array<int, kBlocos.size()> por_bloco_{};
-  std::string ind_mov_, cnpj_proprio_;
+  std::string ind_mov_, cnpj_proprio_, uf_propria_;
   Dia dt_ini_ = 0, dt_fin_ = 0, proximo_e100_ = 0;
   bool e100_inteiro_ = false;
   Tabela participantes_, unidades_, itens_;

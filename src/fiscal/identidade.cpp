@@ -122,6 +122,50 @@ ChaveDeAcesso partes_da_chave(std::string_view chave) {
           chave.substr(25, 9), chave.substr(34, 1), chave.substr(35, 8), chave.substr(43, 1)};
 }
 
+std::string sem_mascara(std::string_view valor) {
+  std::string s;
+  for (const char c : valor)
+    if (c != '.' && c != '-' && c != '/') s.push_back(c);
+  return s;
+}
+
+std::string documento(std::string_view valor) {
+  std::string doc = sem_mascara(valor);
+  if ((doc.size() == 12 || doc.size() == 13) && std::all_of(doc.begin(), doc.end(), digito))
+    doc.insert(0, 14 - doc.size(), '0');
+  return doc;
+}
+
+Verificacao verificar_documento(std::string_view doc) {
+  if (doc.size() == 14) return verificar_cnpj(doc);
+  if (doc.size() == 11) return verificar_cpf(doc);
+  return falha(Defeito::Tamanho, fmt::format("tem {} caracteres; o CNPJ tem 14 e o CPF 11", doc.size()));
+}
+
+namespace {
+
+// The first character of `valor` that is neither a digit nor one of `permitidos`.
+Verificacao so_digitos_e(std::string_view valor, std::string_view permitidos, std::string_view porque) {
+  for (std::size_t i = 0; i < valor.size(); ++i)
+    if (!digito(valor[i]) && permitidos.find(valor[i]) == std::string_view::npos)
+      return caractere_invalido(valor, i, porque);
+  return {};
+}
+
+}  // namespace
+
+Verificacao verificar_codigo(std::string_view valor) {
+  return so_digitos_e(valor, ".-/", ": o código é numérico");
+}
+
+Telefone telefone(std::string_view valor) {
+  Telefone t{{}, so_digitos_e(valor, " ()-.+", ": o telefone só tem dígitos")};
+  for (const char c : valor)
+    if (digito(c)) t.digitos.push_back(c);
+  if ((t.digitos.size() == 12 || t.digitos.size() == 13) && t.digitos.starts_with("55")) t.digitos.erase(0, 2);
+  return t;
+}
+
 std::string_view codigo_da_uf(std::string_view sigla) {
   for (const auto& u : kUnidades)
     if (u.sigla == sigla) return u.codigo;

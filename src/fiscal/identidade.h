@@ -3,10 +3,12 @@
 // the federation. The state registration (IE) is in inscricao_estadual.h and answers with the
 // same Verificacao.
 //
-// Every function takes the value exactly as the caller holds it and changes nothing: no
-// trimming, no upper-casing, no mask removal (a CNPJ with dots or a lower-case letter is refused,
-// and the reason says so), so that a message can quote the value as stored. Nothing here keeps
-// a reference to its argument except ChaveDeAcesso, whose views point into the caller's text.
+// Every check takes the value exactly as the caller holds it and changes nothing: no trimming,
+// no upper-casing, no mask removal (a CNPJ with dots or a lower-case letter is refused, and the
+// reason says so), so that a message can quote the value as stored. The form a file carries
+// comes from sem_mascara, documento and telefone, which drop masks and never a letter. Nothing
+// here keeps a reference to its argument except ChaveDeAcesso, whose views point into the
+// caller's text.
 #pragma once
 
 #include <cstddef>
@@ -76,6 +78,37 @@ Verificacao verificar_chave(std::string_view chave);
 
 // Splits a key into its fields. Precondition: chave.size() == 44 (verificar_chave passed).
 ChaveDeAcesso partes_da_chave(std::string_view chave);
+
+// ---- Values as a register stores them
+
+// The text without the mask characters '.', '-' and '/' that registers keep in CNPJs, CPFs, IEs
+// and codes ("12.345.678/0001-95", "7318.15.00"). Every other character is kept, so that a check
+// of the result reports it.
+std::string sem_mascara(std::string_view valor);
+
+// A CNPJ or CPF as a register stores it, in the form the files carry: the mask dropped, and a
+// text of 12 or 13 digits only completed with zeros on the left to 14. Such a text is a CNPJ a
+// numeric column kept without its leading zeros: no CPF has more than 11 digits, and a CNPJ
+// with letters never lost any. Nothing else changes; check the result with verificar_documento.
+std::string documento(std::string_view valor);
+
+// A CNPJ (14 characters) or a CPF (11), in the form documento() gives; any other size is
+// Defeito::Tamanho.
+Verificacao verificar_documento(std::string_view doc);
+
+// A numeric code as stored (CFOP, CST, NCM, CEST, CEP, a note's number): digits and the mask
+// characters only. Defeito::Caractere names the first other character and its position in the
+// stored text: the letter of a CST "1A0" is never dropped in silence.
+Verificacao verificar_codigo(std::string_view valor);
+
+// A phone as stored ("+55 (19) 3242-1100"): digits and the characters ' ', '(', ')', '-', '.'
+// and '+'. `digitos` are its digits, without the country code 55 when there are 12 or 13 of them
+// (55, the area code and 8 or 9 digits); the caller checks their number against its field.
+struct Telefone {
+  std::string digitos;
+  Verificacao verificacao;
+};
+Telefone telefone(std::string_view valor);
 
 // IBGE codes of the units of the federation: "SP" <-> "35". Each returns an empty view when the
 // argument names no unit (upper-case sigla, two digits). The views are static.

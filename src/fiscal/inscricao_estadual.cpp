@@ -254,12 +254,6 @@ bool isento_em_minusculas(std::string_view ie) {
 
 }  // namespace
 
-std::string ie_sem_mascara(std::string_view ie) {
-  std::string s;
-  std::copy_if(ie.begin(), ie.end(), std::back_inserter(s), [](char c) { return !mascara(c); });
-  return s;
-}
-
 Verificacao verificar_inscricao_estadual(std::string_view uf, std::string_view ie) {
   if (codigo_da_uf(uf).empty()) return falha(Defeito::Uf, fmt::format("UF '{}' desconhecida", uf));
   if (ie == "ISENTO") return {};
@@ -267,7 +261,7 @@ Verificacao verificar_inscricao_estadual(std::string_view uf, std::string_view i
   const bool rural = uf == "SP" && !ie.empty() && ie.front() == 'P';
   if (auto v = caracteres(ie, uf == "SP"); !v) return v;
 
-  std::string digitos = ie_sem_mascara(rural ? ie.substr(1) : ie);
+  std::string digitos = sem_mascara(rural ? ie.substr(1) : ie);
   if (digitos.empty()) return falha(Defeito::Tamanho, "inscrição vazia");
   if (digitos.find_first_not_of('0') == std::string::npos) return falha(Defeito::Repetido, "inscrição só de zeros");
   for (const auto& forma : kFormas) {

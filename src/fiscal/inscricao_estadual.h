@@ -26,9 +26,6 @@ namespace infofiscal::identidade {
 // Mato Grosso's IE is 11 digits; one stored with 9 or 10 is checked as if completed with zeros
 // on the left, as its state's rule does.
 Verificacao verificar_inscricao_estadual(std::string_view uf, std::string_view ie);
-
-// The IE without its mask characters ('.', '-', '/'): the form the SINTEGRA file carries. Any
-// other character is kept, so that a check of the result reports it.
-std::string ie_sem_mascara(std::string_view ie);
+// The IE as the files carry it is sem_mascara(ie) (identidade.h).
 
 }  // namespace infofiscal::identidade

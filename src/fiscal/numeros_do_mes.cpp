@@ -10,26 +10,6 @@ namespace {
 
 using efd::Dia;
 
-// Type 70 (transport documents: NF de serviço de transporte and the conhecimentos), as the
-// manual of Convênio ICMS 57/95 gives it. This system does not write it; a file that has it is
-// read for its figures only.
-namespace r70 {
-enum : int { Tipo = 1, Cnpj, IE, Data, Uf, Modelo, Serie, Subserie, Numero, Cfop, Valor, Base, Icms, Isenta, Outras,
-             CifFob, Situacao };
-}
-constexpr sintegra::Campo kCampos70[] = {
-    {1, "Tipo", 2, sintegra::Formato::N},          {2, "CNPJ", 14, sintegra::Formato::N},
-    {3, "Inscrição Estadual", 14, sintegra::Formato::X}, {4, "Data de emissão / utilização", 8, sintegra::Formato::N},
-    {5, "Unidade da Federação", 2, sintegra::Formato::X}, {6, "Modelo", 2, sintegra::Formato::N},
-    {7, "Série", 1, sintegra::Formato::X},         {8, "Subsérie", 2, sintegra::Formato::X},
-    {9, "Número", 6, sintegra::Formato::N},        {10, "CFOP", 4, sintegra::Formato::N},
-    {11, "Valor total", 13, sintegra::Formato::N, 2}, {12, "Base de cálculo do ICMS", 14, sintegra::Formato::N, 2},
-    {13, "Valor do ICMS", 14, sintegra::Formato::N, 2}, {14, "Isenta ou não tributada", 14, sintegra::Formato::N, 2},
-    {15, "Outras", 14, sintegra::Formato::N, 2},    {16, "CIF/FOB/Outros", 1, sintegra::Formato::X},
-    {17, "Situação", 1, sintegra::Formato::X},
-};
-const sintegra::Layout k70{70, kCampos70, {}};
-
 // Where types 50 and 70 keep a document's figures.
 struct CamposDoDocumento {
   const sintegra::Layout& layout;
@@ -37,7 +17,8 @@ struct CamposDoDocumento {
 };
 const CamposDoDocumento kDocumento50{sintegra::k50, sintegra::r50::Data, sintegra::r50::Cfop, sintegra::r50::Valor,
                                      sintegra::r50::Base, sintegra::r50::Icms};
-const CamposDoDocumento kDocumento70{k70, r70::Data, r70::Cfop, r70::Valor, r70::Base, r70::Icms};
+const CamposDoDocumento kDocumento70{sintegra::k70, sintegra::r70::Data, sintegra::r70::Cfop, sintegra::r70::Valor,
+                                     sintegra::r70::Base, sintegra::r70::Icms};
 
 // A record's figures that did not read: the record is counted, its values left out.
 struct Ilegivel {};

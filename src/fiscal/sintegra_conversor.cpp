@@ -5,6 +5,8 @@
 #include <fmt/format.h>
 
 #include "base/error.h"
+#include "fiscal/identidade.h"
+#include "fiscal/inscricao_estadual.h"
 #include "informacao/esquema.h"
 
 namespace infofiscal::sintegra {
@@ -21,38 +23,48 @@ bool antes(const TimeStamp& a, const TimeStamp& b) {
   return std::tie(a.year, a.month, a.day) < std::tie(b.year, b.month, b.day);
 }
 
-std::string so_digitos(std::string_view texto) {
-  std::string d;
-  for (const char c : texto)
-    if (c >= '0' && c <= '9') d += c;
-  return d;
+// The digits of a numeric code (`campo` names it: "CFOP", "item 2, CST do ICMS"), its mask
+// dropped; a letter or any other character is a problem, never dropped.
+std::string codigo(std::string_view texto, std::string_view campo) {
+  if (const auto v = identidade::verificar_codigo(texto); !v)
+    throw DataProblem("código com caractere não numérico", fmt::format("{} '{}': {}", campo, texto, v.motivo));
+  return identidade::sem_mascara(texto);
 }
 
-std::int64_t numero_de(std::string_view texto) {
+std::int64_t numero_de(std::string_view texto, std::string_view campo) {
   std::int64_t v = 0;
-  for (const char c : so_digitos(texto).substr(0, 18)) v = v * 10 + (c - '0');
+  for (const char c : codigo(texto, campo).substr(0, 18)) v = v * 10 + (c - '0');
   return v;
 }
 
-// The state registration as type 50 field 03 wants it: letters and digits, or ISENTO.
-std::string inscricao(std::string_view texto) {
-  std::string ie;
-  for (const char c : ascii_maiusculo(texto))
-    if ((c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z')) ie += c;
-  return ie.empty() || ie.starts_with("ISENT") ? std::string(kIsento) : ie;
+// The digits of a phone (country code 55 dropped); the field says whether they fit.
+std::string fone(std::string_view texto, std::string_view campo) {
+  identidade::Telefone t = identidade::telefone(texto);
+  if (!t.verificacao)
+    throw DataProblem("telefone inválido", fmt::format("{} '{}': {}", campo, texto, t.verificacao.motivo));
+  return std::move(t.digitos);
 }
+
+// The number of an address for type 11's numeric field: "S/N" (sem número, any case and mask)
+// is no number, zeros; any other letter is refused by the field.
+std::string_view numero_do_endereco(std::string_view texto) {
+  return ascii_maiusculo(identidade::sem_mascara(texto)) == "SN" ? std::string_view() : texto;
+}
+
+// Whether the registration is the literal "no IE" (any case, or empty).
+bool isento(std::string_view ie) { return ie.empty() || ascii_maiusculo(ie) == kIsento; }
 
 // Type 54 field 07 from ICMS_CST: origin 0 before a 2-digit code, the last 3 digits of a
 // longer one.
-std::string cst_do_item(std::string_view texto) {
-  const std::string d = so_digitos(texto);
+std::string cst_do_item(std::string_view texto, std::string_view campo) {
+  const std::string d = codigo(texto, campo);
   if (d.size() == 2) return "0" + d;
   return d.size() > 3 ? d.substr(d.size() - 3) : d;
 }
 
 // Whether an item's amount outside the ICMS base is exempt (else "outras"), by its tax code.
-bool isenta(std::string_view texto) {
-  const std::string d = so_digitos(texto);
+bool isenta(std::string_view texto, std::string_view campo) {
+  const std::string d = codigo(texto, campo);
   if (d.size() >= 4) return na_lista(kCsosnsIsentos, d.substr(d.size() - 3));
   if (d.size() == 3 && !na_lista(kCsts, d.substr(1))) return na_lista(kCsosnsIsentos, d);
   return d.size() >= 2 && na_lista(kCstsIsentos, d.substr(d.size() - 2));
@@ -73,7 +85,7 @@ void CatalogoSintegra::cadastro(const LinhaInformacao& l) {
                             l.texto(L12::TipoItem)));
   produtos_.try_emplace(std::string(*prefixo) + std::string(l.texto(L12::Codigo)),
                         Produto{l.numero, l.tipo, std::string(l.texto(L12::Descricao)),
-                                std::string(l.texto(L12::Unidade)), so_digitos(l.texto(L12::Ncm))});
+                                std::string(l.texto(L12::Unidade)), std::string(l.texto(L12::Ncm))});
 }
 
 const Produto* CatalogoSintegra::produto(const std::string& codigo) const {
@@ -124,7 +136,8 @@ void ConversorSintegra::inventario(const InventarioInformacao& inv) {
     progredir(static_cast<int>(k + 1), static_cast<int>(inv.itens.size()));
     try {
       const std::string& produto = usar_produto(kItemProduto, p.texto(L17::Produto), p);
-      b74_.novo().data(data).texto(produto).numero(p.centesimos(L17::Quantidade), 2).numero(p.centesimos(L17::PrecoTotal), 2);
+      b74_.novo().data(data).texto(produto).numero(p.decimal_sem_perda(L17::Quantidade, 3), 3);
+      b74_.numero(p.centesimos(L17::PrecoTotal), 2);
       b74_.texto(kPossePropria).zeros().brancos().brancos().brancos().fim();
     } catch (const DataProblem& err) {
       problemas_.anota(err.within(fmt::format("Linha {} do arquivo de informações: ", p.numero)));
@@ -150,20 +163,25 @@ void ConversorSintegra::escrever_informante(const CabecalhoInformacao& c) {
   const LinhaInformacao& e = c.empresa;
   inicio_ = r.data(L01::DataInicial);
   fim_ = r.data(L01::DataFinal);
-  cnpj_ = so_digitos(e.texto(L02::Cnpj));
-  ie_ = inscricao(e.texto(L02::Ie));
   uf_ = ascii_maiusculo(e.texto(L02::Uf));
+  const std::string onde = "Dados da empresa (linhas 02 e 03 do arquivo de informações): ";
+  cnpj_ = cnpj(e.texto(L02::Cnpj), "da empresa", onde, true);
+  ie_ = inscricao(e.texto(L02::Ie), uf_, "da empresa", onde, true);
   const std::string_view finalidade = mapa_ou_erro(mapear(kFinalidades, r.texto(L01::Finalidade)),
                                                    "Finalidade do arquivo (C06 da linha 01)", r.texto(L01::Finalidade));
   try {
     b10_.novo().digitos(cnpj_).texto(ie_).texto(e.texto(L02::RazaoSocial)).texto(e.texto(L02::NomeCidade)).texto(uf_);
-    b10_.digitos(e.texto(L02::Fax)).data(inicio_).data(fim_).texto(kConvenio).texto(kNatureza).texto(finalidade).fim();
+    b10_.digitos(fone(e.texto(L02::Fax), "fax")).data(inicio_).data(fim_).texto(kConvenio).texto(kNatureza);
+    b10_.texto(finalidade).fim();
     // The contact: the accountant, or the company itself when line 03 names nobody.
     const bool contador = c.contador && !ascii_maiusculo(c.contador->texto(L03::Nome)).empty();
     const std::string_view contato = contador ? c.contador->texto(L03::Nome) : e.texto(L02::RazaoSocial);
     const std::string_view fone = contador ? c.contador->texto(L03::Fone) : e.texto(L02::Fone);
-    b11_.novo().texto(e.texto(L02::Endereco)).digitos(e.texto(L02::Numero)).texto(e.texto(L02::Complemento));
-    b11_.texto(e.texto(L02::Bairro)).digitos(e.texto(L02::Cep)).texto(contato).digitos(fone).fim();
+    b11_.novo().texto(e.texto(L02::Endereco)).digitos(numero_do_endereco(e.texto(L02::Numero)));
+    b11_.texto(e.texto(L02::Complemento));
+    b11_.texto(e.texto(L02::Bairro)).digitos(e.texto(L02::Cep)).texto(contato);
+    b11_.digitos(sintegra::fone(fone, "telefone"));
+    b11_.fim();
   } catch (const DataProblem& err) {
     problemas_.anota(err.within("Dados da empresa (linhas 02 e 03 do arquivo de informações): "));
   }
@@ -218,14 +236,40 @@ void ConversorSintegra::escrever_nota(const NotaInformacao& nota) {
   }
 }
 
-ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInformacao& nota, bool propria) const {
+std::string ConversorSintegra::cnpj(std::string_view texto, const std::string& quem, const std::string& onde,
+                                    bool relatar) {
+  const std::string doc = identidade::documento(texto);
+  if (doc.empty()) return doc;
+  const identidade::Verificacao v = identidade::verificar_documento(doc);
+  const bool letras = v && doc.find_first_not_of("0123456789") != std::string::npos;
+  if (relatar && !v)
+    problemas_.anota(DataProblem(doc.size() == 11 ? "CPF inválido" : "CNPJ inválido",
+                                 fmt::format("{}CNPJ/CPF {} '{}': {}", onde, quem, texto, v.motivo)));
+  if (relatar && letras)
+    problemas_.anota(DataProblem("CNPJ alfanumérico, sem lugar no SINTEGRA",
+                                 fmt::format("{}CNPJ {} '{}': o campo CNPJ do SINTEGRA é numérico e não leva letras",
+                                             onde, quem, texto)));
+  return v && doc.size() == 14 && !letras ? doc : std::string();
+}
+
+std::string ConversorSintegra::inscricao(std::string_view texto, std::string_view uf, const std::string& quem,
+                                         const std::string& onde, bool relatar) {
+  if (isento(texto)) return std::string(kIsento);
+  if (const auto v = identidade::verificar_inscricao_estadual(uf, texto); relatar && !v)
+    problemas_.anota(
+        DataProblem("IE inválida", fmt::format("{}IE {} ({}) '{}': {}", onde, quem, uf, texto, v.motivo)));
+  return identidade::sem_mascara(texto);
+}
+
+ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInformacao& nota, bool propria) {
   const LinhaInformacao& h = nota.cabecalho;
   Documento doc;
   doc.modelo = *mapear(kModelos, std::to_string(h.inteiro(L04::Modelo)));
   doc.serie = ascii_maiusculo(h.texto(L04::Serie));
-  const std::string numero = so_digitos(h.texto(L04::Numero));
+  const std::string numero = codigo(h.texto(L04::Numero), "número (C03)");
   if (numero.empty()) throw DataProblem("nota sem número", "nota sem número (C03)");
-  doc.numero = numero_de(numero.size() > 6 ? std::string_view(numero).substr(numero.size() - 6) : numero);
+  doc.numero =
+      numero_de(numero.size() > 6 ? std::string_view(numero).substr(numero.size() - 6) : numero, "número (C03)");
   doc.emitente = propria ? 'P' : 'T';
   doc.situacao = mapa_ou_erro(mapear(kSituacoes, h.texto(L04::Situacao)), "Situação (C24)", h.texto(L04::Situacao))[0];
   const bool inutilizada = doc.situacao == '4';
@@ -237,13 +281,20 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInfo
   } else {
     if (!nota.parte) throw DataProblem("nota sem participante", "nota sem a linha 05 da sua parte");
     const LinhaInformacao& p = *nota.parte;
-    doc.cnpj = so_digitos(p.texto(L05::CnpjCpf));
-    doc.ie = inscricao(p.texto(L05::Ie));
     doc.uf = ascii_maiusculo(p.texto(L05::Uf));
-    const char cfop = so_digitos(h.texto(L04::Cfop)).append("0")[0];
+    const char cfop = codigo(h.texto(L04::Cfop), "CFOP (C12)").append("0")[0];
     if (doc.uf.empty() && (cfop == '3' || cfop == '7')) doc.uf = kExterior;
+    if (doc.uf != kExterior) {
+      // Each party's identities are checked once, however many notes it has.
+      const std::string parte = fmt::format("da parte {}-{}", p.texto(L05::Papel), p.texto(L05::Codigo));
+      const bool nova = partes_conferidas_.insert(parte).second;
+      const std::string onde = fmt::format("Linha {} do arquivo de informações: ", p.numero);
+      doc.cnpj = cnpj(p.texto(L05::CnpjCpf), parte, onde, nova);
+      // A person (CPF) has no IE: the line's registration is an identity card number.
+      const bool pessoa = identidade::documento(p.texto(L05::CnpjCpf)).size() == 11;
+      doc.ie = pessoa ? std::string(kIsento) : inscricao(p.texto(L05::Ie), doc.uf, parte, onde, nova);
+    }
   }
-  if (doc.cnpj.size() != 14 || doc.uf == kExterior) doc.cnpj.clear();  // CPF, foreign or none: zeros
   if (doc.uf == kExterior) doc.ie = kIsento;
   if (!propria && antes(doc.data, inicio_)) doc.situacao = doc.situacao == 'S' ? 'X' : 'E';
   return doc;
@@ -254,9 +305,11 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInfo
 std::vector<ConversorSintegra::Parcela> ConversorSintegra::parcelas_da_nota(const NotaInformacao& nota,
                                                                            const Documento& doc) const {
   const LinhaInformacao& h = nota.cabecalho;
-  const std::int64_t cfop_da_nota = numero_de(h.texto(L04::Cfop));
+  const std::int64_t cfop_da_nota = numero_de(h.texto(L04::Cfop), "CFOP (C12)");
   if (na_lista(kSituacoesSemValor, std::string_view(&doc.situacao, 1)))
-    return {Parcela{cfop_da_nota ? cfop_da_nota : nota.itens.empty() ? 0 : numero_de(nota.itens[0].texto(L06::Cfop))}};
+    return {Parcela{cfop_da_nota ? cfop_da_nota
+                    : nota.itens.empty() ? 0
+                                         : numero_de(nota.itens[0].texto(L06::Cfop), "item 1, CFOP")}};
   std::vector<Parcela> parcelas;
   if (nota.itens.empty()) {
     Parcela p{cfop_da_nota, 0, h.centesimos(L04::Total), h.centesimos(L04::IcmsBase), h.centesimos(L04::IcmsValor)};
@@ -265,7 +318,9 @@ std::vector<ConversorSintegra::Parcela> ConversorSintegra::parcelas_da_nota(cons
     parcelas.push_back(p);
   }
   for (const LinhaInformacao& i : nota.itens) {
-    const std::int64_t cfop = i.texto(L06::Cfop).empty() ? cfop_da_nota : numero_de(i.texto(L06::Cfop));
+    const std::string item = fmt::format("item {} (linha {})", i.texto(L06::Item), i.numero);
+    const std::int64_t cfop =
+        i.texto(L06::Cfop).empty() ? cfop_da_nota : numero_de(i.texto(L06::Cfop), item + ", CFOP");
     const std::int64_t aliquota = i.centesimos(L06::IcmsAliquota);
     auto p = std::find_if(parcelas.begin(), parcelas.end(),
                           [&](const Parcela& x) { return x.cfop == cfop && x.aliquota == aliquota; });
@@ -277,7 +332,7 @@ std::vector<ConversorSintegra::Parcela> ConversorSintegra::parcelas_da_nota(cons
     p->valor += valor;
     p->base += base;
     p->icms += i.centesimos(L06::IcmsValor);
-    (isenta(i.texto(L06::IcmsCst)) ? p->isenta : p->outras) += valor - base;
+    (isenta(i.texto(L06::IcmsCst), item + ", CST do ICMS") ? p->isenta : p->outras) += valor - base;
   }
   std::int64_t soma = 0;
   for (const Parcela& p : parcelas) soma += p.valor;
@@ -303,16 +358,25 @@ void ConversorSintegra::escrever_itens(const NotaInformacao& nota, const Documen
                                     kPrimeiroItemEspecial - 1));
     const std::string_view tipo_item = equipamento ? "1" : i.texto(L06::TipoItem);
     const std::string& produto = usar_produto(tipo_item, i.texto(L06::Produto), i);
-    const std::int64_t cfop = i.texto(L06::Cfop).empty() ? numero_de(h.texto(L04::Cfop)) : numero_de(i.texto(L06::Cfop));
-    chave().numero(cfop).texto(cst_do_item(i.texto(L06::IcmsCst))).numero(item).texto(produto);
-    b54_.numero(i.centesimos(L06::Quantidade), 2).numero(i.centesimos(L06::PrecoTotal), 2);
+    const std::string onde = fmt::format("item {} (linha {})", item, i.numero);
+    const std::int64_t cfop = i.texto(L06::Cfop).empty() ? numero_de(h.texto(L04::Cfop), "CFOP (C12)")
+                                                         : numero_de(i.texto(L06::Cfop), onde + ", CFOP");
+    const std::string cst = cst_do_item(i.texto(L06::IcmsCst), onde + ", CST do ICMS");
+    std::int64_t quantidade = 0;
+    try {
+      quantidade = i.decimal_sem_perda(L06::Quantidade, 3);
+    } catch (const DataProblem& p) {
+      throw p.within(onde + ", quantidade: ");
+    }
+    chave().numero(cfop).texto(cst).numero(item).texto(produto);
+    b54_.numero(quantidade, 3).numero(i.centesimos(L06::PrecoTotal), 2);
     b54_.numero(i.centesimos(L06::Desconto), 2).numero(i.centesimos(L06::IcmsBase), 2);
     b54_.numero(i.centesimos(L06::IcmsStBase), 2).numero(i.centesimos(L06::IpiValor), 2);
     b54_.numero(i.centesimos(L06::IcmsAliquota), 2).fim();
   }
   // Freight, insurance and other expenses of the header, under the note's CFOP when it has
   // a part of its own.
-  const std::int64_t cfop_da_nota = numero_de(h.texto(L04::Cfop));
+  const std::int64_t cfop_da_nota = numero_de(h.texto(L04::Cfop), "CFOP (C12)");
   const bool tem_cfop = std::any_of(parcelas.begin(), parcelas.end(), [&](const Parcela& p) { return p.cfop == cfop_da_nota; });
   const std::int64_t cfop = tem_cfop ? cfop_da_nota : parcelas.front().cfop;
   for (const auto& [item, coluna] :
@@ -356,7 +420,7 @@ const std::string& ConversorSintegra::usar_produto(std::string_view tipo_item, s
   if (linha.tipo == L06::kTipo) {
     uso.descricao = linha.texto(L06::Descricao);
     uso.unidade = linha.texto(L06::Unidade);
-    uso.ncm = so_digitos(linha.texto(L06::Ncm));
+    uso.ncm = linha.texto(L06::Ncm);
   }
   return usados_.emplace(std::move(chave), std::move(uso)).first->first;
 }
@@ -375,7 +439,8 @@ void ConversorSintegra::escrever_produtos() {
       continue;
     }
     try {
-      b75_.novo().data(inicio_).data(fim_).texto(codigo).texto(fonte->ncm).texto(fonte->descricao).texto(fonte->unidade);
+      b75_.novo().data(inicio_).data(fim_).texto(codigo).texto(sintegra::codigo(fonte->ncm, "NCM"));
+      b75_.texto(fonte->descricao).texto(fonte->unidade);
       b75_.zeros().zeros().zeros().zeros().fim();
     } catch (const DataProblem& err) {
       problemas_.anota(err.within(fmt::format("Produto {} (linha {} do arquivo de informações): ", codigo, fonte->numero)));

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "fiscal/problemas.h"
@@ -80,7 +81,16 @@ class ConversorSintegra final : public LeitorDeInformacao {
   void progredir(int posicao, int maximo) const;
   void escrever_informante(const CabecalhoInformacao& c);
   void escrever_nota(const NotaInformacao& nota);
-  Documento documento_da_nota(const NotaInformacao& nota, bool propria) const;
+  Documento documento_da_nota(const NotaInformacao& nota, bool propria);
+  // The CNPJ field of the company or a party (`quem`: "da empresa", "da parte 1-15"): 14 digits,
+  // or empty (zeros) for a CPF, no document or one that fails. A CNPJ with letters has no place
+  // in the numeric field and never becomes zeros in silence: with `relatar`, it is a problem of
+  // the month, as is a CNPJ or CPF failing its check digits (`onde` starts the message).
+  std::string cnpj(std::string_view texto, const std::string& quem, const std::string& onde, bool relatar);
+  // The IE field: ISENTO for none (empty, or ISENTO in any case), else the stored IE without its
+  // mask; with `relatar`, one failing the rule of the state `uf` is a problem of the month.
+  std::string inscricao(std::string_view texto, std::string_view uf, const std::string& quem, const std::string& onde,
+                        bool relatar);
   std::vector<Parcela> parcelas_da_nota(const NotaInformacao& nota, const Documento& doc) const;
   void escrever_itens(const NotaInformacao& nota, const Documento& doc, const std::vector<Parcela>& parcelas);
   void escrever_transporte(const Documento& doc, const std::vector<Parcela>& parcelas);
@@ -98,6 +108,7 @@ class ConversorSintegra final : public LeitorDeInformacao {
   int nota_ = 0;
   bool em_inventarios_ = false;
   std::unordered_map<std::string, Produto> usados_;  // code -> its first line 06, 17 or 19
+  std::unordered_set<std::string> partes_conferidas_;  // parties whose CNPJ and IE were checked
   ProblemasDoMes problemas_;  // of the notes, inventories and products not written
   TimeStamp inicio_, fim_;
   std::string cnpj_, ie_, uf_;

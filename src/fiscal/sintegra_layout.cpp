@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/code_page.h"
 #include "base/error.h"
 
 namespace infofiscal::sintegra {
@@ -53,7 +54,9 @@ constexpr std::array<Campo, 8> kCampos11 = {{
 
 // Type 50, one record per note and CFOP x ICMS rate. Choices where the manual leaves one:
 // - CNPJ: a party with a CPF, a foreign party or none gives zeros (a CPF would fail the CNPJ
-//   check digits); IE ISENTO when the party has none.
+//   check digits); IE ISENTO when the party has none, and for a person (CPF), whose
+//   registration in the information file is an identity card number. A CNPJ with letters does
+//   not fit this numeric field: the month is refused naming each such party.
 // - Número: NF-e numbers longer than 6 digits keep their last 6.
 // - Data: purchases by receipt date (issue date when none), own notes by issue date; a
 //   purchase received before the period is a late entry (E, or X when cancelled).
@@ -266,6 +269,8 @@ void por_digitos(std::string& saida, const Campo& campo, std::string_view texto)
     if (c >= '0' && c <= '9') {
       if (n == campo.tamanho) nao_cabe(campo, fmt::format("'{}' tem dígitos demais", texto));
       buf[n++] = c;
+    } else if (c != '.' && c != '-' && c != '/' && c != ' ') {
+      nao_cabe(campo, fmt::format("'{}' tem o caractere '{}', e o campo é numérico", texto, c));
     }
   saida.append(campo.tamanho - n, '0');
   saida.append(buf, n);
@@ -279,17 +284,20 @@ void por_data(std::string& saida, const Campo& campo, const TimeStamp& data) {
 std::string ascii_maiusculo(std::string_view texto) {
   std::string out;
   out.reserve(texto.size());
-  for (std::size_t i = 0; i < texto.size(); ++i) {
-    const auto c = static_cast<unsigned char>(texto[i]);
-    if (c < 0x80) {
-      out += c < 0x20 || c == 0x7F ? ' ' : static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
-      continue;
-    }
-    // A UTF-8 sequence: its length from the lead byte; Latin-1 letters fold, the rest is '?'.
-    const std::size_t len = c >= 0xF0 ? 4 : c >= 0xE0 ? 3 : c >= 0xC0 ? 2 : 1;
-    const unsigned code = len == 2 && i + 1 < texto.size() ? ((c & 0x1F) << 6) | (texto[i + 1] & 0x3F) : 0;
-    out += code >= 0xC0 && code <= 0xFF ? kLatin1[code - 0xC0] : '?';
-    i += len - 1;
+  const auto maiusculo = [&](std::string_view t) {
+    for (const char c : t) out += c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  };
+  for (std::size_t i = 0; i < texto.size();) {
+    const char32_t c = next_code_point(texto, i);
+    // A tab or line break stands between words: a blank. Other control characters (DEL and the
+    // C1 controls included) are removed.
+    if (c == '\t' || c == '\n' || c == '\r') out += ' ';
+    else if (c < 0x20 || (c >= 0x7F && c < 0xA0)) continue;
+    else if (c < 0x80) maiusculo(std::string(1, static_cast<char>(c)));
+    // Latin-1 letters lose their accents; a character with a customary plain form takes it.
+    else if (c >= 0xC0 && c <= 0xFF) out += kLatin1[c - 0xC0];
+    else if (const std::string_view t = transliteration(c); !t.empty()) maiusculo(t);
+    else out += '?';
   }
   const auto ini = out.find_first_not_of(' ');
   if (ini == std::string::npos) return {};
@@ -305,23 +313,6 @@ void por_texto(std::string& saida, const Campo& campo, std::string_view texto) {
   const std::size_t n = std::min<std::size_t>(t.size(), campo.tamanho);
   saida.append(t.data(), n);
   saida.append(campo.tamanho - n, ' ');
-}
-
-bool cnpj_valido(std::string_view d) {
-  if (d.size() != 14) return false;
-  for (const char c : d)
-    if (c < '0' || c > '9') return false;
-  if (d.find_first_not_of(d[0]) == std::string_view::npos) return false;  // 00000000000000, 11111111111111...
-  const auto digito = [&](int n) {
-    int soma = 0, peso = n - 7;
-    for (int i = 0; i < n; ++i) {
-      soma += (d[i] - '0') * peso;
-      peso = peso == 2 ? 9 : peso - 1;
-    }
-    const int resto = soma % 11;
-    return resto < 2 ? 0 : 11 - resto;
-  };
-  return digito(12) == d[12] - '0' && digito(13) == d[13] - '0';
 }
 
 }  // namespace infofiscal::sintegra

@@ -212,8 +212,9 @@ struct Numero {
 // Appends field `campo` holding the number, rescaled to the field's decimals (half away from
 // zero). Throws Error naming the field when the number is negative or does not fit.
 void por_numero(std::string& saida, const Campo& campo, Numero numero);
-// Appends an N field holding the digits of `texto` (other characters dropped: "12.345-678"
-// gives 12345678). Throws Error when there are more digits than the field holds.
+// Appends an N field holding the digits of `texto`, its mask ('.', '-', '/', blanks) dropped:
+// "12.345-678" gives 12345678. Throws DataProblem when there are more digits than the field
+// holds, or a letter or any other character: a numeric field never drops one in silence.
 void por_digitos(std::string& saida, const Campo& campo, std::string_view texto);
 // Appends an N date field as AAAAMMDD.
 void por_data(std::string& saida, const Campo& campo, const TimeStamp& data);
@@ -223,8 +224,5 @@ void por_texto(std::string& saida, const Campo& campo, std::string_view texto);
 
 // Text folded as por_texto does, without cutting or padding.
 std::string ascii_maiusculo(std::string_view texto);
-
-// Whether the 14 digits are a CNPJ with valid check digits.
-bool cnpj_valido(std::string_view digitos);
 
 }  // namespace infofiscal::sintegra

@@ -5,6 +5,8 @@
 #include <fmt/format.h>
 
 #include "base/value.h"
+#include "fiscal/identidade.h"
+#include "fiscal/inscricao_estadual.h"
 
 namespace infofiscal::sintegra {
 
@@ -194,15 +196,25 @@ void ValidadorSintegra::conferir_conteudo(const Registro& r, const Layout& layou
     }
     case Conteudo::Cnpj:
     case Conteudo::CnpjInformante:
-      if ((campo.conteudo == Conteudo::CnpjInformante || !zeros(valor)) && !cnpj_valido(valor))
-        erro(fmt::format("não é um CNPJ válido: '{}'", valor));
+      if (const auto v = identidade::verificar_cnpj(valor);
+          (campo.conteudo == Conteudo::CnpjInformante || !zeros(valor)) && !v)
+        erro(fmt::format("não é um CNPJ válido: '{}': {}", valor, v.motivo));
       break;
     case Conteudo::Inscricao: {
       const std::string_view ie = aparado(valor);
       if (ie.empty() || !std::all_of(ie.begin(), ie.end(), [](char c) {
             return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z');
-          }))
+          })) {
         erro(fmt::format("deve ter só letras maiúsculas e dígitos, ou {}: '{}'", kIsento, valor));
+        break;
+      }
+      // By the rule of the record's state (type 90 repeats the informant's of type 10).
+      const std::string_view uf = layout.tipo == 50 ? layout.texto(r.texto, r50::Uf)
+                                  : layout.tipo == 70 ? layout.texto(r.texto, r70::Uf)
+                                  : layout.tipo == 10 ? layout.texto(r.texto, r10::Uf)
+                                  : r10_ ? k10.texto(*r10_, r10::Uf) : std::string_view();
+      if (const auto v = identidade::verificar_inscricao_estadual(uf, ie); !uf.empty() && uf != kExterior && !v)
+        erro(fmt::format("não é uma inscrição estadual de {}: '{}': {}", uf, valor, v.motivo));
       break;
     }
     case Conteudo::Uf:

@@ -125,6 +125,19 @@ std::int64_t LinhaInformacao::inteiro(int n) const {
   return v;
 }
 
+std::int64_t LinhaInformacao::decimal_sem_perda(int n, int casas) const {
+  const std::string_view s = texto(n);
+  if (const auto separador = s.find_first_of(",."); separador != std::string_view::npos) {
+    std::string_view decimais = s.substr(separador + 1);
+    while (!decimais.empty() && decimais.back() == '0') decimais.remove_suffix(1);
+    if (static_cast<int>(decimais.size()) > casas)
+      throw DataProblem("valor com mais casas decimais do que o campo",
+                        fmt::format("C{:02} da linha {:02} '{}' tem {} casas decimais; o campo tem {}", n, tipo, s,
+                                    decimais.size(), casas));
+  }
+  return decimal(n, casas);
+}
+
 std::int64_t LinhaInformacao::decimal(int n, int casas) const {
   const std::string_view s = texto(n);
   const auto invalido = [&] { ilegivel(numero, fmt::format("C{:02} da linha {:02} não é um valor: '{}'", n, tipo, excerpt(s))); };

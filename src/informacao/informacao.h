@@ -36,6 +36,10 @@ struct LinhaInformacao {
   // naming the line and column for a text that is not such a number or does not fit.
   std::int64_t decimal(int n, int casas) const;
   std::int64_t centesimos(int n) const { return decimal(n, 2); }
+  // decimal(n, casas) for a field of `casas` decimals that must not round a value away (a
+  // quantity of 0,004 in a field of 2 decimals): a text with more significant decimals throws
+  // DataProblem naming the column, the line and the text.
+  std::int64_t decimal_sem_perda(int n, int casas) const;
   // Column `n` as "dd/mm/yyyy" with an optional " hh:nn:ss"; throws Error otherwise.
   TimeStamp data(int n) const;
 };

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "fiscal/efd_layout.h"
+#include "fiscal/identidade.h"
 #include "fiscal/linha_informacao.h"
 
 namespace infofiscal::testing {
@@ -20,7 +21,7 @@ inline std::string linha_info(int tipo, int trailer, std::initializer_list<Colun
 inline std::string chave_nfe(std::string_view cnpj, int numero) {
   const std::string k = fmt::format("352403{}55001{:09}1{:08}", cnpj, numero, numero);
   for (char d = '0'; d <= '9'; ++d)
-    if (efd::chave_nfe_valida(k + d)) return k + d;
+    if (identidade::verificar_chave(k + d)) return k + d;
   return k;
 }
 
@@ -46,7 +47,7 @@ inline std::string l02_l03() {
                      {L02::NomeFantasia, "EXEMPLO"},
                      {L02::Cnpj, "11.222.333/0001-81"},
                      {L02::Uf, "SP"},
-                     {L02::Ie, "123.456.789.012"},
+                     {L02::Ie, "123.456.785.016"},
                      {L02::NomeCidade, "SAO PAULO"},
                      {L02::Endereco, "RUA A"},
                      {L02::Cep, "01001-000"},
@@ -221,7 +222,7 @@ inline std::string cadastros() {
          l12("3", "15", "CANETA", "UN", "", "") + l13("1", "UN", "UNIDADE") + l13("2", "CX", "CAIXA") +
          l13("3", "KG", "QUILO") +
          l14("1", "15", "JOSE DA SILVA", "529.982.247-25", "12345678", "F", "RUA C", "30", "VILA") +
-         l14("2", "15", "FORNECEDOR SA", "11.444.777/0001-61", "123.456.789.110", "J", "RUA D", "40", "BRAS") +
+         l14("2", "15", "FORNECEDOR SA", "11.444.777/0001-61", "123.456.785.119", "J", "RUA D", "40", "BRAS") +
          l14("1", "16", "OUTRO CLIENTE", "52998224725", "", "F", "RUA E", "", "");
 }
 

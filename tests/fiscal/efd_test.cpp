@@ -5,6 +5,7 @@
 
 #include "fiscal/efd_informacao.h"
 #include "fiscal/efd_validador.h"
+#include "fiscal/problemas.h"
 #include "base/error.h"
 #include "support/cli.h"
 #include "support/golden.h"
@@ -35,6 +36,12 @@ std::vector<std::string> blocos(const std::string& arquivo, std::string_view blo
 }
 
 std::string gera(const std::string& informacao) { return gerar_efd(informacao, nullptr, nullptr); }
+
+std::string troca(std::string arquivo, const std::string& de, const std::string& para) {
+  const auto pos = arquivo.find(de);
+  EXPECT_NE(pos, std::string::npos) << de;
+  return arquivo.replace(pos, de.size(), para);
+}
 
 const std::string kChaveCompra = "35240311444777000161550010000001231000001235";
 const std::string kChaveVenda = "35240311222333000181550010000004561000004568";
@@ -204,8 +211,58 @@ INSTANTIATE_TEST_SUITE_P(
                  kCabecalho + nota("10", "35240311222333000181550010000004561000004560", "10/03/2024", "000", "5102") +
                      cadastros(),
                  "Nota 456 de venda de produtos (linha 4 do arquivo de informações): chave de acesso "
-                 "'35240311222333000181550010000004561000004560' inválida",
+                 "'35240311222333000181550010000004561000004560': dígito verificador inválido",
                  "chave de acesso inválida"},
+        // Nothing rewritten in silence: a code with a letter, a quantity with more decimals than
+        // its field, and the identities of the company and of a party the month uses.
+        CasoErro{"CstComLetra", kCabecalho + nota("10", kChaveVenda, "10/03/2024", "1A0", "5102") + cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): item 1, CST_ICMS '1A0': "
+                 "caractere 'A' na posição 2 não permitido: o código é numérico",
+                 "código com caractere não numérico"},
+        CasoErro{"CfopComLetra", kCabecalho + nota("10", kChaveVenda, "10/03/2024", "000", "51O2") + cadastros(),
+                 "Nota 456 de venda de produtos (linha 4 do arquivo de informações): item 1, CFOP '51O2': "
+                 "caractere 'O' na posição 3 não permitido: o código é numérico",
+                 "código com caractere não numérico"},
+        CasoErro{"NcmComLetra",
+                 kCabecalho + nota("2", kChaveCompra, "05/03/2024", "000", "1102") +
+                     troca(cadastros(), "7318.15.00", "7318I500"),
+                 "Linha 7 do arquivo de informações: item 2-15, NCM '7318I500': caractere 'I' na posição 5 não "
+                 "permitido: o código é numérico",
+                 "NCM inválido"},
+        CasoErro{"QuantidadeComMaisCasas",
+                 kCabecalho + troca(nota("2", kChaveCompra, "05/03/2024", "000", "1102"), "[C07]1,00[/C07]",
+                                    "[C07]0,000004[/C07]") +
+                     cadastros(),
+                 "Nota 123 de compra de produtos (linha 4 do arquivo de informações), item 1, QTD: C07 da linha 06 "
+                 "'0,000004' tem 6 casas decimais; o campo tem 5",
+                 "valor com mais casas decimais do que o campo"},
+        CasoErro{"CnpjDoParticipante",
+                 kCabecalho + nota("2", kChaveCompra, "05/03/2024", "000", "1102") +
+                     troca(cadastros(), "11.444.777/0001-61", "11.444.777/0001-62"),
+                 "Linha 14 do arquivo de informações: participante 2-15 (FORNECEDOR SA), CNPJ '11.444.777/0001-62': "
+                 "dígito verificador inválido",
+                 "CNPJ inválido"},
+        CasoErro{"IeDoParticipante",
+                 kCabecalho + nota("2", kChaveCompra, "05/03/2024", "000", "1102") +
+                     troca(cadastros(), "123.456.785.119", "123.456.789.110"),
+                 "Linha 14 do arquivo de informações: participante 2-15 (FORNECEDOR SA), IE (SP) '123.456.789.110': "
+                 "dígito verificador inválido",
+                 "IE inválida"},
+        CasoErro{"IeDaEmpresa",
+                 troca(kCabecalho, "123.456.785.016", "123.456.789.012") + venda() + cadastros(),
+                 "Linha 2 do arquivo de informações: IE da empresa (SP) '123.456.789.012': dígito verificador inválido",
+                 "IE inválida"},
+        CasoErro{"TelefoneComLetra",
+                 troca(kCabecalho, "(11) 3333-4444", "(11) 3333-444A") + venda() + cadastros(),
+                 "Linha 2 do arquivo de informações: telefone da empresa '(11) 3333-444A': caractere 'A' na posição 14 "
+                 "não permitido: o telefone só tem dígitos",
+                 "telefone inválido"},
+        CasoErro{"ChaveDeOutraUf",
+                 kCabecalho + nota("2", "31240311444777000161550010000001231000001236", "05/03/2024", "000", "1102") +
+                     cadastros(),
+                 "Nota 123 de compra de produtos (linha 4 do arquivo de informações): chave de acesso "
+                 "'31240311444777000161550010000001231000001236': o código de UF 31 (MG) não é o da UF do emitente (SP)",
+                 "chave de acesso com a UF de outro emitente"},
         CasoErro{"EspecieDesconhecida",
                  kCabecalho + l04("7", "1", "456", kChaveVenda, "55", "10/03/2024", "", "1,00", "0") + cadastros(),
                  "Linha 4 do arquivo de informações: espécie de nota 7 desconhecida",
@@ -224,13 +281,67 @@ INSTANTIATE_TEST_SUITE_P(
                  "Linha 25: H005 DT_INV 30042024 depois do fim do período em |H005|30042024|1,00|01|"}),
     [](const auto& info) { return info.param.nome; });
 
-// ---- the validator on broken files
-
-std::string troca(std::string arquivo, const std::string& de, const std::string& para) {
-  const auto pos = arquivo.find(de);
-  EXPECT_NE(pos, std::string::npos) << de;
-  return arquivo.replace(pos, de.size(), para);
+// The identities of 2026: a supplier with an alphanumeric CNPJ (its key carries the letters), a
+// CNPJ kept by a numeric column without its leading zero, a person's RG that never becomes an
+// IE, and a phone with the country code.
+TEST(EfdGerar, AlphanumericCnpjZerosRestoredAndNoRgAsIe) {
+  std::string info = troca(marco_2024(), "11.444.777/0001-61", "12.ABC.345/01DE-35");
+  info = troca(info, kChaveCompra, "35240312ABC34501DE35550010000001231000001236");
+  info = troca(info, "[C04]1SP123456[/C04][C05][/C05]", "[C04]1SP123456[/C04][C05]1234567000195[/C05]");
+  info = troca(info, "(11) 3333-4444", "+55 (11) 3333-4444");
+  const std::string arquivo = gera(info);
+  EXPECT_THAT(linhas(arquivo), ::testing::IsSupersetOf(
+      {"|0150|2-15|FORNECEDOR SA|1058|12ABC34501DE35||123456785119|3550308||RUA D|40||BRAS|",
+       "|0150|1-15|JOSE DA SILVA|1058||52998224725||3550308||RUA C|30||VILA|",
+       "|0005|EXEMPLO|01001000|RUA A|10|SALA 1|CENTRO|1133334444||contato@exemplo.com|"}));
+  EXPECT_THAT(arquivo, HasSubstr("|0100|FULANO DE TAL|12345678909|1SP123456|01234567000195|"));
+  EXPECT_THAT(arquivo, HasSubstr("|35240312ABC34501DE35550010000001231000001236|"));
+  EXPECT_TRUE(validar_efd(arquivo).empty());
 }
+
+// A quantity past the second decimal reaches QTD whole (the information file carries it).
+TEST(EfdGerar, AQuantityKeepsItsDecimals) {
+  const std::string arquivo = gera(troca(marco_2024(), "[C07]10,00[/C07]", "[C07]0,004[/C07]"));
+  EXPECT_THAT(arquivo, HasSubstr("|C170|1|2-15||0,00400|UN|"));
+}
+
+// Every problem of the month in one run, the parties' ones among them.
+TEST(EfdGerar, ListsEveryProblemOfTheMonth) {
+  std::string info = troca(marco_2024(), "11.444.777/0001-61", "11.444.777/0001-62");
+  info = troca(info, "123.456.785.119", "123.456.785.11");
+  info = troca(info, "[C16]00[/C16]", "[C16]0O[/C16]");
+  try {
+    gera(info);
+    FAIL() << "sem erro";
+  } catch (const MesComProblemas& e) {
+    EXPECT_EQ(e.lista(),
+              "3 problemas no mês; o arquivo SPED EFD ICMS/IPI não foi gravado:\n"
+              "CNPJ inválido (1):\n"
+              "  Linha 22 do arquivo de informações: participante 2-15 (FORNECEDOR SA), CNPJ '11.444.777/0001-62': "
+              "dígito verificador inválido\n"
+              "IE inválida (1):\n"
+              "  Linha 22 do arquivo de informações: participante 2-15 (FORNECEDOR SA), IE (SP) '123.456.785.11': "
+              "tem 11 dígitos; a inscrição de SP tem 12\n"
+              "código com caractere não numérico (1):\n"
+              "  Nota 456 de venda de produtos (linha 9 do arquivo de informações): item 1, CST_ICMS '0O': caractere "
+              "'O' na posição 2 não permitido: o código é numérico\n");
+  }
+}
+
+// Characters outside ISO-8859-1 are transliterated, accents kept, control characters removed.
+TEST(EfdCli, ConverterTransliteratesWhatTheCodePageLacks) {
+  const std::string dir = fresh_dir("efd_cli_transliteracao");
+  // In the saved Windows-1252 file: quotes 0x93 0x94, an em dash 0x97, the euro 0x80, the trade
+  // mark 0x99 and a DEL.
+  write_file(dir + "/SpedInformacao.txt",
+             troca(marco_2024(), "FORNECEDOR SA", "FORNECEDOR \x93" "A\xC7O\x94 \x97 \x80 1\x7F LTDA\x99"));
+  const CliResult r = run_cli({"converter", "--tipo", "2", "--informacao", dir + "/SpedInformacao.txt",
+                               "--arquivo-fiscal", dir + "/efd.txt"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_THAT(read_file(dir + "/efd.txt"), HasSubstr("|0150|2-15|FORNECEDOR \"A\xC7O\" - EUR 1 LTDATM|1058|"));
+}
+
+// ---- the validator on broken files
 
 std::string valido() {
   static const std::string arquivo = gera(marco_2024());
@@ -325,6 +436,25 @@ INSTANTIATE_TEST_SUITE_P(
                       {"Linha 75: 9900 de 9900 conta 36; o arquivo tem 35",
                        "Linha 78: 9990 QTD_LIN 39 difere das 38 linhas do bloco",
                        "Linha 79: 9999 QTD_LIN 80 difere das 79 linhas do arquivo", "Linha 79: registro K990 sem 9900"}},
+        // Identities and the code page.
+        CasoValidacao{"IeDaEmpresa", "|SP|123456785016|", "|SP|123456789012|",
+                      {"Linha 1: 0000 IE '123456789012' (SP): dígito verificador inválido"}},
+        CasoValidacao{"IeDoParticipante", "|11444777000161||123456785119|", "|11444777000161||123456789110|",
+                      {"Linha 5: 0150 IE '123456789110' (SP): dígito verificador inválido"}},
+        CasoValidacao{"RgComoIe", "|52998224725||3550308|", "|52998224725|12345678|3550308|",
+                      {"Linha 6: 0150 de pessoa física (CPF) com IE '12345678'"}},
+        CasoValidacao{"CnpjAlfanumericoInvalido", "|1058|11444777000161|", "|1058|12ABC34501DE36|",
+                      {"Linha 5: 0150 CNPJ '12ABC34501DE36': dígito verificador inválido",
+                       "Linha 15: C100 CHV_NFE não confere com o CNPJ do emitente"}},
+        CasoValidacao{"ChaveDeOutraUf", kChaveCompra, "31240311444777000161550010000001231000001236",
+                      {"Linha 15: C100 CHV_NFE não confere com o código da UF do emitente"}},
+        CasoValidacao{"ChaveComLetraForaDoCnpj", kChaveCompra, "3524031144477700016155001000000123100000123A",
+                      {"Linha 15: C100 CHV_NFE '3524031144477700016155001000000123100000123A': caractere 'A' na "
+                       "posição 44 não permitido"}},
+        CasoValidacao{"Del", "|0005|EXEMPLO|", "|0005|EXEM\x7FPLO|",
+                      {"Linha 3: byte 0x7F na posição 11, fora da página de código ISO-8859-1"}},
+        CasoValidacao{"ControleC1", "|0005|EXEMPLO|", "|0005|EXEM\x81PLO|",
+                      {"Linha 3: byte 0x81 na posição 11, fora da página de código ISO-8859-1"}},
         CasoValidacao{"SemCrLf", "|9999|80|\r\n", "|9999|80|\n", {"Linha 80: linha sem CR LF no fim"}}),
     [](const auto& info) { return info.param.nome; });
 

@@ -136,5 +136,72 @@ TEST(IdentidadeUf, StateOfAMunicipalityCode) {
   EXPECT_EQ(uf_do_municipio("9999999"), "");    // exterior, no unit
 }
 
+// A CNPJ or CPF as a register stores it, in the form the files carry.
+TEST(IdentidadeDocumento, MaskDroppedAndOnlyACnpjThatLostItsZerosCompleted) {
+  const struct {
+    std::string_view guardado, documento;
+    Defeito defeito;
+    std::string_view motivo;
+  } casos[] = {
+      {"11.222.333/0001-81", "11222333000181", Defeito::Nenhum, ""},
+      {"12.ABC.345/01DE-35", "12ABC34501DE35", Defeito::Nenhum, ""},
+      {"529.982.247-25", "52998224725", Defeito::Nenhum, ""},
+      // A numeric column keeps 01.234.567/0001-95 as 1234567000195: 13 digits, completed.
+      {"1234567000195", "01234567000195", Defeito::Nenhum, ""},
+      {"191000100", "191000100", Defeito::Tamanho, "tem 9 caracteres; o CNPJ tem 14 e o CPF 11"},
+      {"000191000100", "00000191000100", Defeito::DigitoVerificador, "dígito verificador inválido"},
+      // Only digits are completed: a CNPJ with letters or a mask left has lost nothing.
+      {"2ABC34501DE35", "2ABC34501DE35", Defeito::Tamanho, "tem 13 caracteres; o CNPJ tem 14 e o CPF 11"},
+      {"12 ABC 345 01DE 35", "12 ABC 345 01DE 35", Defeito::Tamanho, "tem 18 caracteres; o CNPJ tem 14 e o CPF 11"},
+      {"52998224726", "52998224726", Defeito::DigitoVerificador, "dígito verificador inválido"},
+      {"12abc34501de35", "12abc34501de35", Defeito::Caractere,
+       "caractere 'a' na posição 3 não permitido: o CNPJ só tem letras maiúsculas"},
+  };
+  for (const auto& c : casos) {
+    EXPECT_EQ(documento(c.guardado), c.documento) << c.guardado;
+    const Verificacao v = verificar_documento(documento(c.guardado));
+    EXPECT_EQ(v.defeito, c.defeito) << c.guardado;
+    EXPECT_EQ(v.motivo, c.motivo) << c.guardado;
+  }
+}
+
+// Codes keep their letters for the check to refuse: none is dropped in silence.
+TEST(IdentidadeCodigo, DigitsAndMaskOnly) {
+  const Caso casos[] = {
+      {"5102", Defeito::Nenhum, ""},
+      {"5.102", Defeito::Nenhum, ""},
+      {"7318.15.00", Defeito::Nenhum, ""},
+      {"", Defeito::Nenhum, ""},
+      {"1A0", Defeito::Caractere, "caractere 'A' na posição 2 não permitido: o código é numérico"},
+      {"51O2", Defeito::Caractere, "caractere 'O' na posição 3 não permitido: o código é numérico"},
+      {"7318I500", Defeito::Caractere, "caractere 'I' na posição 5 não permitido: o código é numérico"},
+      {"060 ", Defeito::Caractere, "caractere ' ' na posição 4 não permitido: o código é numérico"},
+      {"51\x7F" "02", Defeito::Caractere, "caractere de código 0x7F na posição 3 não permitido: o código é numérico"},
+  };
+  for (const auto& c : casos) confere(verificar_codigo(c.valor), c);
+}
+
+TEST(IdentidadeTelefone, CountryCodeDroppedBeforeCountingDigits) {
+  const struct {
+    std::string_view guardado, digitos;
+    std::string_view motivo;
+  } casos[] = {
+      {"+55 (19) 3242-1100", "1932421100", ""},
+      {"55 19 99876-5432", "19998765432", ""},
+      {"(19) 3242-1100", "1932421100", ""},
+      {"5511 3333-4444", "1133334444", ""},  // 55 and 10 digits: the country code
+      {"5532421100", "5532421100", ""},      // 10 digits: area code 55 (Rio Grande do Sul)
+      {"0800 123 4567", "08001234567", ""},
+      {"", "", ""},
+      {"(19) 3242-11OO", "19324211", "caractere 'O' na posição 13 não permitido: o telefone só tem dígitos"},
+      {"19 3242-1100 r.22", "193242110022", "caractere 'r' na posição 14 não permitido: o telefone só tem dígitos"},
+  };
+  for (const auto& c : casos) {
+    const Telefone t = telefone(c.guardado);
+    EXPECT_EQ(t.digitos, c.digitos) << c.guardado;
+    EXPECT_EQ(t.verificacao.motivo, c.motivo) << c.guardado;
+  }
+}
+
 }  // namespace
 }  // namespace infofiscal::identidade

@@ -67,8 +67,8 @@ TEST(ProblemasDoMes, EveryProblemListedByKindAndNoFileWritten) {
   std::string chaves;
   for (int n = 2; n <= 8; ++n) {
     const int linha = 4 + 3 * (n - 1);
-    chaves += fmt::format("\n  Nota {} de venda de produtos (linha {} do arquivo de informações): chave de acesso '{}' "
-                          "inválida",
+    chaves += fmt::format("\n  Nota {} de venda de produtos (linha {} do arquivo de informações): chave de acesso '{}': "
+                          "dígito verificador inválido",
                           n, linha, chave_errada(n));
   }
   const auto primeiras = [&](int quantas) {

@@ -25,7 +25,7 @@ TEST(SintegraExportacao, APurchaseMonthConvertsAndPassesTheCheck) {
       .params("DsCompraProduto", {101}, json::array({testing::item(101)}))
       .params("DspEmpresa", {1},
               json::array({{{"CDEMPRESA", 1}, {"RAZAOSOCIAL", "Boa Vista Ltda"}, {"NOMEFANTASIA", nullptr},
-                            {"CNPJ", "11.222.333/0001-81"}, {"IE", "123.456.789.110"}, {"IM", nullptr},
+                            {"CNPJ", "11.222.333/0001-81"}, {"IE", "123.456.785.119"}, {"IM", nullptr},
                             {"SUFRAMA", nullptr}, {"NOMECIDADE", "Campinas"}, {"CDESTADO", "SP"}, {"ENDERECO", "Rua A"},
                             {"ENDERECONUMERO", nullptr}, {"ENDERECOCOMPLEMENTO", nullptr}, {"BAIRRO", nullptr},
                             {"IBGE_CIDADE", nullptr}, {"IBGE_PAIS", nullptr}, {"CEP", nullptr}, {"FONE", nullptr},

@@ -56,25 +56,21 @@ TEST(SintegraLayout, DigitsAndTextFillTheirFields) {
   };
   EXPECT_EQ(digitos("01234-567"), "01234567");
   EXPECT_EQ(digitos(""), "00000000");
-  EXPECT_EQ(digitos("S/N 12"), "00000012");
+  EXPECT_EQ(digitos("13.070/001"), "13070001");
+  EXPECT_EQ(digitos("S/N 12"), "erro: campo 'CEP' (8 posições): 'S/N 12' tem o caractere 'S', e o campo é numérico");
+  EXPECT_EQ(digitos("1307O001"), "erro: campo 'CEP' (8 posições): '1307O001' tem o caractere 'O', e o campo é numérico");
   EXPECT_EQ(digitos("123456789"), "erro: campo 'CEP' (8 posições): '123456789' tem dígitos demais");
   const auto texto = [&](const Campo& c, std::string_view t) {
     return campo_com(c, [&](std::string& s, const Campo& f) { por_texto(s, f, t); });
   };
   EXPECT_EQ(texto(nome, "  Açúcar & Café São João  "), "ACUCAR & CAFE SAO JOAO             ");
-  EXPECT_EQ(texto(nome, "Meio ½ kg\tÑandu €"), "MEIO ? KG NANDU ?                  ");
+  // Accents stripped, what ASCII lacks transliterated, a tab a blank, DEL and C1 controls removed.
+  EXPECT_EQ(texto(nome, "Meio ½ kg\tÑandu €"), "MEIO 1/2 KG NANDU EUR              ");
+  EXPECT_EQ(texto(nome, "Fio 2,5 mm² nº 3 ¤"), "FIO 2,5 MM2 NO 3 ?                 ");
+  EXPECT_EQ(texto(nome, "“Aço” – Ferro™\x7F\u0085 …"), "\"ACO\" - FERROTM ...                ");
   EXPECT_EQ(texto(nome, std::string(40, 'x')), std::string(35, 'X'));
   EXPECT_EQ(texto(uf, "sp"), "SP");
   EXPECT_EQ(texto(uf, ""), "  ");
-}
-
-TEST(SintegraLayout, CnpjCheckDigits) {
-  EXPECT_TRUE(cnpj_valido("11222333000181"));
-  EXPECT_TRUE(cnpj_valido("12345678000195"));
-  EXPECT_FALSE(cnpj_valido("11222333000182"));
-  EXPECT_FALSE(cnpj_valido("00000000000000"));
-  EXPECT_FALSE(cnpj_valido("1122233300018"));
-  EXPECT_FALSE(cnpj_valido("1122233300018A"));
 }
 
 TEST(SintegraLayout, CodeLists) {

@@ -175,17 +175,52 @@ TEST(SintegraConversor, BadInformationIsAClearError) {
        "nota sem participante"},
       {mes({inventario}), "Linha 5 do arquivo de informações: o produto 99 não está no cadastro (linhas 12)",
        "produto fora do cadastro (linhas 12)"},
-      // A supplier's CNPJ with wrong check digits: the file is checked before it is handed over.
+      // The identities of a party, each named with the line 05 that gives them.
       {mes({compra("5", "1102", "10,00"), fornecedor("44555666000182", "", "SP"),
             item("1", "10,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
-       "O arquivo SINTEGRA gerado não passou na conferência:\n"
-       "Registro 3: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '44555666000182'\n"
-       "Registro 4: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '44555666000182'"},
+       "Linha 5 do arquivo de informações: CNPJ/CPF da parte 2-9 '44555666000182': dígito verificador inválido",
+       "CNPJ inválido"},
+      {mes({compra("5", "1102", "10,00"), fornecedor("12.ABC.345/01DE-35", "", "SP"),
+            item("1", "10,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
+       "Linha 5 do arquivo de informações: CNPJ da parte 2-9 '12.ABC.345/01DE-35': o campo CNPJ do SINTEGRA é "
+       "numérico e não leva letras",
+       "CNPJ alfanumérico, sem lugar no SINTEGRA"},
+      {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "123.456.789.110", "SP"),
+            item("1", "10,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}),
+       "Linha 5 do arquivo de informações: IE da parte 2-9 (SP) '123.456.789.110': dígito verificador inválido",
+       "IE inválida"},
+      // Codes with a letter are never read as other digits.
+      {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "", "SP"),
+            item("1", "10,00", "1A0", "1102", "0,00", "0,00", "0,00"), kPorca}),
+       "Nota 5 (linha 4 do arquivo de informações): item 1 (linha 6), CST do ICMS '1A0': caractere 'A' na posição 2 "
+       "não permitido: o código é numérico",
+       "código com caractere não numérico"},
+      {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "", "SP"),
+            item("1", "10,00", "000", "11O2", "0,00", "0,00", "0,00"), kPorca}),
+       "Nota 5 (linha 4 do arquivo de informações): item 1 (linha 6), CFOP '11O2': caractere 'O' na posição 3 não "
+       "permitido: o código é numérico",
+       "código com caractere não numérico"},
+      {mes({compra("5", "1102", "10,00"), fornecedor("44555666000181", "", "SP"),
+            item("1", "10,00", "000", "1102", "0,00", "0,00", "0,00"),
+            linha_informacao(L12::kTipo, L12::kTrailer,
+                             {{L12::TipoItem, "2"}, {L12::Codigo, "8"}, {L12::Descricao, "Porca"},
+                              {L12::Unidade, "UN"}, {L12::Ncm, "7318I600"}, {L12::Cest, ""}})}),
+       "Produto 8 (linha 7 do arquivo de informações): NCM '7318I600': caractere 'I' na posição 5 não permitido: o "
+       "código é numérico",
+       "código com caractere não numérico"},
   };
   for (const auto& c : casos)
     EXPECT_EQ(erro_de(c.informacao), c.tipo.empty() ? c.erro
                                                     : "1 problema no mês; o arquivo SINTEGRA não foi gravado:\n" + c.tipo +
                                                           " (1):\n  " + c.erro);
+}
+
+// A person's identity card number is never an IE: the record says ISENTO, beside a CNPJ of zeros.
+TEST(SintegraConversor, APersonHasNoIe) {
+  const Conversao c = converter(mes({compra("5", "1102", "10,00"), fornecedor("529.982.247-25", "12.345.678-9", "SP"),
+                                     item("1", "10,00", "000", "1102", "0,00", "0,00", "0,00"), kPorca}));
+  ASSERT_GE(c.registros.size(), 3u);
+  EXPECT_EQ(c.registros[2].substr(0, 30), "5000000000000000ISENTO        ");
 }
 
 // The command line: the converter reads the saved (Windows-1252) file and writes the file;

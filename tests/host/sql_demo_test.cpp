@@ -76,12 +76,15 @@ TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
   }
 }
 
-// The demo month's fiscal files, as the generators and the converters write them: the SINTEGRA
-// file and the EFD file of every kind of note, catalogue and inventory the demo holds.
-TEST(SqlDemo, TheDemoMonthGivesTheseFiscalFiles) {
+// The demo months' fiscal files, as the generators and the converters write them: the SINTEGRA
+// file and the EFD file of every kind of note, catalogue and inventory the demo holds (March
+// 2024), and of the identities of 2026 (August 2026: an alphanumeric CNPJ, a CPF, a sale at 7%).
+TEST(SqlDemo, TheDemoMonthsGiveTheseFiscalFiles) {
   TestDatabase db("sqlite", "demo-arquivos", demo_script());
   const std::pair<Register, const char*> arquivos[] = {{kRegisters[0], "demo_sintegra_marco_2024.txt"},
-                                                       {kRegisters[1], "demo_efd_marco_2024.txt"}};
+                                                       {kRegisters[1], "demo_efd_marco_2024.txt"},
+                                                       {{"3", "1"}, "demo_sintegra_agosto_2026.txt"},
+                                                       {{"4", "2"}, "demo_efd_agosto_2026.txt"}};
   for (const auto& [r, golden] : arquivos) {
     const Outcome o = exportar(db.address(), r, std::string("demo-arquivo-") + r.registro);
     EXPECT_EQ(o.status, 0) << o.err;
