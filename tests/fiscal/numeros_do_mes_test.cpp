@@ -56,7 +56,7 @@ using PorChave = std::vector<std::pair<std::string, Totais>>;
 // The expected files of March 2024 of both converters' tests, read whole and in pieces cut
 // anywhere. EFD: a purchase (C190 1102 and 1403), a sale (5102), a cancelled sale, E110 with a
 // credit balance; the purchase counted on its entry date (06), the sale on its issue (10).
-// SINTEGRA: the counts of type 90, totals per CFOP (50) and per CST (54, items 991-999 apart),
+// SINTEGRA: the counts of type 90, totals per CFOP (50 and the CT-e's 70) and per CST (54, items 991-999 apart),
 // the apuração computed from the CFOPs (debits 360,00 + 60,00, credits 180,00 + 36,00: 204,00
 // to pay), an energy bill received on 28/02 and booked late outside the month's days.
 TEST(NumerosDoMes, TheMonthsOfBothKinds) {
@@ -78,13 +78,14 @@ TEST(NumerosDoMes, TheMonthsOfBothKinds) {
        {0, 0, 9000, 0, 0, 0, 18000, 0, 0, 0, 0, 0, 0, 0, 9000, 0},
        {{6, {110000, 0}}, {10, {0, 50000}}}, {}},
       {1, golden("sintegra_marco_2024.txt"), "COMERCIO EXEMPLO LTDA",
-       {{"10", 1}, {"11", 1}, {"50", 7}, {"54", 6}, {"74", 2}, {"75", 5}, {"90", 1}}, 23,  // as type 90 declares
+       {{"10", 1}, {"11", 1}, {"50", 7}, {"54", 6}, {"70", 1}, {"74", 2}, {"75", 5}, {"90", 1}}, 24,  // as type 90 declares
        {{"0000", {1, 0, 0, 0}},  // the voided number
-        {"1102", {1, 118000, 100000, 18000}}, {"1253", {1, 20000, 20000, 3600}}, {"1403", {1, 5000, 0, 0}},
+        {"1102", {1, 118000, 100000, 18000}}, {"1253", {1, 20000, 20000, 3600}}, {"1353", {1, 8000, 0, 0}},
+        {"1403", {1, 5000, 0, 0}},
         {"5102", {2, 200000, 200000, 36000}}, {"6102", {1, 50000, 50000, 6000}}},
        {{"000", {4, 350000, 350000, 0}}, {"060", {1, 5000, 0, 0}}}, false,
        {0, 0, 42000, 0, 0, 0, 21600, 0, 0, 0, 0, 20400, 0, 20400, 0, 0},
-       {{6, {123000, 0}}, {10, {0, 50000}}, {15, {0, 200000}}}, {20000, 0}},
+       {{6, {123000, 0}}, {7, {8000, 0}}, {10, {0, 50000}}, {15, {0, 200000}}}, {20000, 0}},
   };
   for (const auto& c : casos) {
     for (const std::size_t pedaco : {c.arquivo.size(), std::size_t{37}, std::size_t{1}}) {
@@ -112,8 +113,8 @@ TEST(NumerosDoMes, TheMonthsOfBothKinds) {
   }
 }
 
-// Transport documents, which the converters do not write yet: EFD D100/D190 (an entry counted
-// on its acquisition date, DT_A_P) and SINTEGRA 70 (a credit of the apuração).
+// Transport documents: EFD D100/D190 (an entry counted on its acquisition date, DT_A_P) and
+// SINTEGRA 70 (a credit of the apuração).
 TEST(NumerosDoMes, TransportDocuments) {
   const std::string efd =
       "|0000|018|0|01032024|31032024|EMPRESA|11222333000181||SP|1|3550308|||A|1|\r\n"
@@ -156,12 +157,12 @@ TEST(NumerosDoMes, IncompleteFilesAndUnreadableRecords) {
   } casos[] = {
       {"EFD sem o 9999", 2, troca(efd, "|9999|80|\r\n", ""), false, 0, 79, 3},
       {"EFD cortado no bloco C", 2, efd.substr(0, efd.find("|C190|060|")), false, 0, 18, 1},
-      {"SINTEGRA sem o 90", 1, sintegra.substr(0, sintegra.size() - ultimo90.size()), false, 0, 22, 6},
-      {"SINTEGRA cujo 90 diz que há dois", 1, sintegra.substr(0, sintegra.size() - 3) + "2\r\n", false, 0, 23, 6},
+      {"SINTEGRA sem o 90", 1, sintegra.substr(0, sintegra.size() - ultimo90.size()), false, 0, 23, 7},
+      {"SINTEGRA cujo 90 diz que há dois", 1, sintegra.substr(0, sintegra.size() - 3) + "2\r\n", false, 0, 24, 7},
       {"EFD com valor ilegível", 2,
        troca(efd, "|C190|000|1102|18,00|1000,00|", "|C190|000|1102|18,00|1.000,00|"), true, 1, 80, 2},
       {"EFD com E110 ilegível", 2, troca(efd, "|E110|90,00|", "|E110|-90,00|"), true, 1, 80, 3},
-      {"SINTEGRA com registro curto", 1, troca(sintegra, "0000000036000000", "000000003600000"), true, 1, 23, 5},
+      {"SINTEGRA com registro curto", 1, troca(sintegra, "0000000036000000", "000000003600000"), true, 1, 24, 6},
   };
   for (const auto& c : casos) {
     SCOPED_TRACE(c.nome);

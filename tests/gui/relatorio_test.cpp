@@ -124,26 +124,27 @@ TEST(Relatorio, SintegraMonthByTheConverter) {
   const CliResult r = run_cli({"converter", "--tipo", "1", "--informacao", dir + "/info.txt", "--arquivo-fiscal",
                                dir + "/SINTEGRA.txt", "--relatorio", dir + "/relatorio.html", "--progresso", "nada"});
   ASSERT_EQ(r.status, 0) << r.err;
-  EXPECT_EQ(r.err, "Resumo: 2 arquivos gravados\n  SINTEGRA: " + dir + "/SINTEGRA.txt (23 registros)\n  relatório: " +
+  EXPECT_EQ(r.err, "Resumo: 2 arquivos gravados\n  SINTEGRA: " + dir + "/SINTEGRA.txt (24 registros)\n  relatório: " +
                        dir + "/relatorio.html\n");
   EXPECT_EQ(read_file(dir + "/SINTEGRA.txt"), golden("sintegra_marco_2024.txt"));
   const No pagina = ler(read_file(dir + "/relatorio.html"));
 
   EXPECT_THAT(dependencias(pagina), IsEmpty());
   EXPECT_EQ(todos(pagina, "title").at(0)->texto, "Relatório: SINTEGRA de março de 2024");
-  EXPECT_EQ(por_id(pagina, "estado")->texto, "Arquivo gravado: " + dir + "/SINTEGRA.txt, 23 registros.");
+  EXPECT_EQ(por_id(pagina, "estado")->texto, "Arquivo gravado: " + dir + "/SINTEGRA.txt, 24 registros.");
   EXPECT_EQ(tabela(pagina, "registros"),
-            (Linhas{{"10", "1"}, {"11", "1"}, {"50", "7"}, {"54", "6"}, {"74", "2"}, {"75", "5"}, {"90", "1"}}));
-  EXPECT_EQ(tabela(pagina, "registros", "tfoot"), (Linhas{{"Total", "23"}}));
+            (Linhas{{"10", "1"}, {"11", "1"}, {"50", "7"}, {"54", "6"}, {"70", "1"}, {"74", "2"}, {"75", "5"}, {"90", "1"}}));
+  EXPECT_EQ(tabela(pagina, "registros", "tfoot"), (Linhas{{"Total", "24"}}));
   EXPECT_EQ(tabela(pagina, "cfop", "thead"),
             (Linhas{{"CFOP", "Registros", "Valor", "Base de cálculo do ICMS", "ICMS"}}));
   EXPECT_EQ(tabela(pagina, "cfop"), (Linhas{{"0000", "1", "0,00", "0,00", "0,00"},
                                             {"1102", "1", "1.180,00", "1.000,00", "180,00"},
                                             {"1253", "1", "200,00", "200,00", "36,00"},
+                                            {"1353", "1", "80,00", "0,00", "0,00"},
                                             {"1403", "1", "50,00", "0,00", "0,00"},
                                             {"5102", "2", "2.000,00", "2.000,00", "360,00"},
                                             {"6102", "1", "500,00", "500,00", "60,00"}}));
-  EXPECT_EQ(tabela(pagina, "cfop", "tfoot"), (Linhas{{"Total", "7", "3.930,00", "3.700,00", "636,00"}}));
+  EXPECT_EQ(tabela(pagina, "cfop", "tfoot"), (Linhas{{"Total", "8", "4.010,00", "3.700,00", "636,00"}}));
   // Item 991 (freight) has no CST; the items give no ICMS.
   EXPECT_EQ(tabela(pagina, "cst"), (Linhas{{"000", "4", "3.500,00", "3.500,00"}, {"060", "1", "50,00", "0,00"}}));
   EXPECT_EQ(tabela(pagina, "apuracao"), (Linhas{{"02", "VL_TOT_DEBITOS", "Débitos pelas saídas", "420,00"},
@@ -152,6 +153,7 @@ TEST(Relatorio, SintegraMonthByTheConverter) {
                                                 {"13", "VL_ICMS_RECOLHER", "ICMS a recolher", "204,00"},
                                                 {"14", "VL_SLD_CREDOR_TRANSPORTAR", "Saldo credor a transportar", "0,00"}}));
   EXPECT_EQ(tabela(pagina, "por-dia"), (Linhas{{"06/03/2024", "1.230,00", "0,00"},
+                                               {"07/03/2024", "80,00", "0,00"},
                                                {"10/03/2024", "0,00", "500,00"},
                                                {"15/03/2024", "0,00", "2.000,00"},
                                                {"fora do mês", "200,00", "0,00"}}));
@@ -159,9 +161,10 @@ TEST(Relatorio, SintegraMonthByTheConverter) {
   std::vector<std::string> barras;
   for (const No* rect : todos(*todos(pagina, "svg").at(0), "rect"))
     if (!rect->filhos.empty()) barras.push_back(rect->texto);
-  EXPECT_THAT(barras, ElementsAre("06/03/2024: entradas 1.230,00", "10/03/2024: saídas 500,00",
-                                  "15/03/2024: saídas 2.000,00"));
-  EXPECT_THAT(itens(pagina, "notas"), ElementsAre("Nota 789 (modelo 57) fica fora do arquivo: seu registro não é gerado"));
+  EXPECT_THAT(barras, ElementsAre("06/03/2024: entradas 1.230,00", "07/03/2024: entradas 80,00",
+                                  "10/03/2024: saídas 500,00", "15/03/2024: saídas 2.000,00"));
+  // The CT-e 789 is in its record 70: no note is left out.
+  EXPECT_THAT(itens(pagina, "notas"), IsEmpty());
   EXPECT_EQ(todos(*por_id(pagina, "achados"), "p").at(0)->texto,
             "O validador conferiu o arquivo inteiro e não encontrou problemas.");
   EXPECT_THAT(itens(pagina, "conversao"), Contains("Conferindo o arquivo SINTEGRA"));
