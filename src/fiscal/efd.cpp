@@ -300,7 +300,9 @@ std::int64_t saldo_da_efd_anterior(const std::string& caminho, const LinhaInform
   std::getline(arquivo, linha);
   const std::vector<std::string_view> r0000 = campos_do_registro(linha);
   if (r0000.size() < 10 || r0000[0] != "0000") throw Error(nome + " não começa pelo registro 0000");
-  const std::string cnpj = digitos(empresa.texto(L02::Cnpj)), ie = digitos(empresa.texto(L02::Ie));
+  // As this file's own 0000 writes them.
+  const std::string cnpj = identidade::documento(empresa.texto(L02::Cnpj)),
+                    ie = identidade::sem_mascara(empresa.texto(L02::Ie));
   if (r0000[6] != cnpj || r0000[9] != ie)
     throw Error(fmt::format("{} é de outra empresa: CNPJ {} e IE {} no seu 0000; este arquivo é do CNPJ {} e IE {}", nome,
                             r0000[6], r0000[9], cnpj, ie));
@@ -653,8 +655,9 @@ class GeradorEfd final : public LeitorDeInformacao {
       throw DataProblem("chave de acesso inválida",
                         descreve(h, e) + fmt::format(": chave de acesso '{}' de outro modelo que o {} da nota", chv, mod));
     const auto municipio = [&h](int coluna) {
-      const std::string c = digitos(h.texto(coluna));
-      return c.size() == 7 ? texto(c) : vazio();
+      // Optional fields: a code that is not one of 7 digits is left out.
+      const std::string c = identidade::sem_mascara(h.texto(coluna));
+      return c.size() == 7 && identidade::verificar_codigo(c) ? texto(c) : vazio();
     };
     out_.registro("D100", {texto("0"), texto("1"), texto(cod_part), texto(mod), texto("00"), texto(h.texto(L04::Serie)),
                            vazio(), texto(num), texto(chv), data(dt_doc), dt_a_p, texto("0"), vazio(),

@@ -187,11 +187,11 @@ INSTANTIATE_TEST_SUITE_P(
         CasoAnterior{"MesmaEmpresaMesAnterior", "", "",
                      "|E110|90,00|0,00|0,00|0,00|0,00|0,00|0,00|0,00|180,00|0,00|0,00|0,00|90,00|0,00|"},
         CasoAnterior{"OutraEmpresa", "|11222333000181|", "|11444777000161|",
-                     "O arquivo EFD anterior '{}' é de outra empresa: CNPJ 11444777000161 e IE 123456789012 no seu "
-                     "0000; este arquivo é do CNPJ 11222333000181 e IE 123456789012"},
-        CasoAnterior{"OutraInscricao", "|SP|123456789012|", "|SP|123456789110|",
-                     "O arquivo EFD anterior '{}' é de outra empresa: CNPJ 11222333000181 e IE 123456789110 no seu "
-                     "0000; este arquivo é do CNPJ 11222333000181 e IE 123456789012"},
+                     "O arquivo EFD anterior '{}' é de outra empresa: CNPJ 11444777000161 e IE 123456785016 no seu "
+                     "0000; este arquivo é do CNPJ 11222333000181 e IE 123456785016"},
+        CasoAnterior{"OutraInscricao", "|SP|123456785016|", "|SP|110777667118|",
+                     "O arquivo EFD anterior '{}' é de outra empresa: CNPJ 11222333000181 e IE 110777667118 no seu "
+                     "0000; este arquivo é do CNPJ 11222333000181 e IE 123456785016"},
         CasoAnterior{"OutroMes", "|01022024|29022024|", "|01012024|31012024|",
                      "O arquivo EFD anterior '{}' é do período de 01/01/2024 a 31/01/2024; o mês anterior ao deste "
                      "arquivo (01/03/2024 a 31/03/2024) vai de 01/02/2024 a 29/02/2024"},

@@ -114,7 +114,7 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
        {"Registro 20: a data inicial é posterior à data final"}},
       {"a CNPJ with wrong check digits", sobrescrever(1, 16, "2"),
        {"Registro 1: campo 'CNPJ' (posições 3-16) não é um CNPJ válido: '11222333000182': dígito verificador inválido",
-        "Registro 23: CNPJ e inscrição estadual devem ser os do registro tipo 10"}},
+        "Registro 24: CNPJ e inscrição estadual devem ser os do registro tipo 10"}},
       {"a state registration with punctuation", sobrescrever(5, 17, "987.654"),
        {"Registro 5: campo 'Inscrição Estadual' (posições 17-30) deve ter só letras maiúsculas e dígitos, ou ISENTO: "
         "'987.65426001  '"}},
@@ -124,7 +124,7 @@ TEST(SintegraValidador, EachBrokenRuleGivesOneFindingPerLine) {
       {"the informant's registration", sobrescrever(1, 17, "123456785118"),
        {"Registro 1: campo 'Inscrição Estadual' (posições 17-30) não é uma inscrição estadual de SP: '123456785118  ': "
         "dígito verificador inválido",
-        "Registro 23: CNPJ e inscrição estadual devem ser os do registro tipo 10"}},
+        "Registro 24: CNPJ e inscrição estadual devem ser os do registro tipo 10"}},
       {"a CNPJ with letters in a numeric field", sobrescrever(5, 3, "12ABC34501DE35"),
        {"Registro 5: campo 'CNPJ' (posições 3-16) não é numérico: '12ABC34501DE35'",
         "Registro 5: documento sem registro 54 dos seus itens (CNPJ 12ABC34501DE35, modelo 55, série '1', número 000123)",

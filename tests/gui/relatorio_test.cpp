@@ -179,7 +179,7 @@ TEST(Relatorio, EfdMonthOfTheDemoByExportar) {
                                "--tipo", "2", "--base", dir, "--arquivo-fiscal", dir + "/efd.txt", "--relatorio",
                                dir + "/efd.html", "--progresso", "nada"});
   ASSERT_EQ(r.status, 0) << r.err;
-  EXPECT_THAT(r.err, HasSubstr("  SPED EFD ICMS/IPI: " + dir + "/efd.txt (1.311 registros)\n  relatório: " + dir +
+  EXPECT_THAT(r.err, HasSubstr("  SPED EFD ICMS/IPI: " + dir + "/efd.txt (1.331 registros)\n  relatório: " + dir +
                                "/efd.html\n"));
   const No pagina = ler(read_file(dir + "/efd.html"));
   EXPECT_THAT(dependencias(pagina), IsEmpty());
@@ -187,24 +187,24 @@ TEST(Relatorio, EfdMonthOfTheDemoByExportar) {
   const Linhas registros = tabela(pagina, "registros");
   EXPECT_THAT(registros, Contains(std::vector<std::string>{"C100", "428"}));
   EXPECT_THAT(registros, Contains(std::vector<std::string>{"C190", "489"}));
-  EXPECT_EQ(tabela(pagina, "registros", "tfoot"), (Linhas{{"Total", "1.311"}}));
-  EXPECT_THAT(tabela(pagina, "cfop"),
-              Contains(std::vector<std::string>{"5102", "354", "211.912,66", "211.912,66", "38.140,85"}));
-  EXPECT_EQ(tabela(pagina, "cst"), (Linhas{{"000", "421", "521.137,91", "514.018,58", "92.518,87"},
-                                           {"060", "68", "20.906,75", "20.906,75", "3.762,95"}}));
+  EXPECT_THAT(registros, Contains(std::vector<std::string>{"D100", "9"}));
+  EXPECT_EQ(tabela(pagina, "registros", "tfoot"), (Linhas{{"Total", "1.331"}}));
+  // The items of CST 060 carry no own ICMS; use and consumption and fixed assets no credit.
+  const Linhas cfop = tabela(pagina, "cfop");
+  EXPECT_THAT(cfop, Contains(std::vector<std::string>{"5102", "354", "211.912,66", "192.183,27", "34.589,79"}));
+  EXPECT_THAT(cfop, Contains(std::vector<std::string>{"1551", "28", "123.337,66", "0,00", "0,00"}));
+  EXPECT_EQ(tabela(pagina, "cst"), (Linhas{{"000", "430", "557.497,33", "324.840,57", "54.673,63"},
+                                           {"060", "68", "20.906,75", "0,00", "0,00"}}));
   const Linhas e110 = tabela(pagina, "apuracao");
   ASSERT_EQ(e110.size(), 14u);
-  EXPECT_EQ(e110[0], (std::vector<std::string>{"02", "VL_TOT_DEBITOS", "Débitos pelas saídas", "50.680,45"}));
-  EXPECT_EQ(e110[4], (std::vector<std::string>{"06", "VL_TOT_CREDITOS", "Créditos pelas entradas", "45.601,37"}));
-  EXPECT_EQ(e110[9], (std::vector<std::string>{"11", "VL_SLD_APURADO", "Saldo devedor apurado", "5.079,08"}));
-  EXPECT_EQ(e110[11], (std::vector<std::string>{"13", "VL_ICMS_RECOLHER", "ICMS a recolher", "5.079,08"}));
+  EXPECT_EQ(e110[0], (std::vector<std::string>{"02", "VL_TOT_DEBITOS", "Débitos pelas saídas", "45.497,17"}));
+  EXPECT_EQ(e110[4], (std::vector<std::string>{"06", "VL_TOT_CREDITOS", "Créditos pelas entradas", "9.176,46"}));
+  EXPECT_EQ(e110[9], (std::vector<std::string>{"11", "VL_SLD_APURADO", "Saldo devedor apurado", "36.320,71"}));
+  EXPECT_EQ(e110[11], (std::vector<std::string>{"13", "VL_ICMS_RECOLHER", "ICMS a recolher", "36.320,71"}));
   EXPECT_THAT(tabela(pagina, "por-dia"), Contains(std::vector<std::string>{"15/03/2024", "17.170,00", "10.291,17"}));
-  // The nine transport documents of model 57, and the voided numbers.
-  const std::vector<std::string> notas = itens(pagina, "notas");
-  EXPECT_EQ(notas.size(), 10u);
-  EXPECT_THAT(notas, Contains("Nota 23811 de compra de produtos de consumo (linha 350 do arquivo de informações): "
-                              "modelo 57 não se escritura no registro C100; não escriturada"));
-  EXPECT_THAT(notas, Contains("Números inutilizados não escriturados (a partir de 2023 não se escrituram): 4"));
+  // The nine transport documents of model 57 are in block D: only the voided numbers are left out.
+  EXPECT_THAT(itens(pagina, "notas"),
+              ElementsAre("Números inutilizados não escriturados (a partir de 2023 não se escrituram): 4"));
 }
 
 const std::string kCnpj = "11222333000181";
