@@ -33,6 +33,7 @@ TEST(ArquivoTexto, Windows1252WritesOneQuestionMarkPerMissingCodePoint) {
       {"\u0081\u008D\u008F\u0090\u009D", "?????"},
       {"日本", "??"},
       {"😀a", "?a"},
+      {"\U0001F3F4\U000E0067\U000E0062\U000E0073\U000E0063\U000E0074\U000E007Fz", "?z"},  // tags left out
       {"\xFF\xFEz", "??z"},  // invalid bytes
       {"0123456789çabcdefgh€ijklmnopq😀", "0123456789\xE7" "abcdefgh\x80ijklmnopq?"},  // long ASCII runs
       {"", ""},
