@@ -13,7 +13,7 @@ class Error : public std::runtime_error {
 
 // The system's reason for a failed call (an errno value) in Portuguese, for messages such as
 // "Não foi possível gravar o arquivo 'x': disco cheio"; an uncommon one keeps the C library's
-// text with its number.
+// text with its number (base/system.h).
 std::string system_reason(int erro);
 
 }  // namespace infofiscal

@@ -1,11 +1,5 @@
 #include "informacao/texto.h"
 
-#include <cerrno>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "base/error.h"
 
 namespace infofiscal {
@@ -34,24 +28,17 @@ bool TextoEmMemoria::proxima(std::string_view& linha) {
 }
 
 ArquivoDeInformacao::ArquivoDeInformacao(std::string caminho) : caminho_(std::move(caminho)) {
-  fd_ = ::open(caminho_.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd_ < 0) falha(errno);
-  struct stat st {};
-  if (::fstat(fd_, &st) != 0) falha(errno);
-  if (S_ISDIR(st.st_mode)) falha(EISDIR);  // a folder opens like a file
-  ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);  // a hint: its failure changes nothing
+  if (const int erro = arquivo_.open_for_reading(caminho_)) falha(erro);
 }
 
-ArquivoDeInformacao::~ArquivoDeInformacao() {
-  if (fd_ >= 0) ::close(fd_);
-}
+ArquivoDeInformacao::~ArquivoDeInformacao() = default;
 
 void ArquivoDeInformacao::falha(int erro) const {
   throw Error("Não foi possível ler o arquivo '" + caminho_ + "': " + system_reason(erro));
 }
 
 void ArquivoDeInformacao::reinicia() {
-  if (::lseek(fd_, 0, SEEK_SET) < 0) falha(errno);
+  lido_ = 0;
   texto_.clear();
   pos_ = 0;
   fim_ = false;
@@ -60,15 +47,14 @@ void ArquivoDeInformacao::reinicia() {
 bool ArquivoDeInformacao::le_mais() {
   if (fim_) return false;
   bruto_.resize(kPedaco);
-  ssize_t n;
-  do n = ::read(fd_, bruto_.data(), bruto_.size());
-  while (n < 0 && errno == EINTR);
-  if (n < 0) falha(errno);
+  std::size_t n = 0;
+  if (const int erro = arquivo_.read_at(lido_, bruto_.data(), bruto_.size(), n)) falha(erro);
   if (n == 0) return !(fim_ = true);
+  lido_ += n;
   // What was handed out goes; the line begun stays, at the front.
   texto_.erase(0, pos_);
   pos_ = 0;
-  utf8_.append(std::string_view(bruto_).substr(0, static_cast<std::size_t>(n)), texto_);
+  utf8_.append(std::string_view(bruto_).substr(0, n), texto_);
   return true;
 }
 

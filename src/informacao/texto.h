@@ -3,10 +3,12 @@
 // any size is read in a bounded memory. Either can be read again from the start.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "base/code_page.h"
+#include "base/system.h"
 
 namespace infofiscal {
 
@@ -50,7 +52,8 @@ class ArquivoDeInformacao final : public TextoDeInformacao {
   bool le_mais();
 
   std::string caminho_;
-  int fd_ = -1;
+  SystemFile arquivo_;
+  std::uint64_t lido_ = 0;  // bytes of the file read so far
   Utf8FromWindows1252 utf8_;
   std::string bruto_;  // the piece read, in the file's code page
   std::string texto_;  // UTF-8 from pos_ on: the lines not yet handed out
