@@ -152,6 +152,14 @@ bool stderr_is_terminal();
 // The width in columns of the terminal on stderr; 0 when it is none or does not say.
 int terminal_columns();
 
+// --- libraries ----------------------------------------------------------------------------
+
+// Whether the Firebird client library can be used. Linux links it with the program. On Windows
+// it is the fbclient.dll of the user's Firebird installation, which the program loads only at
+// its first call (delay-loaded, so that the program starts without Firebird): without it that
+// call would end the process. This loads it first.
+bool firebird_client_available();
+
 // --- interruptions -------------------------------------------------------------------------
 
 // What to do at an interruption of the process: Ctrl-C, SIGTERM or SIGHUP on Linux; Ctrl-C,

@@ -185,6 +185,10 @@ int terminal_columns() {
   return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
+// --- libraries ----------------------------------------------------------------------------
+
+bool firebird_client_available() { return true; }
+
 // --- interruptions -------------------------------------------------------------------------
 
 namespace {

@@ -124,8 +124,10 @@ int SystemFile::create_scratch(const std::string& folder) {
   close();
   // A fresh name the system picks (it creates the file empty), opened so that the system
   // removes it at the close, also when the process is killed.
+  const std::wstring where = widen(folder);
+  if (GetFileAttributesW(where.c_str()) == INVALID_FILE_ATTRIBUTES) return last_error();  // as Linux says it
   wchar_t name[MAX_PATH];
-  if (GetTempFileNameW(widen(folder).c_str(), L".if", 0, name) == 0) return last_error();
+  if (GetTempFileNameW(where.c_str(), L".if", 0, name) == 0) return last_error();
   const int erro = opened(handle_, CreateFileW(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
                                                FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE,
                                                nullptr));
@@ -183,13 +185,17 @@ int replace_file(const std::string& from, const std::string& to) {
 int remove_file(const std::string& path) { return DeleteFileW(widen(path).c_str()) ? 0 : last_error(); }
 
 PathState path_state(const std::string& path) {
-  const DWORD attributes = GetFileAttributesW(widen(path).c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) return {};
+  const std::wstring name = widen(path);
+  // Opened without access, to ask what it is: a device (NUL, CON, COM1) or a pipe is no file on
+  // a disk. Backup semantics: folders open too.
+  const HANDLE h = CreateFileW(name.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (h == INVALID_HANDLE_VALUE) return {};
+  const DWORD type = GetFileType(h);
+  CloseHandle(h);
   using Kind = PathState::Kind;
-  return {attributes & FILE_ATTRIBUTE_DIRECTORY ? Kind::Folder
-          : attributes & FILE_ATTRIBUTE_DEVICE  ? Kind::Other
-                                                : Kind::Regular,
-          (attributes & FILE_ATTRIBUTE_READONLY) != 0};
+  if (type != FILE_TYPE_DISK) return {Kind::Other, false};
+  const DWORD attributes = GetFileAttributesW(name.c_str());
+  return {attributes & FILE_ATTRIBUTE_DIRECTORY ? Kind::Folder : Kind::Regular, (attributes & FILE_ATTRIBUTE_READONLY) != 0};
 }
 
 int may_create_in(const std::string&) { return 0; }
@@ -263,6 +269,14 @@ int terminal_columns() {
   CONSOLE_SCREEN_BUFFER_INFO info{};
   if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info)) return 0;
   return info.srWindow.Right - info.srWindow.Left + 1;
+}
+
+// --- libraries ----------------------------------------------------------------------------
+
+bool firebird_client_available() {
+  // Searched where the delay-load helper searches: the program's folder, the system's, PATH.
+  static const bool loaded = LoadLibraryW(L"fbclient.dll") != nullptr;
+  return loaded;
 }
 
 // --- interruptions -------------------------------------------------------------------------

@@ -80,8 +80,15 @@ std::string nome_sugerido_conferido(RecordSource& fonte, const OpcoesExportar& o
   return nome;
 }
 
+// Whether `caminho` can be read, or is a folder (which the snapshot source refuses in a message
+// of its own).
+bool legivel_ou_pasta(const std::string& caminho) {
+  std::error_code ec;
+  return std::filesystem::is_directory(path_of(caminho), ec) || std::ifstream(path_of(caminho)).good();
+}
+
 int exportar(const OpcoesExportar& o) {
-  if (o.fonte.rfind("snapshot:", 0) == 0 && !std::ifstream(path_of(o.fonte.substr(9))))
+  if (o.fonte.rfind("snapshot:", 0) == 0 && !legivel_ou_pasta(o.fonte.substr(9)))
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
   conferir_destinos(destinos(o, o.arquivo_fiscal), entradas_da_fonte(o.fonte));
   const auto live = abrir_fonte(
@@ -133,10 +140,11 @@ int exportar(const OpcoesExportar& o) {
 // Hands the file `path` to `pedaco` a piece at a time.
 void ler_em_pedacos(const std::string& path, const std::function<void(std::string_view)>& pedaco) {
   const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + system_reason(erro)); };
+  // A folder opens like a file and reads as nothing on Linux, and does not open on Windows.
+  std::error_code ec;
+  if (std::filesystem::is_directory(path_of(path), ec)) throw falha(EISDIR);
   std::ifstream in(path_of(path), std::ios::binary);
   if (!in) throw falha(errno);
-  // A folder opens like a file and reads as nothing.
-  if (std::filesystem::is_directory(path_of(path))) throw falha(EISDIR);
   std::string buffer(1 << 20, '\0');
   while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0)
     pedaco(std::string_view(buffer).substr(0, static_cast<std::size_t>(in.gcount())));

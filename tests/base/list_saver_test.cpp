@@ -1,7 +1,5 @@
 #include "base/list_saver.h"
 
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -10,6 +8,7 @@
 
 #include "base/string_list.h"
 #include "base/error.h"
+#include "faults/support.h"
 
 namespace infofiscal {
 namespace {
@@ -89,7 +88,7 @@ TEST(ArquivoTexto, FailuresLeaveTheEarlierFileAndNoTemporary) {
   // A target that is a folder cannot be replaced: the rename fails after the write.
   fs::create_directories(dir / "pasta");
   EXPECT_THROW(write_file_atomically((dir / "pasta").string(), "novo"), Error);
-  if (::geteuid() != 0) {  // root writes into read-only folders
+  if (testing::pastas_somente_leitura_valem()) {
     fs::permissions(dir, fs::perms::owner_read | fs::perms::owner_exec);
     EXPECT_THROW(save_text_file(path, "novo"), Error);
     fs::permissions(dir, fs::perms::owner_all);

@@ -67,10 +67,11 @@ TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
     for (const char* line : {"02", "03", "04", "05", "06", "12", "13", "14", "15", "16", "17", "18", "19"})
       EXPECT_NE(live.info.find(std::string("\r\n[C00]") + line + "[/C00]"), std::string::npos) << line;
     // The summary counts the lines of the files it names.
-    EXPECT_EQ(live.resumo, "Resumo: 2 arquivos gravados\n  informações: " + live.base +
-                               "/Arquivos/InfoFiscal/SpedInformacao.txt (" + linhas(live.info) + " linhas)\n  " +
-                               (r.tipo == std::string("1") ? "SINTEGRA" : "SPED EFD ICMS/IPI") + ": " + live.base +
-                               "/fiscal.txt (" + linhas(live.fiscal) + " registros)\n");
+    EXPECT_EQ(live.resumo, "Resumo: 2 arquivos gravados\n  informações: " +
+                               caminho_normal(live.base + "/Arquivos/InfoFiscal/SpedInformacao.txt") + " (" +
+                               linhas(live.info) + " linhas)\n  " +
+                               (r.tipo == std::string("1") ? "SINTEGRA" : "SPED EFD ICMS/IPI") + ": " +
+                               caminho_normal(live.base + "/fiscal.txt") + " (" + linhas(live.fiscal) + " registros)\n");
     const Outcome replay = exportar("snapshot:" + snapshot, r, "demo-replay");
     expect_same(live, replay, /*same_err=*/true);
   }

@@ -171,6 +171,10 @@ std::unique_ptr<soci::session> open_session(const std::string& address) {
     } else if (scheme == "postgresql") {
       session = std::make_unique<soci::session>(*soci::factory_postgresql(), postgresql_conninfo(address));
     } else if (scheme == "firebird") {
+      if (!firebird_client_available())
+        throw Error("Não foi possível abrir a fonte de dados '" + shown_address(address) +
+                    "': o cliente do Firebird (fbclient.dll) não foi encontrado; instale o cliente do Firebird "
+                    "ou copie fbclient.dll para a pasta do programa");
       // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
       const std::string parameters = rest.find('=') != std::string::npos
                                          ? rest
