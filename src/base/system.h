@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace infofiscal {
@@ -44,9 +45,15 @@ std::string utf8_of(const std::filesystem::path& path);
 class SystemFile {
  public:
   SystemFile() = default;
-  ~SystemFile();
-  SystemFile(SystemFile&& other) noexcept;
-  SystemFile& operator=(SystemFile&& other) noexcept;
+  ~SystemFile() { close(); }
+  SystemFile(SystemFile&& other) noexcept : handle_(std::exchange(other.handle_, kClosed)) {}
+  SystemFile& operator=(SystemFile&& other) noexcept {
+    if (this != &other) {
+      close();
+      handle_ = std::exchange(other.handle_, kClosed);
+    }
+    return *this;
+  }
 
   bool is_open() const { return handle_ != kClosed; }
 

@@ -24,18 +24,6 @@ std::string utf8_of(const std::filesystem::path& path) { return path.string(); }
 
 // --- files ---------------------------------------------------------------------------------
 
-SystemFile::~SystemFile() { close(); }
-
-SystemFile::SystemFile(SystemFile&& other) noexcept : handle_(std::exchange(other.handle_, kClosed)) {}
-
-SystemFile& SystemFile::operator=(SystemFile&& other) noexcept {
-  if (this != &other) {
-    close();
-    handle_ = std::exchange(other.handle_, kClosed);
-  }
-  return *this;
-}
-
 namespace {
 
 int fd_of(std::intptr_t handle) { return static_cast<int>(handle); }

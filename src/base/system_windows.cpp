@@ -92,18 +92,6 @@ std::string utf8_of(const std::filesystem::path& path) { return narrow(path.nati
 
 // --- files ---------------------------------------------------------------------------------
 
-SystemFile::~SystemFile() { close(); }
-
-SystemFile::SystemFile(SystemFile&& other) noexcept : handle_(std::exchange(other.handle_, kClosed)) {}
-
-SystemFile& SystemFile::operator=(SystemFile&& other) noexcept {
-  if (this != &other) {
-    close();
-    handle_ = std::exchange(other.handle_, kClosed);
-  }
-  return *this;
-}
-
 int SystemFile::open_for_reading(const std::string& path) {
   close();
   const std::wstring name = widen(path);

@@ -6,9 +6,11 @@
 #include <filesystem>
 
 #include "base/renderings.h"
+#include "base/system.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/golden.h"
+#include "support/sql_script.h"
 
 namespace infofiscal {
 namespace {
@@ -88,6 +90,21 @@ TEST(SqlDemo, TheDemoMonthGivesTheseFiscalFiles) {
     EXPECT_EQ(o.status, 0) << o.err;
     EXPECT_TRUE(matches_golden(golden, o.fiscal));
   }
+}
+
+// Names in UTF-8 reach the files they name: the command line's arguments, the database, the base
+// folder and the fiscal file (on Windows, where the system takes names in UTF-16).
+TEST(SqlDemo, NamesWithAccentsNameTheirFiles) {
+  const std::string pasta = fresh_dir("demo-acentos") + "/São Paulo";
+  std::filesystem::create_directories(path_of(pasta + "/Arquivos/InfoFiscal"));
+  const std::string banco = pasta + "/ação.sqlite", fiscal = pasta + "/EFD março.txt";
+  run_sql_script("sqlite:" + banco, demo_script());
+  const auto run = run_cli({"exportar", "--fonte", "sqlite:" + banco, "--registro", "2", "--tipo", "2", "--base", pasta,
+                            "--arquivo-fiscal", fiscal, "--progresso", "nada"});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_TRUE(matches_golden("demo_efd_marco_2024.txt", read_file(fiscal)));
+  EXPECT_NE(run.err.find("  SPED EFD ICMS/IPI: " + caminho_normal(fiscal) + " (1.311 registros)\n"), std::string::npos)
+      << run.err;
 }
 
 class SqlDemoBancos : public ::testing::TestWithParam<std::string> {};

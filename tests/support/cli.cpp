@@ -33,23 +33,23 @@ CliResult run_program(const std::string& program, const std::vector<std::string>
 }
 
 std::string fresh_dir(const std::string& name, bool info_folder) {
-  const fs::path dir = fs::path(::testing::TempDir()) / ("infofiscal-" + std::to_string(getpid())) / name;
+  const fs::path dir = path_of(::testing::TempDir()) / path_of("infofiscal-" + std::to_string(getpid())) / path_of(name);
   fs::remove_all(dir);
   fs::create_directories(info_folder ? dir / "Arquivos" / "InfoFiscal" : dir);
-  return dir.string();
+  return utf8_of(dir);
 }
 
 std::string caminho_normal(const std::string& path) { return utf8_of(path_of(path).lexically_normal()); }
 
 std::string read_file(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(path_of(path), std::ios::binary);
   std::ostringstream s;
   s << in.rdbuf();
   return s.str();
 }
 
 void write_file(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
+  std::ofstream(path_of(path), std::ios::binary) << bytes;
 }
 
 }  // namespace infofiscal::testing
