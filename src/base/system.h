@@ -151,7 +151,8 @@ class Utf8Arguments {
 std::optional<std::string> environment_variable(const char* name);
 
 // Makes stdout and stderr carry the program's bytes as they are: on Windows, no LF turned into
-// CR LF (the info lines match Linux's) and the console shows UTF-8. Nothing to do on Linux.
+// CR LF (the info lines match Linux's) and the console shows UTF-8 (its own code page is given
+// back when the program ends). Nothing to do on Linux.
 void prepare_standard_streams();
 
 // Whether stderr is a terminal (a console on Windows).

@@ -176,13 +176,16 @@ PathState path_state(const std::string& path) {
   const std::wstring name = widen(path);
   // Opened without access, to ask what it is: a device (NUL, CON, COM1) or a pipe is no file on
   // a disk. Backup semantics: folders open too.
-  const HANDLE h = CreateFileW(name.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (h == INVALID_HANDLE_VALUE) return {};
-  const DWORD type = GetFileType(h);
-  CloseHandle(h);
+  // Without access asked, another program's sharing mode does not refuse the open.
   using Kind = PathState::Kind;
-  if (type != FILE_TYPE_DISK) return {Kind::Other, false};
+  const HANDLE h = CreateFileW(name.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (h != INVALID_HANDLE_VALUE) {
+    const DWORD type = GetFileType(h);
+    CloseHandle(h);
+    if (type != FILE_TYPE_DISK) return {Kind::Other, false};
+  }
   const DWORD attributes = GetFileAttributesW(name.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return {};
   return {attributes & FILE_ATTRIBUTE_DIRECTORY ? Kind::Folder : Kind::Regular, (attributes & FILE_ATTRIBUTE_READONLY) != 0};
 }
 
@@ -224,9 +227,10 @@ std::string executable_path() {
   }
 }
 
-Utf8Arguments::Utf8Arguments(int, char**) {
+Utf8Arguments::Utf8Arguments(int argc, char** argv) {
   int count = 0;
   wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  if (wide == nullptr) arguments_.assign(argv, argv + argc);  // the ANSI ones, rather than none
   for (int i = 0; wide != nullptr && i < count; ++i) arguments_.push_back(narrow(wide[i]));
   LocalFree(wide);
   for (std::string& a : arguments_) pointers_.push_back(a.data());
@@ -238,10 +242,23 @@ std::optional<std::string> environment_variable(const char* name) {
   return value ? std::optional<std::string>(narrow(value)) : std::nullopt;
 }
 
+namespace {
+
+// The console's code page before the program set UTF-8: the console outlives the program, and
+// the commands run in it after it expect their own.
+UINT console_code_page = 0;
+
+void restore_console_code_page() {
+  if (console_code_page != 0) SetConsoleOutputCP(console_code_page);
+}
+
+}  // namespace
+
 void prepare_standard_streams() {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
-  SetConsoleOutputCP(CP_UTF8);
+  console_code_page = GetConsoleOutputCP();
+  if (console_code_page != 0 && SetConsoleOutputCP(CP_UTF8)) std::atexit(restore_console_code_page);
   // The progress bar redraws its line with the terminal's escape sequences.
   const HANDLE err = GetStdHandle(STD_ERROR_HANDLE);
   DWORD mode = 0;
@@ -286,6 +303,7 @@ BOOL WINAPI on_console_event(DWORD event) {
       (interruption_on_terminal ? "\r\033[K" : "") + interruption.program + ": interrompido (" + name + ")\n";
   DWORD written = 0;
   WriteFile(GetStdHandle(STD_ERROR_HANDLE), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+  restore_console_code_page();
   TerminateProcess(GetCurrentProcess(), STATUS_CONTROL_C_EXIT);
   return TRUE;
 }
