@@ -3,7 +3,8 @@
 #
 # Each folder of src/ and its floor, from the bottom up; folders of one floor stand side by
 # side and include neither each other:
-#   0 base        errors, values, renderings, code page, atomic file, string list
+#   0 base        errors, values, renderings, code page, atomic file, string list, and what
+#                 differs between Linux and Windows (system.h)
 #   1 host        the host framework: record source, datasets, services
 #   2 informacao  the information file: its schema and its reader
 #   3 registers   the generators that write it

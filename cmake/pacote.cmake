@@ -1,8 +1,10 @@
-# The package of `cmake --install`'s files, made by CPack (scripts/pacote: cpack -G DEB). The
+# The package of `cmake --install`'s files, made by CPack: the Debian package (scripts/pacote:
+# cpack -G DEB) and, built for Windows, its installer (scripts/windows: cpack -G NSIS64). The
 # Debian package takes its library dependencies from the programs themselves (dpkg-shlibdeps,
 # from dpkg-dev) and names what they load at run time, Qt's platform plugins and its
 # Portuguese translation, and sqlite3, with which the demo month (and a company's own SQLite
-# file) is loaded. Another generator (NSIS, for Windows) adds its own settings here.
+# file) is loaded. The Windows programs are self-contained (linked statically) but for the
+# Firebird client, which the user's Firebird installation brings.
 set(CPACK_PACKAGE_NAME infofiscal)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "infofiscal")
@@ -16,8 +18,24 @@ SPED EFD ICMS/IPI, conferidos antes de gravados. Traz o comando infofiscal, a ja
 infofiscal-dialogo, o catálogo de provedores, o esquema de referência e um mês de
 demonstração.")
 set(CPACK_STRIP_FILES ON)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 
+if(WIN32)
+  # infofiscal-VERSION-win64.exe, installing into Program Files\infofiscal the tree of `cmake
+  # --install`: bin\infofiscal.exe, share\infofiscal (the catalog the program finds from its own
+  # folder, the schema, the demo month) and share\doc\infofiscal; with an uninstaller.
+  set(CPACK_PACKAGE_FILE_NAME infofiscal-${PROJECT_VERSION}-win64)
+  set(CPACK_PACKAGE_INSTALL_DIRECTORY infofiscal)
+  set(CPACK_NSIS_PACKAGE_NAME infofiscal)
+  set(CPACK_NSIS_DISPLAY_NAME "infofiscal ${PROJECT_VERSION}")
+  set(CPACK_NSIS_INSTALL_ROOT "$PROGRAMFILES64")
+  set(CPACK_NSIS_ENABLE_UNINSTALL_BEFORE_INSTALL ON)
+  # NSIS's default stub is 32-bit, which would need Wine's 32-bit half: a 64-bit, Unicode one.
+  set(CPACK_NSIS_DEFINES "Target amd64-unicode")
+  include(CPack)
+  return()
+endif()
+
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)

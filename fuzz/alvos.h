@@ -6,11 +6,11 @@
 // undefined behaviour is a fault.
 #pragma once
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +23,7 @@
 #include "informacao/leitor.h"
 #include "host/client_dataset.h"
 #include "base/error.h"
+#include "base/system.h"
 #include "host/sources/snapshot_source.h"
 
 namespace infofiscal::fuzz {
@@ -94,10 +95,15 @@ inline int registro_do(const nlohmann::json& doc) {
 // of its fiscal register over it (every generator that its switches turn on), then each entry
 // opened on its own.
 inline void snapshot(const std::uint8_t* data, std::size_t size) {
-  const int fd = memfd_create("snapshot", 0);
-  if (fd < 0) return;
-  const std::string path = "/proc/self/fd/" + std::to_string(fd);
-  const bool written = ::write(fd, data, size) == static_cast<ssize_t>(size);
+  // One file of this process's own in the temporary folder, written again for each input.
+  static const std::string path =
+      utf8_of(std::filesystem::temp_directory_path() /
+              path_of("infofiscal-fuzz-" + std::to_string(std::random_device{}()) + ".json"));
+  bool written = false;
+  {
+    std::ofstream out(path_of(path), std::ios::binary | std::ios::trunc);
+    written = static_cast<bool>(out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size)));
+  }
   try {
     if (written) {
       SnapshotSource source(path);
@@ -117,7 +123,8 @@ inline void snapshot(const std::uint8_t* data, std::size_t size) {
     }
   } catch (const Error&) {
   }
-  ::close(fd);
+  std::error_code ec;
+  std::filesystem::remove(path_of(path), ec);
 }
 
 // Every column of a line read in each of the converters' three ways.

@@ -1,17 +1,13 @@
 #include "base/atomic_file.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <random>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "base/error.h"
 #include "base/interruption.h"
+#include "base/system.h"
 
 namespace infofiscal {
 
@@ -27,38 +23,37 @@ fs::path folder_of(const fs::path& target) { return target.has_parent_path() ? t
 
 // The checks of require_writable_target on the destination `path` is written to.
 void check_destination(const std::string& path, const std::string& destination) {
-  const fs::path folder = folder_of(destination);
+  const std::string folder = utf8_of(folder_of(path_of(destination)));
   std::error_code ec;
-  if (!fs::is_directory(folder, ec))
-    throw Error("A pasta '" + folder.string() + "' não existe: o arquivo '" + path + "' não foi gravado");
-  if (::access(folder.c_str(), W_OK | X_OK) != 0) refuse(path, system_reason(errno));
-  struct stat st {};
-  if (::stat(destination.c_str(), &st) != 0) return;  // a new file
-  if (S_ISDIR(st.st_mode)) refuse(path, system_reason(EISDIR));
+  if (!fs::is_directory(path_of(folder), ec))
+    throw Error("A pasta '" + folder + "' não existe: o arquivo '" + path + "' não foi gravado");
+  if (const int erro = may_create_in(folder)) refuse(path, system_reason(erro));
+  const PathState state = path_state(destination);
+  using Kind = PathState::Kind;
+  if (state.kind == Kind::Missing) return;  // a new file
+  if (state.kind == Kind::Folder) refuse(path, system_reason(EISDIR));
   // A rename over a device or a pipe would replace it with an ordinary file.
-  if (!S_ISREG(st.st_mode)) refuse(path, "não é um arquivo comum");
-  // The rename needs only the folder's permission: a file kept read-only on purpose (even from
-  // the superuser, who may write anything) is refused here.
-  if ((st.st_mode & 0222) == 0) refuse(path, "arquivo somente para leitura");
-  if (::access(destination.c_str(), W_OK) != 0) refuse(path, system_reason(errno));
+  if (state.kind != Kind::Regular) refuse(path, "não é um arquivo comum");
+  // The rename needs only the folder's permission: a file kept read-only on purpose is refused.
+  if (state.read_only) refuse(path, "arquivo somente para leitura");
+  if (const int erro = may_replace(destination)) refuse(path, system_reason(erro));
 }
 
-// Device and inode of an existing file; for one that does not exist yet, those of its folder
-// and its name there.
+// The identity of an existing file; for one that does not exist yet, that of its folder and its
+// name there.
 struct FileId {
-  dev_t device = 0;
-  ino_t inode = 0;
+  FileIdentity file;
   std::string name;
   friend bool operator==(const FileId&, const FileId&) = default;
 };
 
 std::optional<FileId> identity(const std::string& path) {
-  struct stat st {};
-  if (::stat(path.c_str(), &st) == 0) return FileId{st.st_dev, st.st_ino, ""};
+  if (const auto file = file_identity(path)) return FileId{*file, ""};
   try {
-    const fs::path destination = write_destination(path);
-    if (::stat(folder_of(destination).c_str(), &st) != 0) return std::nullopt;
-    return FileId{st.st_dev, st.st_ino, destination.filename().string()};
+    const fs::path destination = path_of(write_destination(path));
+    const auto folder = file_identity(utf8_of(folder_of(destination)));
+    if (!folder) return std::nullopt;
+    return FileId{*folder, utf8_of(destination.filename())};
   } catch (const Error&) {
     return std::nullopt;  // links in a cycle name no file
   }
@@ -79,42 +74,15 @@ std::string random_suffix() {
   return suffix;
 }
 
-// Writes all of `bytes`; false, with errno set, when the system refuses.
-bool write_all(int fd, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t n = ::write(fd, bytes.data(), bytes.size());
-    if (n < 0) {
-      if (errno == EINTR) continue;
-      return false;
-    }
-    bytes.remove_prefix(static_cast<std::size_t>(n));
-  }
-  return true;
-}
-
-// Reads up to `size` bytes at `offset`, fewer only at the end of the file; -1, with errno set,
-// when the system refuses.
-ssize_t read_all_at(int fd, std::uint64_t offset, char* out, std::size_t size) {
-  std::size_t got = 0;
-  while (got < size) {
-    const ssize_t n = ::pread(fd, out + got, size - got, static_cast<off_t>(offset + got));
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) return -1;
-    if (n == 0) break;
-    got += static_cast<std::size_t>(n);
-  }
-  return static_cast<ssize_t>(got);
-}
-
 }  // namespace
 
 std::string write_destination(const std::string& path) {
-  fs::path p(path);
+  fs::path p = path_of(path);
   for (int links = 0; links < 40; ++links) {
     std::error_code ec;
-    if (!fs::is_symlink(fs::symlink_status(p, ec))) return p.string();
+    if (!fs::is_symlink(fs::symlink_status(p, ec))) return utf8_of(p);
     const fs::path target = fs::read_symlink(p, ec);
-    if (ec) return p.string();
+    if (ec) return utf8_of(p);
     p = target.is_absolute() ? target : folder_of(p) / target;
   }
   refuse(path, system_reason(ELOOP));
@@ -141,15 +109,14 @@ AtomicFile::AtomicFile(std::string path) : path_(std::move(path)), destination_(
 }
 
 void AtomicFile::Create() {
-  const fs::path destination(destination_);
-  const std::string prefix = (folder_of(destination) / ("." + destination.filename().string() + ".")).string();
+  const fs::path destination = path_of(destination_);
+  const std::string prefix = utf8_of(folder_of(destination) / path_of("." + utf8_of(destination.filename()) + "."));
   int erro = EEXIST;
   for (int attempt = 0; attempt < 100 && erro == EEXIST; ++attempt) {
     temp_ = prefix + random_suffix();
     on_interruption_ = std::make_unique<RemovedOnInterruption>(temp_);
-    fd_ = ::open(temp_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (fd_ >= 0) return;
-    erro = errno;
+    erro = file_.create_new(temp_);
+    if (erro == 0) return;
     on_interruption_.reset();
   }
   temp_.clear();
@@ -159,9 +126,8 @@ void AtomicFile::Create() {
 AtomicFile::~AtomicFile() { Discard(); }
 
 void AtomicFile::Discard() {
-  if (fd_ >= 0) ::close(fd_);
-  fd_ = -1;
-  if (!temp_.empty()) ::unlink(temp_.c_str());
+  file_.close();
+  if (!temp_.empty()) remove_file(temp_);
   temp_.clear();
   on_interruption_.reset();
 }
@@ -172,60 +138,45 @@ void AtomicFile::Fail(const std::string& why) {
 }
 
 void AtomicFile::write(std::string_view bytes) {
-  if (fd_ < 0) Fail("arquivo já fechado");
-  if (!write_all(fd_, bytes)) Fail(system_reason(errno));
+  if (!file_.is_open()) Fail("arquivo já fechado");
+  if (const int erro = file_.append(bytes)) Fail(system_reason(erro));
 }
 
 std::size_t AtomicFile::read_at(std::uint64_t offset, char* out, std::size_t size) const {
-  const ssize_t n = fd_ < 0 ? -1 : read_all_at(fd_, offset, out, size);
-  if (n < 0)
+  std::size_t got = 0;
+  const int erro = file_.is_open() ? file_.read_at(offset, out, size, got) : 0;
+  if (!file_.is_open() || erro != 0)
     throw Error("Não foi possível reler o arquivo '" + path_ + "': " +
-                (fd_ < 0 ? std::string("arquivo já fechado") : system_reason(errno)));
-  return static_cast<std::size_t>(n);
+                (erro == 0 ? std::string("arquivo já fechado") : system_reason(erro)));
+  return got;
 }
 
-void AtomicFile::start_writeback() {
-  if (fd_ >= 0) ::sync_file_range(fd_, 0, 0, SYNC_FILE_RANGE_WRITE);  // a hint: its failure changes nothing
-}
+void AtomicFile::start_writeback() { file_.start_writeback(); }
 
 void AtomicFile::finish() {
-  if (fd_ < 0) Fail("arquivo já fechado");
+  if (!file_.is_open()) Fail("arquivo já fechado");
   try {
     check_destination(path_, destination_);
   } catch (const Error&) {
     Discard();
     throw;
   }
-  struct stat earlier {};
-  const mode_t mode = ::stat(destination_.c_str(), &earlier) == 0 ? earlier.st_mode & 07777 : 0644;
-  if (::fchmod(fd_, mode) != 0 || ::fsync(fd_) != 0) Fail(system_reason(errno));
-  const int fd = fd_;
-  fd_ = -1;
-  if (::close(fd) != 0) Fail(system_reason(errno));
+  int erro = file_.copy_permissions(destination_);
+  if (erro == 0) erro = file_.flush_to_disk();
+  if (erro == 0) erro = file_.close();
+  if (erro != 0) Fail(system_reason(erro));
   finished_ = true;
 }
 
 void AtomicFile::commit() {
   if (!finished_) finish();
-  if (std::rename(temp_.c_str(), destination_.c_str()) != 0) Fail(system_reason(errno));
+  if (const int erro = replace_file(temp_, destination_)) Fail(system_reason(erro));
   temp_.clear();
   on_interruption_.reset();
 }
 
 ScratchFile::ScratchFile(std::string folder) : folder_(std::move(folder)) {
-  // O_TMPFILE makes a file that never has a name; a file system without it gets a named one,
-  // removed at once.
-  fd_ = ::open(folder_.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-  if (fd_ < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
-    std::string name = (std::filesystem::path(folder_) / ".infofiscal.XXXXXX").string();
-    fd_ = mkostemp(name.data(), O_CLOEXEC);
-    if (fd_ >= 0) ::unlink(name.c_str());
-  }
-  if (fd_ < 0) Fail(system_reason(errno));
-}
-
-ScratchFile::~ScratchFile() {
-  if (fd_ >= 0) ::close(fd_);
+  if (const int erro = file_.create_scratch(folder_)) Fail(system_reason(erro));
 }
 
 void ScratchFile::Fail(const std::string& why) const {
@@ -233,15 +184,14 @@ void ScratchFile::Fail(const std::string& why) const {
 }
 
 void ScratchFile::append(std::string_view bytes) {
-  // Reads go through pread, which leaves the file offset alone: it stays at the end.
-  if (!write_all(fd_, bytes)) Fail(system_reason(errno));
+  if (const int erro = file_.append(bytes)) Fail(system_reason(erro));
   size_ += bytes.size();
 }
 
 std::size_t ScratchFile::read_at(std::uint64_t offset, char* out, std::size_t size) const {
-  const ssize_t n = read_all_at(fd_, offset, out, size);
-  if (n < 0) Fail(system_reason(errno));
-  return static_cast<std::size_t>(n);
+  std::size_t got = 0;
+  if (const int erro = file_.read_at(offset, out, size, got)) Fail(system_reason(erro));
+  return got;
 }
 
 void write_file_atomically(const std::string& path, std::string_view bytes) {

@@ -11,6 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/system.h"
+
 namespace infofiscal {
 
 class RemovedOnInterruption;
@@ -72,7 +74,7 @@ class AtomicFile {
 
   std::string path_, destination_, temp_;
   std::unique_ptr<RemovedOnInterruption> on_interruption_;  // temp_, while it may exist
-  int fd_ = -1;
+  SystemFile file_;  // the temporary, until finish
   bool finished_ = false;
 };
 
@@ -83,9 +85,6 @@ class ScratchFile {
  public:
   // The folder must exist.
   explicit ScratchFile(std::string folder);
-  ~ScratchFile();
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
 
   std::uint64_t size() const { return size_; }
   // Appends `bytes` at the end.
@@ -97,7 +96,7 @@ class ScratchFile {
   [[noreturn]] void Fail(const std::string& why) const;
 
   std::string folder_;
-  int fd_ = -1;
+  SystemFile file_;
   std::uint64_t size_ = 0;
 };
 

@@ -1,46 +1,44 @@
 #include "base/code_page.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <utility>
 
-#include <iconv.h>
-
-#include "base/error.h"
-
 namespace infofiscal {
 
-// One iconv conversion descriptor, for the life of its owner.
-class Iconv {
- public:
-  Iconv(const char* to, const char* from) : cd_(iconv_open(to, from)) {
-    if (cd_ == reinterpret_cast<iconv_t>(-1)) throw Error(std::string("Conversão de código indisponível: ") + from + " para " + to);
-  }
-  ~Iconv() { iconv_close(cd_); }
-  Iconv(const Iconv&) = delete;
-  Iconv& operator=(const Iconv&) = delete;
+namespace {
 
-  // Converts as much as it can; returns false at a sequence it cannot convert, with `in`
-  // standing on it.
-  bool convert(const char*& in, std::size_t& in_left, std::string& out) {
-    char buffer[16384];
-    while (in_left > 0) {
-      char* dst = buffer;
-      std::size_t dst_left = sizeof buffer;
-      const std::size_t rc = iconv(cd_, const_cast<char**>(&in), &in_left, &dst, &dst_left);
-      out.append(buffer, dst - buffer);
-      if (rc == static_cast<std::size_t>(-1) && errno != E2BIG) return false;
-    }
-    return true;
-  }
+// The characters of bytes 0x80 to 0x9F; 0 for the five bytes the code page leaves undefined.
+// Bytes 0xA0 to 0xFF are U+00A0 to U+00FF, and ASCII is itself.
+constexpr char16_t kFrom80[32] = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+    0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
- private:
-  iconv_t cd_;
+// A byte of 0x80 and above in UTF-8: two or three bytes, U+FFFD for an undefined one.
+struct Utf8Char {
+  char bytes[3];
+  std::uint8_t size;
 };
 
-namespace {
+constexpr std::array<Utf8Char, 128> utf8_table() {
+  std::array<Utf8Char, 128> table{};
+  for (int b = 0x80; b <= 0xFF; ++b) {
+    const char32_t c = b >= 0xA0 ? b : kFrom80[b - 0x80] ? kFrom80[b - 0x80] : 0xFFFD;
+    Utf8Char& u = table[b - 0x80];
+    if (c < 0x800) {
+      u = {{static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F)), 0}, 2};
+    } else {
+      u = {{static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 0x3F)),
+            static_cast<char>(0x80 | (c & 0x3F))}, 3};
+    }
+  }
+  return table;
+}
+constexpr std::array<Utf8Char, 128> kUtf8 = utf8_table();
 
 // Length of the UTF-8 sequence that starts with `lead` (1 for a stray byte).
 std::size_t utf8_length(unsigned char lead) {
@@ -48,6 +46,33 @@ std::size_t utf8_length(unsigned char lead) {
   if (lead >= 0xE0) return lead < 0xF0 ? 3 : 1;
   if (lead >= 0xC0) return 2;
   return 1;
+}
+
+// Whether `sequence` is one of the invisible language tags U+E0000 to U+E007F (F3 A0 80 80 to
+// F3 A0 81 BF). iconv skips them without a trace, and the files were written by iconv.
+bool language_tag(std::string_view sequence) {
+  return sequence.size() == 4 && sequence.substr(0, 2) == "\xF3\xA0" && (sequence[2] == '\x80' || sequence[2] == '\x81') &&
+         (static_cast<unsigned char>(sequence[3]) & 0xC0) == 0x80;
+}
+
+// The Windows-1252 byte of `sequence`, which holds the bytes its first byte announces (fewer
+// when the text ends or turns to ASCII first); '?' when they are not one well-formed character
+// of the code page. Every such character takes two or three bytes; a longer one is none of them,
+// and an overlong form (0xC0 0xA9 for U+00A9) is refused as the standard requires.
+char windows1252_byte(std::string_view sequence) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(sequence[i]); };
+  const std::size_t size = sequence.size();
+  if (size != utf8_length(byte(0)) || size < 2 || size > 3) return '?';
+  char32_t c = byte(0) & (size == 2 ? 0x1F : 0x0F);
+  for (std::size_t i = 1; i < size; ++i) {
+    if ((byte(i) & 0xC0) != 0x80) return '?';
+    c = c << 6 | (byte(i) & 0x3F);
+  }
+  if (c < (size == 2 ? 0x80u : 0x800u)) return '?';
+  if (c >= 0xA0 && c <= 0xFF) return static_cast<char>(c);
+  for (std::size_t i = 0; i < std::size(kFrom80); ++i)
+    if (kFrom80[i] != 0 && kFrom80[i] == c) return static_cast<char>(0x80 + i);
+  return '?';
 }
 
 // The end of the run of ASCII bytes (or, with `ascii` false, of other bytes) that starts at `i`.
@@ -64,34 +89,28 @@ std::size_t run_end(std::string_view text, std::size_t i, bool ascii) {
 }
 
 // Appends `text` to `out`: ASCII, the same in both code pages, as it stands; each run of other
-// bytes through `iconv`, opened from `from` to `to` on the first such run. At a sequence the
-// converter refuses, `refused(in, left, out)` writes its replacement and steps over it.
-template <class Refused>
-void convert_runs(std::string_view text, std::unique_ptr<Iconv>& iconv, const char* to, const char* from,
-                  std::string& out, Refused&& refused) {
+// bytes through `other(run, out)`.
+template <class Other>
+void convert_runs(std::string_view text, std::string& out, Other&& other) {
   for (std::size_t i = 0; i < text.size();) {
     const std::size_t ascii = run_end(text, i, true);
     out.append(text, i, ascii - i);
     if (ascii == text.size()) break;
     i = run_end(text, ascii, false);
-    if (!iconv) iconv = std::make_unique<Iconv>(to, from);
-    const char* in = text.data() + ascii;
-    std::size_t left = i - ascii;
-    while (!iconv->convert(in, left, out)) refused(in, left, out);
+    other(text.substr(ascii, i - ascii), out);
   }
 }
 
 }  // namespace
 
-Windows1252::Windows1252() = default;
-Windows1252::~Windows1252() = default;
-
 void Windows1252::append(std::string_view utf8, std::string& out) {
-  convert_runs(utf8, iconv_, "CP1252", "UTF-8", out, [](const char*& in, std::size_t& left, std::string& o) {
-    const std::size_t skip = std::min(left, utf8_length(static_cast<unsigned char>(*in)));
-    o += '?';
-    in += skip;
-    left -= skip;
+  convert_runs(utf8, out, [](std::string_view run, std::string& o) {
+    for (std::size_t at = 0; at < run.size();) {
+      const std::size_t size = std::min(run.size() - at, utf8_length(static_cast<unsigned char>(run[at])));
+      const std::string_view sequence = run.substr(at, size);
+      if (!language_tag(sequence)) o += windows1252_byte(sequence);
+      at += size;
+    }
   });
 }
 
@@ -102,15 +121,12 @@ std::string utf8_to_windows1252(std::string_view utf8) {
   return out;
 }
 
-Utf8FromWindows1252::Utf8FromWindows1252() = default;
-Utf8FromWindows1252::~Utf8FromWindows1252() = default;
-
 void Utf8FromWindows1252::append(std::string_view bytes, std::string& out) {
-  // One of the five bytes the code page leaves undefined.
-  convert_runs(bytes, iconv_, "UTF-8", "CP1252", out, [](const char*& in, std::size_t& left, std::string& o) {
-    o += "\xEF\xBF\xBD";
-    ++in;
-    --left;
+  convert_runs(bytes, out, [](std::string_view run, std::string& o) {
+    for (const char b : run) {
+      const Utf8Char& u = kUtf8[static_cast<unsigned char>(b) - 0x80];
+      o.append(u.bytes, u.size);
+    }
   });
 }
 

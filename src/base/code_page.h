@@ -2,42 +2,36 @@
 // works with is UTF-8. Lines end with CR LF in every file written.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace infofiscal {
 
-class Iconv;
+// The conversions are the code page's own table, the same on every system: they give the bytes
+// glibc's iconv gave on Linux (CP1252, without transliteration), which the files written before
+// were made with.
 
-// UTF-8 to Windows-1252, appended piece by piece; opens the code page's converter only when a
-// piece is not all ASCII.
+// UTF-8 to Windows-1252, appended piece by piece. REQUIRES: pieces split the text between whole
+// UTF-8 characters.
 class Windows1252 {
  public:
-  Windows1252();
-  ~Windows1252();
   // Appends `utf8` in Windows-1252 to `out`; as utf8_to_windows1252 below.
   void append(std::string_view utf8, std::string& out);
-
- private:
-  std::unique_ptr<Iconv> iconv_;
 };
 
 // Windows-1252 to UTF-8, appended piece by piece (any split: the code page has one byte a
-// character); opens the code page's converter only when a piece is not all ASCII.
+// character).
 class Utf8FromWindows1252 {
  public:
-  Utf8FromWindows1252();
-  ~Utf8FromWindows1252();
   // Appends `bytes` in UTF-8 to `out`; as windows1252_to_utf8 below.
   void append(std::string_view bytes, std::string& out);
-
- private:
-  std::unique_ptr<Iconv> iconv_;
 };
 
 // UTF-8 to Windows-1252; each code point the code page lacks (U+0081, U+008D, U+008F,
-// U+0090 and U+009D included) and each invalid byte becomes one '?'.
+// U+0090 and U+009D included) becomes one '?'. So does each broken sequence (overlong, cut, a
+// surrogate, a stray byte): its '?' stands for as many bytes as its first byte announces, but
+// never for an ASCII byte after it. The invisible language tags U+E0000 to U+E007F (the tail of
+// a flag such as Scotland's) are left out, as iconv leaves them out.
 std::string utf8_to_windows1252(std::string_view utf8);
 // Windows-1252 to UTF-8; the five undefined bytes become U+FFFD.
 std::string windows1252_to_utf8(std::string_view bytes);

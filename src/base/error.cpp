@@ -1,7 +1,8 @@
 #include "base/error.h"
 
 #include <cerrno>
-#include <cstring>
+
+#include "base/system.h"
 
 namespace infofiscal {
 
@@ -11,7 +12,7 @@ std::string system_reason(int erro) {
     case EACCES:
     case EPERM: return "permissão negada";
     case ENOSPC: return "disco cheio";
-    case EDQUOT: return "cota de disco esgotada";
+    case kQuotaExceeded: return "cota de disco esgotada";
     case EROFS: return "sistema de arquivos somente para leitura";
     case EISDIR: return "é uma pasta";
     case ENOTDIR: return "parte do caminho não é uma pasta";
@@ -23,7 +24,7 @@ std::string system_reason(int erro) {
     case EBUSY: return "recurso ocupado";
     case ETXTBSY: return "arquivo em uso";
     case ELOOP: return "links simbólicos demais ou em ciclo";
-    default: return std::string(std::strerror(erro)) + " (errno " + std::to_string(erro) + ")";
+    default: return system_error_text(erro);
   }
 }
 

@@ -29,7 +29,7 @@ class DataProblem : public Error {
 
 // The system's reason for a failed call (an errno value) in Portuguese, for messages such as
 // "Não foi possível gravar o arquivo 'x': disco cheio"; an uncommon one keeps the C library's
-// text with its number.
+// text with its number (base/system.h).
 std::string system_reason(int erro);
 
 }  // namespace infofiscal

@@ -1,17 +1,20 @@
-// Interruptions of a run (Ctrl-C, a closed terminal, a scheduler that stops it): the temporary
-// files of the atomic writes are removed, the earlier files stay as they were, and the process
-// ends as the signal would have ended it. The one place that knows the system's signals.
+// Interruptions of a run (Ctrl-C, a closed terminal or console, a scheduler that stops it): the
+// temporary files of the atomic writes are removed, the earlier files stay as they were, and
+// the process ends as the interruption would have ended it. The system's side of it (signals,
+// Windows' console handler) is in base/system.h.
 #pragma once
 
 #include <string>
 
 namespace infofiscal {
 
-// Installs the handling for the whole process. SIGINT, SIGTERM and SIGHUP remove every
-// registered temporary, write "<program>: interrompido (SIGINT)" to stderr and end the process
-// by that same signal (a shell reports 128 + its number: 130, 143, 129). SIGPIPE is ignored: a
-// reader that closes stdout early (`exportar ... | head -1`) does not stop the files from being
-// written. REQUIRES: called once, before any other thread starts; `program` is a short name.
+// Installs the handling for the whole process. SIGINT, SIGTERM and SIGHUP (on Windows Ctrl-C,
+// Ctrl-Break and the console closed) remove every registered temporary, write
+// "<program>: interrompido (SIGINT)" to stderr and end the process as install_interruption_handler
+// (base/system.h) says: on Linux by that same signal (a shell reports 128 + its number: 130,
+// 143, 129). SIGPIPE is ignored: a reader that closes stdout early (`exportar ... | head -1`)
+// does not stop the files from being written. REQUIRES: called once, before any other thread
+// starts; `program` is a short name.
 void handle_interruptions(const std::string& program);
 
 // A temporary file that an interruption removes while this object lives. The path is copied in

@@ -1,7 +1,6 @@
 #include "base/list_saver.h"
 
 #include <algorithm>
-#include <cstring>
 #include <system_error>
 #include <utility>
 
@@ -16,9 +15,10 @@ namespace {
 // change how the text around it encodes.
 std::size_t piece_end(std::string_view block, std::size_t at, std::size_t size) {
   if (block.size() - at <= size) return block.size();
-  const void* lf = memrchr(block.data() + at, '\n', size);
-  if (lf == nullptr) lf = std::memchr(block.data() + at + size, '\n', block.size() - at - size);
-  return lf == nullptr ? block.size() : static_cast<std::size_t>(static_cast<const char*>(lf) - block.data()) + 1;
+  std::size_t lf = block.substr(at, size).rfind('\n');
+  if (lf != std::string_view::npos) return at + lf + 1;
+  lf = block.find('\n', at + size);
+  return lf == std::string_view::npos ? block.size() : lf + 1;
 }
 
 }  // namespace

@@ -1,31 +1,24 @@
 #include "base/string_list.h"
 
-#include <sys/mman.h>
-
 #include <cstdint>
 #include <system_error>
 #include <utility>
+
+#include "base/system.h"
 
 namespace infofiscal {
 
 namespace {
 
-// `advice` for the whole `unit`-aligned units within [data, data + size).
-void advise(const char* data, std::size_t size, std::uintptr_t unit, int advice) {
-  const auto begin = reinterpret_cast<std::uintptr_t>(data);
-  const std::uintptr_t first = (begin + unit - 1) & ~(unit - 1), last = (begin + size) & ~(unit - 1);
-  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, advice);
-}
-
 // Faults in the pages of a block (on the thread that calls it).
-void populate(const char* data, std::size_t size) { advise(data, size, 4096, MADV_POPULATE_WRITE); }
+void populate(const char* data, std::size_t size) { advise_memory(data, size, MemoryAdvice::Populate); }
 
 // A block in huge pages: a large month's text is hundreds of megabytes, and touching it 4 KiB at
 // a time costs about as much as writing it.
 std::string new_block(std::size_t size) {
   std::string block;
   block.reserve(size);
-  advise(block.data(), block.capacity(), std::uintptr_t{2} << 20, MADV_HUGEPAGE);
+  advise_memory(block.data(), block.capacity(), MemoryAdvice::HugePages);
   return block;
 }
 

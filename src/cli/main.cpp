@@ -3,8 +3,6 @@
 // stdout carries only the info lines of a run; stderr the progress, the summary of the files
 // written and, on failure, the error message. Exit status: 0 success, 1 the run failed, 2 a
 // usage error.
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -21,6 +19,7 @@
 #include "cli/progresso.h"
 #include "base/atomic_file.h"
 #include "base/interruption.h"
+#include "base/system.h"
 #include "export/controle_exportacao.h"
 #include "fiscal/arquivo_fiscal.h"
 #include "fiscal/efd_validador.h"
@@ -92,8 +91,15 @@ std::string nome_sugerido_conferido(RecordSource& fonte, const OpcoesExportar& o
   return nome;
 }
 
+// Whether `caminho` can be read, or is a folder (which the snapshot source refuses in a message
+// of its own).
+bool legivel_ou_pasta(const std::string& caminho) {
+  std::error_code ec;
+  return std::filesystem::is_directory(path_of(caminho), ec) || std::ifstream(path_of(caminho)).good();
+}
+
 int exportar(const OpcoesExportar& o) {
-  if (o.fonte.rfind("snapshot:", 0) == 0 && access(o.fonte.c_str() + 9, R_OK) != 0)
+  if (o.fonte.rfind("snapshot:", 0) == 0 && !legivel_ou_pasta(o.fonte.substr(9)))
     throw ErroDeUso("o snapshot '" + o.fonte.substr(9) + "' não existe ou não pode ser lido");
   exigir_arquivo_do_relatorio(o);
   conferir_destinos(destinos(o, o.arquivo_fiscal), entradas_da_fonte(o.fonte));
@@ -148,10 +154,11 @@ int exportar(const OpcoesExportar& o) {
 // Hands the file `path` to `pedaco` a piece at a time.
 void ler_em_pedacos(const std::string& path, const std::function<void(std::string_view)>& pedaco) {
   const auto falha = [&](int erro) { return Error("Não foi possível ler o arquivo '" + path + "': " + system_reason(erro)); };
-  std::ifstream in(path, std::ios::binary);
+  // A folder opens like a file and reads as nothing on Linux, and does not open on Windows.
+  std::error_code ec;
+  if (std::filesystem::is_directory(path_of(path), ec)) throw falha(EISDIR);
+  std::ifstream in(path_of(path), std::ios::binary);
   if (!in) throw falha(errno);
-  // A folder opens like a file and reads as nothing.
-  if (std::filesystem::is_directory(path)) throw falha(EISDIR);
   std::string buffer(1 << 20, '\0');
   while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0)
     pedaco(std::string_view(buffer).substr(0, static_cast<std::size_t>(in.gcount())));
@@ -277,4 +284,8 @@ int principal(int argc, char** argv) {
 }  // namespace
 }  // namespace infofiscal
 
-int main(int argc, char** argv) { return infofiscal::principal(argc, argv); }
+int main(int argc, char** argv) {
+  infofiscal::prepare_standard_streams();
+  infofiscal::Utf8Arguments argumentos(argc, argv);
+  return infofiscal::principal(argumentos.argc(), argumentos.argv());
+}

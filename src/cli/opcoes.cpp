@@ -13,6 +13,7 @@
 #include "cli/terminal.h"
 #include "host/client_dataset.h"
 #include "base/error.h"
+#include "base/system.h"
 #include "base/value.h"
 
 namespace infofiscal {
@@ -367,7 +368,7 @@ namespace fs = std::filesystem;
 
 bool legivel(const std::string& caminho) {
   std::error_code ec;
-  return fs::is_regular_file(caminho, ec) && std::ifstream(caminho).good();
+  return fs::is_regular_file(path_of(caminho), ec) && std::ifstream(path_of(caminho)).good();
 }
 
 // The catalog a user named: it must be there.
@@ -379,21 +380,15 @@ std::string catalogo_nomeado(const std::string& caminho, const char* por) {
 // PREFIX/share/infofiscal/providers.sql for the program PREFIX/bin/PROGRAM: the installed
 // catalog, at the path from the programs' folder to the data's that CMake's install uses.
 std::string instalado_ao_lado(const std::string& programa) {
-  const fs::path bin = fs::path(programa).parent_path();
-  return (bin / INFOFISCAL_DADOS_AO_LADO / "providers.sql").lexically_normal().string();
-}
-
-// The running program, as the system knows it.
-std::string este_programa() {
-  std::error_code ec;
-  const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
-  return ec ? std::string() : exe.string();
+  const fs::path bin = path_of(programa).parent_path();
+  return utf8_of((bin / INFOFISCAL_DADOS_AO_LADO / "providers.sql").lexically_normal());
 }
 
 // Whether `programa` lies inside the folder `pasta`.
 bool dentro_de(const std::string& programa, const std::string& pasta) {
   std::error_code ec;
-  const fs::path dentro = fs::weakly_canonical(programa, ec).lexically_relative(fs::weakly_canonical(pasta, ec));
+  const fs::path dentro =
+      fs::weakly_canonical(path_of(programa), ec).lexically_relative(fs::weakly_canonical(path_of(pasta), ec));
   return !ec && !dentro.empty() && *dentro.begin() != "..";
 }
 
@@ -438,9 +433,9 @@ std::string localizar_catalogo(const LugaresDoCatalogo& lugares) {
 }
 
 LugaresDoCatalogo lugares_do_catalogo(const std::string& opcao) {
-  LugaresDoCatalogo lugares{opcao, std::nullopt, este_programa(), {}};
-  if (const char* variavel = std::getenv("INFOFISCAL_CATALOGO"); variavel != nullptr && *variavel != '\0')
-    lugares.variavel = variavel;
+  LugaresDoCatalogo lugares{opcao, std::nullopt, executable_path(), {}};
+  if (auto variavel = environment_variable("INFOFISCAL_CATALOGO"); variavel && !variavel->empty())
+    lugares.variavel = std::move(variavel);
   if (dentro_de(lugares.programa, INFOFISCAL_ARVORE_BUILD)) lugares.arvore = INFOFISCAL_ARVORE_FONTES "/db/providers.sql";
   return lugares;
 }

@@ -1,12 +1,11 @@
 #include "cli/progresso.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 
 #include <fmt/format.h>
 
+#include "base/system.h"
 #include "cli/terminal.h"
 
 namespace infofiscal {
@@ -50,7 +49,7 @@ Progresso::Progresso(const std::string& modo)
     : modo_(modo == "linhas"  ? Modo::Linhas
             : modo == "barra" ? Modo::Barra
             : modo == "nada"  ? Modo::Nada
-            : isatty(STDERR_FILENO) ? Modo::Barra
+            : stderr_is_terminal()  ? Modo::Barra
                                     : Modo::Nada) {}
 
 void Progresso::Linha(const std::string& linha) {

@@ -1,12 +1,9 @@
 #include "cli/terminal.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
-#include <cstring>
+
+#include "base/system.h"
 
 namespace infofiscal {
 
@@ -53,12 +50,11 @@ std::string quebrar(std::string_view texto, int colunas, std::string_view recuo)
 }
 
 int largura_do_terminal() {
-  winsize tamanho{};
-  if (ioctl(STDERR_FILENO, TIOCGWINSZ, &tamanho) == 0 && tamanho.ws_col > 0) return tamanho.ws_col;
-  if (const char* colunas = std::getenv("COLUMNS")) {
+  if (const int colunas = terminal_columns(); colunas > 0) return colunas;
+  if (const auto colunas = environment_variable("COLUMNS")) {
     int n = 0;
-    const auto [fim, ec] = std::from_chars(colunas, colunas + std::strlen(colunas), n);
-    if (ec == std::errc() && *fim == '\0' && n > 0) return n;
+    const auto [fim, ec] = std::from_chars(colunas->data(), colunas->data() + colunas->size(), n);
+    if (ec == std::errc() && fim == colunas->data() + colunas->size() && n > 0) return n;
   }
   return 80;
 }

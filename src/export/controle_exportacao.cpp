@@ -7,6 +7,7 @@
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "base/renderings.h"
+#include "base/system.h"
 #include "fiscal/arquivo_fiscal.h"
 
 namespace infofiscal {
@@ -14,7 +15,7 @@ namespace infofiscal {
 namespace {
 
 std::string absoluto(const std::string& caminho) {
-  return std::filesystem::absolute(caminho).lexically_normal().string();
+  return utf8_of(std::filesystem::absolute(path_of(caminho)).lexically_normal());
 }
 
 const char* nome_do_fiscal(TRegistroFiscal tipo) { return tipo == 1 ? "SINTEGRA" : "SPED EFD ICMS/IPI"; }

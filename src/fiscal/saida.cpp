@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "base/system.h"
+
 namespace infofiscal {
 
 namespace {
@@ -12,8 +14,8 @@ namespace {
 constexpr std::size_t kBuffer = 1 << 18;
 
 std::string pasta_de(const std::string& caminho) {
-  const std::filesystem::path p(caminho);
-  return p.has_parent_path() ? p.parent_path().string() : std::string(".");
+  const std::filesystem::path p = path_of(caminho);
+  return p.has_parent_path() ? utf8_of(p.parent_path()) : std::string(".");
 }
 
 }  // namespace
@@ -50,6 +52,6 @@ void SaidaEmArquivo::confirma() {
   arquivo_.commit();
 }
 
-SaidaEmMemoria::SaidaEmMemoria() : pasta_(std::filesystem::temp_directory_path().string()) {}
+SaidaEmMemoria::SaidaEmMemoria() : pasta_(utf8_of(std::filesystem::temp_directory_path())) {}
 
 }  // namespace infofiscal

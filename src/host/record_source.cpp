@@ -1,10 +1,10 @@
 #include "host/record_source.h"
 
-#include <sys/stat.h>
-
 #include <cctype>
+#include <filesystem>
 
 #include "base/error.h"
+#include "base/system.h"
 #include "host/sources/snapshot_source.h"
 #include "host/sources/sql_source.h"
 
@@ -84,8 +84,8 @@ std::string scheme_of(const std::string& address) {
 }
 
 bool local_file(const std::string& path) {
-  struct stat st {};
-  return !path.empty() && ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+  std::error_code ec;
+  return !path.empty() && std::filesystem::is_regular_file(path_of(path), ec);
 }
 
 }  // namespace

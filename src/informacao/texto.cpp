@@ -1,11 +1,6 @@
 #include "informacao/texto.h"
 
 #include <algorithm>
-#include <cerrno>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <fmt/format.h>
 
@@ -68,28 +63,20 @@ bool TextoEmMemoria::proxima(std::string_view& linha) {
 }
 
 ArquivoDeInformacao::ArquivoDeInformacao(std::string caminho) : caminho_(std::move(caminho)) {
-  fd_ = ::open(caminho_.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd_ < 0) falha(errno);
-  struct stat st {};
-  if (::fstat(fd_, &st) != 0) falha(errno);
-  if (S_ISDIR(st.st_mode)) falha(EISDIR);  // a folder opens like a file
-  ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);  // a hint: its failure changes nothing
+  if (const int erro = arquivo_.open_for_reading(caminho_)) falha(erro);
 }
 
-ArquivoDeInformacao::~ArquivoDeInformacao() {
-  if (fd_ >= 0) ::close(fd_);
-}
+ArquivoDeInformacao::~ArquivoDeInformacao() = default;
 
 void ArquivoDeInformacao::falha(int erro) const {
   throw Error("Não foi possível ler o arquivo '" + caminho_ + "': " + system_reason(erro));
 }
 
 void ArquivoDeInformacao::reinicia() {
-  if (::lseek(fd_, 0, SEEK_SET) < 0) falha(errno);
+  lido_ = 0;
   texto_.clear();
   incompleto_.clear();
   pos_ = 0;
-  lidos_ = 0;
   fim_ = false;
 }
 
@@ -108,7 +95,7 @@ void ArquivoDeInformacao::anexa_utf8(std::string_view pedaco) {
   if (validos < incompleto_.size() && (!incompleto || fim_))
     throw Error(fmt::format("O arquivo de informações '{}' está em UTF-8, e não em Windows-1252 como o sistema o "
                             "grava, mas o byte {} (0x{:02X}) não é UTF-8: grave o arquivo numa só codificação",
-                            caminho_, lidos_ - incompleto_.size() + validos + 1,
+                            caminho_, lido_ - incompleto_.size() + validos + 1,
                             static_cast<unsigned char>(incompleto_[validos])));
   texto_.append(incompleto_, 0, validos);
   incompleto_.erase(0, validos);
@@ -117,20 +104,18 @@ void ArquivoDeInformacao::anexa_utf8(std::string_view pedaco) {
 bool ArquivoDeInformacao::le_mais() {
   if (fim_) return false;
   bruto_.resize(kPedaco);
-  ssize_t n;
-  do n = ::read(fd_, bruto_.data(), bruto_.size());
-  while (n < 0 && errno == EINTR);
-  if (n < 0) falha(errno);
+  std::size_t n = 0;
+  if (const int erro = arquivo_.read_at(lido_, bruto_.data(), bruto_.size(), n)) falha(erro);
   if (n == 0) {
     fim_ = true;
     if (!incompleto_.empty()) anexa_utf8({});  // a character cut off by the end of the file
     return false;
   }
+  lido_ += n;
   // What was handed out goes; the line begun stays, at the front.
   texto_.erase(0, pos_);
   pos_ = 0;
-  const std::string_view pedaco = std::string_view(bruto_).substr(0, static_cast<std::size_t>(n));
-  lidos_ += pedaco.size();
+  const std::string_view pedaco = std::string_view(bruto_).substr(0, n);
   if (codificacao_ == Codificacao::indefinida) decide(pedaco);
   if (codificacao_ == Codificacao::utf8)
     anexa_utf8(pedaco);

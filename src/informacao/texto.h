@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/code_page.h"
+#include "base/system.h"
 
 namespace infofiscal {
 
@@ -62,14 +63,14 @@ class ArquivoDeInformacao final : public TextoDeInformacao {
   void anexa_utf8(std::string_view pedaco);
 
   std::string caminho_;
-  int fd_ = -1;
+  SystemFile arquivo_;
+  std::uint64_t lido_ = 0;  // bytes of the file read so far
   Utf8FromWindows1252 utf8_;
   std::string bruto_;  // the piece read, in the file's code page
   std::string texto_;  // UTF-8 from pos_ on: the lines not yet handed out
   std::string incompleto_;  // of a UTF-8 file: the bytes of a character the last piece cut off
   Codificacao codificacao_ = Codificacao::indefinida;
   std::size_t pos_ = 0;
-  std::uint64_t lidos_ = 0;  // bytes read from the file
   bool fim_ = false;
 };
 

@@ -30,7 +30,12 @@ TEST(ScratchFile, KeepsWhatIsAppendedAndLeavesNothingBehind) {
     EXPECT_EQ(le(f, 0, 4), "abcx");
     EXPECT_EQ(le(f, 100000, 100), "xxxfim") << "a read past the end stops there";
     EXPECT_EQ(le(f, 200000, 10), "");
+#ifdef _WIN32
+    // Windows makes no file without a name: a hidden one, which the system removes at the close.
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);
+#else
     EXPECT_TRUE(fs::is_empty(dir)) << "the file has no name in the folder";
+#endif
   }
   EXPECT_TRUE(fs::is_empty(dir));
   try {

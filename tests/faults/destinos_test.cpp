@@ -75,6 +75,7 @@ TEST(Destinos, ALinkIsWrittenThroughAndAFileKeepsItsPermissions) {
   ASSERT_EQ(exportar(banco, esperado), 0);
   for (const Caso& c : kCasos) {
     SCOPED_TRACE(c.nome);
+    if (!c.links.empty() && !links_simbolicos()) continue;  // the rows of links need a system that makes them
     const std::string dir = fresh_dir("destinos", true);
     fs::create_directory(dir + "/reais");
     for (const auto& [link, texto] : c.links) fs::create_symlink(expandir(texto, dir), dir + "/" + link);
@@ -90,8 +91,9 @@ TEST(Destinos, ALinkIsWrittenThroughAndAFileKeepsItsPermissions) {
     }
     for (const auto& [alvo, arquivo] : c.destinos)
       EXPECT_EQ(read_file(dir + "/" + arquivo), read_file(esperado + "/" + alvo)) << alvo << " em " << arquivo;
-    for (const auto& [arquivo, modo] : c.depois)
-      EXPECT_EQ(fs::status(dir + "/" + arquivo).permissions(), modo) << arquivo;
+    if (bits_de_permissao())
+      for (const auto& [arquivo, modo] : c.depois)
+        EXPECT_EQ(fs::status(dir + "/" + arquivo).permissions(), modo) << arquivo;
     for (const char* pasta : {"", "/reais", "/Arquivos/InfoFiscal"}) EXPECT_EQ(temporarios(dir + pasta), 0) << pasta;
   }
 }

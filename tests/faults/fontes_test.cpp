@@ -101,14 +101,14 @@ TEST(FonteOcupada, TheCommandWaitsForTheWriterAndSaysSo) {
       "infofiscal: Banco de dados SQLite '" + path + "' bloqueado por outro programa: aguardando até 30 s\n";
   Escritor escritor(path);
   const int fd = ::open(erros.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  const pid_t pid = iniciar_cli({"exportar", "--fonte", "sqlite:" + path, "--registro", "1", "--tipo", "1", "--base", dir,
+  const Processo processo = iniciar_cli({"exportar", "--fonte", "sqlite:" + path, "--registro", "1", "--tipo", "1", "--base", dir,
                                  "--somente-informacao"},
                                 -1, fd);
   ::close(fd);
   const auto limite = std::chrono::steady_clock::now() + 20s;
   while (read_file(erros).substr(0, aguardando.size()) != aguardando && std::chrono::steady_clock::now() < limite) std::this_thread::sleep_for(10ms);
   escritor.Terminar();
-  EXPECT_EQ(esperar(pid), 0);
+  EXPECT_EQ(esperar(processo), 0);
   // Said once, before the summary.
   EXPECT_EQ(read_file(erros).substr(0, aguardando.size() + 8), aguardando + "Resumo: ");
   EXPECT_EQ(read_file(dir + kInfo).substr(0, 13), "[C00]01[/C00]");

@@ -6,9 +6,11 @@
 #include <filesystem>
 
 #include "base/renderings.h"
+#include "base/system.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/golden.h"
+#include "support/sql_script.h"
 
 namespace infofiscal {
 namespace {
@@ -67,10 +69,11 @@ TEST(SqlDemo, ASnapshotRecordedFromSqliteReplaysTheRunByteForByte) {
     for (const char* line : {"02", "03", "04", "05", "06", "12", "13", "14", "15", "16", "17", "18", "19"})
       EXPECT_NE(live.info.find(std::string("\r\n[C00]") + line + "[/C00]"), std::string::npos) << line;
     // The summary counts the lines of the files it names.
-    EXPECT_EQ(live.resumo, "Resumo: 2 arquivos gravados\n  informações: " + live.base +
-                               "/Arquivos/InfoFiscal/SpedInformacao.txt (" + linhas(live.info) + " linhas)\n  " +
-                               (r.tipo == std::string("1") ? "SINTEGRA" : "SPED EFD ICMS/IPI") + ": " + live.base +
-                               "/fiscal.txt (" + linhas(live.fiscal) + " registros)\n");
+    EXPECT_EQ(live.resumo, "Resumo: 2 arquivos gravados\n  informações: " +
+                               caminho_normal(live.base + "/Arquivos/InfoFiscal/SpedInformacao.txt") + " (" +
+                               linhas(live.info) + " linhas)\n  " +
+                               (r.tipo == std::string("1") ? "SINTEGRA" : "SPED EFD ICMS/IPI") + ": " +
+                               caminho_normal(live.base + "/fiscal.txt") + " (" + linhas(live.fiscal) + " registros)\n");
     const Outcome replay = exportar("snapshot:" + snapshot, r, "demo-replay");
     expect_same(live, replay, /*same_err=*/true);
   }
@@ -90,6 +93,22 @@ TEST(SqlDemo, TheDemoMonthsGiveTheseFiscalFiles) {
     EXPECT_EQ(o.status, 0) << o.err;
     EXPECT_TRUE(matches_golden(golden, o.fiscal));
   }
+}
+
+// Names in UTF-8 reach the files they name: the command line's arguments, the database, the base
+// folder and the fiscal file (on Windows, where the system takes names in UTF-16).
+TEST(SqlDemo, NamesWithAccentsNameTheirFiles) {
+  const std::string pasta = fresh_dir("demo-acentos") + "/São Paulo";
+  std::filesystem::create_directories(path_of(pasta + "/Arquivos/InfoFiscal"));
+  const std::string banco = pasta + "/ação.sqlite", fiscal = pasta + "/EFD março.txt";
+  run_sql_script("sqlite:" + banco, demo_script());
+  const auto run = run_cli({"exportar", "--fonte", "sqlite:" + banco, "--registro", "2", "--tipo", "2", "--base", pasta,
+                            "--arquivo-fiscal", fiscal, "--progresso", "nada"});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_TRUE(matches_golden("demo_efd_marco_2024.txt", read_file(fiscal)));
+  // The file's bytes are the golden's; the summary names it by its own name.
+  EXPECT_NE(run.err.find("  SPED EFD ICMS/IPI: " + caminho_normal(fiscal) + " ("), std::string::npos)
+      << run.err;
 }
 
 class SqlDemoBancos : public ::testing::TestWithParam<std::string> {};

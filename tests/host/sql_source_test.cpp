@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "base/error.h"
+#include "base/system.h"
 #include "host/sql_support.h"
 #include "host/sources/sql_source.h"
 #include "support/sql_script.h"
@@ -196,6 +197,21 @@ TEST(SqlSourceAddress, UnusableAddressesFailWithAMessageNamingThem) {
   }
   std::ifstream created(dir + "/sumiu.db");
   EXPECT_FALSE(created.good()) << "a missing SQLite file must not be created";
+}
+
+// On Windows without Firebird's client (fbclient.dll) the program says so, instead of ending at
+// the first call into the missing library.
+TEST(SqlSourceAddress, WithoutTheFirebirdClientAFirebirdSourceSaysSo) {
+  if (firebird_client_available()) GTEST_SKIP() << "o cliente do Firebird está instalado aqui";
+  const std::string address = "firebird:" + fresh_dir("sql-sem-cliente") + "/erp.fdb";
+  try {
+    open_record_source(address, {.catalog_path = catalog_path()});
+    ADD_FAILURE() << address << " abriu";
+  } catch (const Error& e) {
+    EXPECT_EQ(std::string(e.what()), "Não foi possível abrir a fonte de dados '" + address +
+                                         "': o cliente do Firebird (fbclient.dll) não foi encontrado; instale o "
+                                         "cliente do Firebird ou copie fbclient.dll para a pasta do programa");
+  }
 }
 
 TEST(SqlSourceAddress, AMissingCatalogIsNamed) {

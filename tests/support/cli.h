@@ -1,10 +1,10 @@
 // Runs the infofiscal command as a user would, capturing its exit status, stdout and stderr.
 #pragma once
 
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
+
+#include "support/processo.h"
 
 namespace infofiscal::testing {
 
@@ -12,9 +12,6 @@ struct CliResult {
   int status = -1;
   std::string out, err;
 };
-
-// Changes to the environment of a program run: a variable set to a value, or unset (nullopt).
-using Environment = std::vector<std::pair<std::string, std::optional<std::string>>>;
 
 // Runs the built command with `args` (no shell), in `cwd` when given, with no standard input,
 // in this environment changed by `env`.
@@ -26,6 +23,10 @@ CliResult run_program(const std::string& program, const std::vector<std::string>
 // A fresh folder under the test temporary folder; with `info_folder`, it holds
 // Arquivos/InfoFiscal as a base folder does.
 std::string fresh_dir(const std::string& name, bool info_folder = false);
+
+// `path` as the program shows a path it made normal (the summary's, the installed catalog's): on
+// Windows with backslashes; on Linux as given (the tests' paths are normal already).
+std::string caminho_normal(const std::string& path);
 
 std::string read_file(const std::string& path);
 void write_file(const std::string& path, const std::string& bytes);

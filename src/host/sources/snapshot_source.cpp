@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "base/error.h"
+#include "base/system.h"
 
 namespace infofiscal {
 
@@ -107,12 +108,14 @@ Value value_from_json(const json& cell, FieldClass cls) {
 }
 
 SnapshotSource::SnapshotSource(const std::string& path) : origin_(path), from_file_(true) {
-  std::ifstream in(path, std::ios::binary);
   const auto unreadable = [&](int erro) {
     return Error("Não foi possível abrir o snapshot '" + path + "': " + system_reason(erro));
   };
+  // A folder opens like a file on Linux, and does not open on Windows.
+  std::error_code ec;
+  if (std::filesystem::is_directory(path_of(path), ec)) throw unreadable(EISDIR);
+  std::ifstream in(path_of(path), std::ios::binary);
   if (!in) throw unreadable(errno);
-  if (std::filesystem::is_directory(path)) throw unreadable(EISDIR);
   std::ostringstream text;
   text << in.rdbuf();
   const std::string bytes = text.str();

@@ -1,8 +1,7 @@
 #include "host/sources/sql_connection.h"
 
-#include <unistd.h>
-
 #include <cctype>
+#include <filesystem>
 #include <optional>
 #include <string_view>
 
@@ -12,6 +11,7 @@
 #include <soci/sqlite3/soci-sqlite3.h>
 
 #include "base/error.h"
+#include "base/system.h"
 
 namespace infofiscal {
 
@@ -171,6 +171,10 @@ std::unique_ptr<soci::session> open_session(const std::string& address) {
     } else if (scheme == "postgresql") {
       session = std::make_unique<soci::session>(*soci::factory_postgresql(), postgresql_conninfo(address));
     } else if (scheme == "firebird") {
+      if (!firebird_client_available())
+        throw Error("Não foi possível abrir a fonte de dados '" + shown_address(address) +
+                    "': o cliente do Firebird (fbclient.dll) não foi encontrado; instale o cliente do Firebird "
+                    "ou copie fbclient.dll para a pasta do programa");
       // A database (a file for the embedded engine, or host:path) or SOCI's own key=value text.
       const std::string parameters = rest.find('=') != std::string::npos
                                          ? rest
@@ -190,7 +194,8 @@ std::unique_ptr<SqlConnection> open_connection(const std::string& address, const
   if (scheme == "postgresql") return soci_connection(open_session(address), postgresql_conninfo(address));
   if (scheme != "sqlite") return soci_connection(open_session(address));
   require_database(address);
-  if (access(rest.c_str(), F_OK) != 0) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
+  std::error_code ec;
+  if (!std::filesystem::exists(path_of(rest), ec)) throw Error("Banco de dados SQLite '" + rest + "' não encontrado");
   try {
     return open_sqlite_reader(rest, options.busy_wait, options.notice);
   } catch (const soci::soci_error& e) {

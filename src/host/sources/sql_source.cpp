@@ -7,6 +7,7 @@
 #include <soci/soci.h>
 
 #include "base/error.h"
+#include "base/system.h"
 #include "host/sources/sql_connection.h"
 #include "host/sources/sql_values.h"
 
@@ -15,7 +16,7 @@ namespace infofiscal {
 namespace {
 
 std::string read_text_file(const std::string& path, const std::string& what) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(path_of(path), std::ios::binary);
   if (!in) throw Error("Não foi possível ler " + what + " '" + path + "'");
   std::ostringstream text;
   text << in.rdbuf();

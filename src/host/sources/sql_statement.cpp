@@ -285,8 +285,17 @@ class SociStatement : public SqlStatement {
       if (const auto* n = std::get_if<std::int64_t>(&v)) p.integer = *n;
       if (const auto* d = std::get_if<double>(&v)) p.number = *d;
       if (const auto* s = std::get_if<std::string>(&v)) p.text = *s;
-      if (const auto* t = std::get_if<TimeStamp>(&v))
-        p.time = std::tm{t->second, t->minute, t->hour, t->day, t->month - 1, t->year - 1900, 0, 0, -1, 0, nullptr};
+      if (const auto* t = std::get_if<TimeStamp>(&v)) {
+        // By name: the C libraries' std::tm differ past the standard's fields.
+        p.time = std::tm{};
+        p.time.tm_sec = t->second;
+        p.time.tm_min = t->minute;
+        p.time.tm_hour = t->hour;
+        p.time.tm_mday = t->day;
+        p.time.tm_mon = t->month - 1;
+        p.time.tm_year = t->year - 1900;
+        p.time.tm_isdst = -1;
+      }
     }
   }
 
