@@ -187,6 +187,34 @@ TEST(CliExportar, TheCatalogNamedIsTheOneRead) {
   }
 }
 
+// The EFD options reach the file: the carried balance enters E110, the revenue code and due date
+// E116, and the info line about placeholders goes; last month's file of another period is
+// refused, naming it, before any target is written.
+TEST(CliExportar, TheEfdOptionsReachBlockE) {
+  const std::string base = fresh_dir("exportar-opcoes-efd", true);
+  const TestDatabase db("sqlite", "exportar-opcoes-efd", demo_script());
+  const std::string fiscal = base + "/efd.txt";
+  const std::vector<std::string> args = {"exportar", "--fonte", db.address(), "--registro", "2", "--tipo", "2",
+                                         "--base", base, "--arquivo-fiscal", fiscal, "--progresso", "nada"};
+  const auto com = [&](std::vector<std::string> mais) {
+    mais.insert(mais.begin(), args.begin(), args.end());
+    return mais;
+  };
+  const auto r = run_cli(com({"--saldo-credor-anterior", "1.000,00", "--codigo-receita", "046-2", "--vencimento",
+                              "09/04/2024"}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string efd = read_file(fiscal);
+  // 1.000,00 carried lowers the ICMS to pay from 36.320,71 to 35.320,71.
+  EXPECT_THAT(efd, HasSubstr("|E110|45497,17|0,00|0,00|0,00|9176,46|0,00|0,00|0,00|1000,00|35320,71|0,00|35320,71|"));
+  EXPECT_THAT(efd, HasSubstr("|E116|000|35320,71|09042024|046-2|"));
+  EXPECT_THAT(r.out, Not(HasSubstr("são marcadores")));
+
+  const auto recusado = run_cli(com({"--efd-anterior", fiscal}));
+  EXPECT_EQ(recusado.status, 1);
+  EXPECT_THAT(recusado.err, HasSubstr("O arquivo EFD anterior '" + fiscal + "' é do período de 01/03/2024 a 31/03/2024"));
+  EXPECT_EQ(read_file(fiscal), efd);
+}
+
 // The bar on stderr, as a terminal of 50 columns shows it: every drawing names its step and
 // fits in 49 columns.
 TEST(CliExportar, TheBarFitsTheTerminalAndNamesTheStep) {

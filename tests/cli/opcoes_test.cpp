@@ -154,5 +154,48 @@ TEST(BarraDeProgresso, ShowsTheStepAndFitsTheTerminal) {
       EXPECT_LE(colunas_de(linha_da_barra(nome, 999999, 1000000, colunas)), std::max(colunas - 1, 0)) << colunas;
 }
 
+// What the EFD options take as typed (the command line and the dialog's fields): a Brazilian
+// amount, a real date; anything else, or the balance given twice, is a usage error naming the
+// option and the value.
+TEST(OpcoesEfd, TheBalanceAndTheDueDateAsTyped) {
+  const struct {
+    OpcoesEfdTexto texto;
+    std::int64_t saldo;
+    std::int32_t vencimento;
+    const char* erro;
+  } casos[] = {
+      {{}, 0, 0, ""},
+      {{"1.234,56", "", "", "10/04/2024"}, 123456, 20240410, ""},
+      {{"1234,5", "", "", ""}, 123450, 0, ""},
+      {{"0", "", "046-2", "29/02/2024"}, 0, 20240229, ""},
+      {{"1.000.000", "", "", ""}, 100000000, 0, ""},
+      {{"1.23,45"}, 0, 0, "--saldo-credor-anterior '1.23,45' não é um valor como 1.234,56"},
+      {{"1234.56"}, 0, 0, "--saldo-credor-anterior '1234.56' não é um valor como 1.234,56"},
+      {{"-10,00"}, 0, 0, "--saldo-credor-anterior '-10,00' não é um valor como 1.234,56"},
+      {{"10,"}, 0, 0, "--saldo-credor-anterior '10,' não é um valor como 1.234,56"},
+      {{"10,001"}, 0, 0, "--saldo-credor-anterior '10,001' não é um valor como 1.234,56"},
+      {{"", "", "", "31/02/2024"}, 0, 0, "--vencimento '31/02/2024' não é uma data DD/MM/AAAA"},
+      {{"", "", "", "2024-04-10"}, 0, 0, "--vencimento '2024-04-10' não é uma data DD/MM/AAAA"},
+      {{"10,00", "fevereiro.txt"}, 0, 0,
+       "--saldo-credor-anterior e --efd-anterior não se usam juntas: o saldo vem de um ou do outro"},
+  };
+  for (const auto& c : casos) {
+    SCOPED_TRACE(c.texto.saldo_credor_anterior + " | " + c.texto.vencimento);
+    if (*c.erro) {
+      try {
+        opcoes_efd(c.texto);
+        ADD_FAILURE() << "aceito";
+      } catch (const ErroDeUso& e) {
+        EXPECT_STREQ(e.what(), c.erro);
+      }
+      continue;
+    }
+    const OpcoesEfd o = opcoes_efd(c.texto);
+    EXPECT_EQ(o.saldo_credor_anterior, c.saldo);
+    EXPECT_EQ(o.vencimento, c.vencimento);
+    EXPECT_EQ(o.codigo_receita, c.texto.codigo_receita);
+  }
+}
+
 }  // namespace
 }  // namespace infofiscal
