@@ -91,9 +91,10 @@ TEST(Destinos, ALinkIsWrittenThroughAndAFileKeepsItsPermissions) {
     }
     for (const auto& [alvo, arquivo] : c.destinos)
       EXPECT_EQ(read_file(dir + "/" + arquivo), read_file(esperado + "/" + alvo)) << alvo << " em " << arquivo;
-    if (bits_de_permissao())
+    if (bits_de_permissao()) {
       for (const auto& [arquivo, modo] : c.depois)
         EXPECT_EQ(fs::status(dir + "/" + arquivo).permissions(), modo) << arquivo;
+    }
     for (const char* pasta : {"", "/reais", "/Arquivos/InfoFiscal"}) EXPECT_EQ(temporarios(dir + pasta), 0) << pasta;
   }
 }

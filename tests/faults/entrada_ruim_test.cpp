@@ -43,10 +43,10 @@ struct Caso {
   // Changes the row's folder before the run; returns false when the row cannot run here.
   std::function<bool(const std::string& dir)> preparar = nullptr;
   Requer requer = Requer::Nada;
-  std::string saida = "";               // the first line of stdout, when the row names one
-  std::vector<std::string> mudam = {};  // files the run rightly replaces or creates (checked apart)
-  std::optional<std::uint64_t> limite;  // the largest file the run may write: a write failure
-};                                      // that needs no mount
+  std::string saida = "";                    // the first line of stdout, when the row names one
+  std::vector<std::string> mudam = {};       // files the run rightly replaces or creates (checked apart)
+  std::optional<std::uint64_t> limite = {};  // the largest file the run may write: a write failure
+};                                           // that needs no mount
 
 // gtest prints a row by its name, not its bytes.
 void PrintTo(const Caso& c, std::ostream* os) { *os << c.nome; }
@@ -645,7 +645,9 @@ TEST_P(EntradaRuim, SaysWhatIsWrongAndChangesNoFile) {
   for (const auto& m : c.mudam) {
     const std::string rel = std::filesystem::relative(expandir(m, dir), dir).string();
     ASSERT_TRUE(depois.count(rel)) << rel << " devia ter sido gravado";
-    if (antes.count(rel)) EXPECT_NE(depois.at(rel), antes.at(rel)) << rel << " devia ter sido substituído";
+    if (antes.count(rel)) {
+      EXPECT_NE(depois.at(rel), antes.at(rel)) << rel << " devia ter sido substituído";
+    }
     esperado[rel] = depois.at(rel);
   }
   EXPECT_EQ(depois, esperado) << "a falha criou, mudou ou deixou arquivos";
