@@ -654,10 +654,11 @@ class GeradorEfd final : public LeitorDeInformacao {
     if (identidade::partes_da_chave(chv).modelo != mod)
       throw DataProblem("chave de acesso inválida",
                         descreve(h, e) + fmt::format(": chave de acesso '{}' de outro modelo que o {} da nota", chv, mod));
+    // Optional fields: a code that is not one of 7 digits is left out. The Valor refers to the
+    // line's own text, which outlives the record.
     const auto municipio = [&h](int coluna) {
-      // Optional fields: a code that is not one of 7 digits is left out.
-      const std::string c = identidade::sem_mascara(h.texto(coluna));
-      return c.size() == 7 && identidade::verificar_codigo(c) ? texto(c) : vazio();
+      const std::string_view c = h.texto(coluna);
+      return c.size() == 7 && so_digitos(c) ? texto(c) : vazio();
     };
     out_.registro("D100", {texto("0"), texto("1"), texto(cod_part), texto(mod), texto("00"), texto(h.texto(L04::Serie)),
                            vazio(), texto(num), texto(chv), data(dt_doc), dt_a_p, texto("0"), vazio(),
