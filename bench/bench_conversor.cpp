@@ -21,7 +21,7 @@ std::string informacao(int notas) {
     fmt::format_to(std::back_inserter(t), "[C99]{:02}[/C99]\r\n", trailer);
   };
   linha(1, {"1", "01/03/2024", "31/03/2024", "N", "N", "1", "", "", "", "", "", "", "", "", ""}, 15);
-  linha(2, {"1", "Comércio Exemplo Ltda", "", "11.222.333/0001-81", "SP", "123.456.789.110", "", "", "São Paulo",
+  linha(2, {"1", "Comércio Exemplo Ltda", "", "11.222.333/0001-81", "SP", "123.456.785.119", "", "", "São Paulo",
             "Rua das Flores", "01234-567", "", "100", "Centro", "(11) 3333-4444", "", "", "3550308", "1058"},
         19);
   linha(3, {"1", "José da Silva", "", "", "", "", "", "", "", "", "(11) 98888-7777", "", "", ""}, 14);
@@ -31,7 +31,7 @@ std::string informacao(int notas) {
               "06/03/2024", "1000,00", "0,00", "1000,00", "0,00", "0,00", "0,00", "1000,00", "180,00", "0,00", "0,00",
               "0,00", "16,50", "76,00", "1", "0", "3550308", "3550308"},
           26);
-    linha(5, {"2", contador, "2", "55", "44.555.666/0001-81", "987.654.321.000", "SP"}, 7);
+    linha(5, {"2", contador, "2", "55", "44.555.666/0001-81", "987.654.326.001", "SP"}, 7);
     for (int i = 1; i <= 5; ++i) {
       const std::string codigo = std::to_string((n * 5 + i) % 1000 + 1), item = std::to_string(i);
       linha(6, {"2", contador, codigo, item, "Parafuso sextavado de aço inoxidável", "CX", "10,00", "200,00", "0,00",
