@@ -14,7 +14,7 @@
 #include "host/client_dataset.h"
 #include "base/error.h"
 #include "base/system.h"
-#include "base/value.h"
+#include "fiscal/efd_escrita.h"
 
 namespace infofiscal {
 
@@ -210,48 +210,29 @@ void adicionar_opcoes_efd(CLI::App& app, OpcoesEfdTexto& o) {
 namespace {
 
 // "1.234,56" -> 123456 hundredths; nullopt when it is not a non-negative amount of at most two
-// decimals (dots only between groups of three digits).
+// decimals. Dots may group the integer part by thousands (the first group of one to three
+// digits, every other of three); the rest is a numeric field as the EFD reads it.
 std::optional<std::int64_t> valor_brasileiro(std::string_view s) {
-  const std::size_t virgula = std::min(s.find(','), s.size());
-  const std::string_view inteira = s.substr(0, virgula), decimais = s.substr(std::min(virgula + 1, s.size()));
-  if (inteira.empty() || decimais.size() > 2 || (virgula < s.size() && decimais.empty())) return std::nullopt;
-  std::int64_t v = 0;
-  int digitos_no_grupo = 0;
-  bool com_pontos = false;
-  for (std::size_t i = 0; i < inteira.size(); ++i) {
-    const char c = inteira[i];
-    if (c == '.') {
-      if (i == 0 || (com_pontos && digitos_no_grupo != 3) || (!com_pontos && digitos_no_grupo > 3)) return std::nullopt;
-      com_pontos = true;
-      digitos_no_grupo = 0;
-    } else if (c >= '0' && c <= '9' && v < std::numeric_limits<std::int64_t>::max() / 1000) {
-      v = v * 10 + (c - '0');
-      ++digitos_no_grupo;
-    } else {
-      return std::nullopt;
+  const std::string_view inteira = s.substr(0, s.find(','));
+  if (const std::size_t ponto = inteira.find('.'); ponto != std::string_view::npos) {
+    if (ponto == 0 || ponto > 3) return std::nullopt;
+    for (std::size_t p = ponto, proximo; p != std::string_view::npos; p = proximo) {
+      proximo = inteira.find('.', p + 1);
+      if (std::min(proximo, inteira.size()) - p - 1 != 3) return std::nullopt;
     }
   }
-  if (com_pontos && digitos_no_grupo != 3) return std::nullopt;
-  for (std::size_t i = 0; i < 2; ++i) {
-    if (i < decimais.size() && (decimais[i] < '0' || decimais[i] > '9')) return std::nullopt;
-    v = v * 10 + (i < decimais.size() ? decimais[i] - '0' : 0);
-  }
-  return v;
+  std::string sem_pontos(inteira);
+  std::erase(sem_pontos, '.');
+  sem_pontos += s.substr(inteira.size());
+  std::int64_t v = 0;
+  return efd::ler_numero(sem_pontos, 2, v) ? std::optional(v) : std::nullopt;
 }
 
 // "31/03/2024" -> 20240331; nullopt when it is not a real day.
 std::optional<std::int32_t> data_brasileira(std::string_view s) {
   if (s.size() != 10 || s[2] != '/' || s[5] != '/') return std::nullopt;
-  for (const std::size_t i : {0, 1, 3, 4, 6, 7, 8, 9})
-    if (s[i] < '0' || s[i] > '9') return std::nullopt;
-  const auto n = [&](std::size_t i, std::size_t k) {
-    int v = 0;
-    for (std::size_t j = i; j < i + k; ++j) v = v * 10 + (s[j] - '0');
-    return v;
-  };
-  const int d = n(0, 2), m = n(3, 2), a = n(6, 4);
-  if (m < 1 || m > 12 || d < 1 || d > days_in_month(m, a)) return std::nullopt;
-  return a * 10000 + m * 100 + d;
+  const efd::Dia d = efd::ler_data(std::string(s.substr(0, 2)) + std::string(s.substr(3, 2)) + std::string(s.substr(6)));
+  return d ? std::optional<std::int32_t>(d) : std::nullopt;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include "base/code_page.h"
 #include "base/error.h"
+#include "base/system.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
 #include "fiscal/efd_validador.h"
@@ -273,16 +274,12 @@ struct Totais {
 std::vector<std::string_view> campos_do_registro(std::string_view linha) {
   if (!linha.empty() && linha.back() == '\r') linha.remove_suffix(1);
   std::vector<std::string_view> campos;
-  if (linha.size() < 2 || linha.front() != '|' || linha.back() != '|') return campos;
-  linha = linha.substr(1, linha.size() - 2);
-  for (std::size_t pos = 0;;) {
-    const std::size_t fim = linha.find('|', pos);
-    campos.push_back(linha.substr(pos, fim - pos));
-    if (fim == std::string_view::npos) return campos;
-    pos = fim + 1;
-  }
+  if (linha.size() >= 2 && linha.front() == '|' && linha.back() == '|') separa_campos(linha, campos);
+  return campos;
 }
 
+// A date field of the other file, ddmmaaaa, as dd/mm/aaaa; quoted as it stands when it is not
+// eight characters.
 std::string data_de(std::string_view ddmmaaaa) {
   return ddmmaaaa.size() == 8 ? fmt::format("{}/{}/{}", ddmmaaaa.substr(0, 2), ddmmaaaa.substr(2, 2), ddmmaaaa.substr(4))
                               : fmt::format("'{}'", ddmmaaaa);
@@ -292,7 +289,7 @@ std::string data_de(std::string_view ddmmaaaa) {
 // is the company of line 02 (CNPJ and IE) and the month before [dt_ini, dt_fin]. Reads up to its
 // E110; throws Error naming the file and both values when it is another company or month.
 std::int64_t saldo_da_efd_anterior(const std::string& caminho, const LinhaInformacao& empresa, Dia dt_ini, Dia dt_fin) {
-  std::ifstream arquivo(caminho, std::ios::binary);
+  std::ifstream arquivo(path_of(caminho), std::ios::binary);
   if (!arquivo)
     throw Error(fmt::format("Não foi possível ler o arquivo EFD anterior '{}': {}", caminho, system_reason(errno)));
   const std::string nome = fmt::format("O arquivo EFD anterior '{}'", caminho);
@@ -312,8 +309,8 @@ std::int64_t saldo_da_efd_anterior(const std::string& caminho, const LinhaInform
   const Dia fim = ini / 100 * 100 + days_in_month(ini / 100 % 100, ini / 10000);
   if (ler_data(r0000[3]) != ini || ler_data(r0000[4]) != fim)
     throw Error(fmt::format("{} é do período de {} a {}; o mês anterior ao deste arquivo ({} a {}) vai de {} a {}", nome,
-                            data_de(r0000[3]), data_de(r0000[4]), data_de(data_texto(dt_ini)),
-                            data_de(data_texto(dt_fin)), data_de(data_texto(ini)), data_de(data_texto(fim))));
+                            data_de(r0000[3]), data_de(r0000[4]), data_legivel(dt_ini), data_legivel(dt_fin),
+                            data_legivel(ini), data_legivel(fim)));
   while (std::getline(arquivo, linha)) {
     const std::vector<std::string_view> r = campos_do_registro(linha);
     if (r.empty() || r[0] != "E110") continue;
@@ -821,8 +818,6 @@ class GeradorEfd final : public LeitorDeInformacao {
 
   // ---- block E
 
-  static std::string data_br(Dia d) { return fmt::format("{:02}/{:02}/{}", d % 100, d / 100 % 100, d / 10000); }
-
   // The year-end inventory belongs to the file of one of the two months after its date
   // (31/12 in January's or February's): said when it comes in another month.
   void mes_do_inventario(const LinhaInformacao& h) const {
@@ -857,7 +852,7 @@ class GeradorEfd final : public LeitorDeInformacao {
       // Neither is in the information file: a placeholder is said, never filed unnoticed.
       std::vector<std::string> marcadores;
       if (opcoes_.codigo_receita.empty()) marcadores.emplace_back("o código de receita 000");
-      if (!opcoes_.vencimento) marcadores.push_back("o vencimento " + data_br(vencimento));
+      if (!opcoes_.vencimento) marcadores.push_back("o vencimento " + data_legivel(vencimento));
       if (!marcadores.empty())
         info(fmt::format("E116: {} {}; confirme com as regras do estado antes de transmitir (opções --codigo-receita e "
                          "--vencimento)",

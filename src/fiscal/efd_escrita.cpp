@@ -90,6 +90,15 @@ bool ler_numero(std::string_view s, int escala, std::int64_t& out) {
   return true;
 }
 
+void separa_campos(std::string_view linha, std::vector<std::string_view>& campos) {
+  campos.clear();
+  for (std::size_t p = 1; p < linha.size();) {
+    const std::size_t q = linha.find('|', p);
+    campos.push_back(linha.substr(p, q - p));
+    p = q + 1;
+  }
+}
+
 Dia ler_data(std::string_view s) {
   if (s.size() != 8 || s.find_first_not_of("0123456789") != std::string_view::npos) return 0;
   const int d = (s[0] - '0') * 10 + (s[1] - '0');
@@ -111,6 +120,8 @@ std::string data_texto(Dia d) {
   anexa_inteiro(out, d / 10000, 4);
   return out;
 }
+
+std::string data_legivel(Dia d) { return fmt::format("{:02}/{:02}/{:04}", d % 100, d / 100 % 100, d / 10000); }
 
 namespace {
 

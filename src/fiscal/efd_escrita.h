@@ -44,10 +44,15 @@ inline Valor mes_ano(int ano, int mes) { return {Valor::Tipo::MesAno, {}, ano * 
 // Reads a numeric field ("1234,5", "0", "18,00") into units of 10^-escala; false when it is
 // not digits with at most one decimal comma, or has more than `escala` decimals.
 bool ler_numero(std::string_view s, int escala, std::int64_t& out);
+// The fields of a record line "|REG|f2|...|" (without CR LF) into `campos`, [0] being REG, as
+// views of `linha`. REQUIRES: `linha` begins and ends with '|'.
+void separa_campos(std::string_view linha, std::vector<std::string_view>& campos);
 // Reads ddmmaaaa; 0 when it is not a valid date.
 Dia ler_data(std::string_view s);
 // "ddmmaaaa" of a date.
 std::string data_texto(Dia d);
+// "dd/mm/aaaa" of a date, as messages and the report show it.
+std::string data_legivel(Dia d);
 // An amount in hundredths as the file writes it: "1234,50", "-0,07".
 std::string valor_texto(std::int64_t centesimos);
 

@@ -113,12 +113,7 @@ class ValidadorEfd::Estado {
     if (fora != linha.end())
       achado("byte 0x{:02X} na posição {}, fora da página de código ISO-8859-1", static_cast<unsigned char>(*fora),
              fora - linha.begin() + 1);
-    atual_.campos.clear();
-    for (std::size_t p = 1; p < linha.size();) {
-      const std::size_t q = linha.find('|', p);
-      atual_.campos.push_back(linha.substr(p, q - p));
-      p = q + 1;
-    }
+    separa_campos(linha, atual_.campos);
     atual_.linha = linha_;
     atual_.r = registro(atual_.campos[0]);
     if (!atual_.r) {

@@ -16,6 +16,7 @@ namespace infofiscal {
 namespace {
 
 using efd::Dia;
+using efd::data_legivel;
 
 // ---- text
 
@@ -99,8 +100,6 @@ constexpr std::array<std::string_view, 12> kMeses = {"janeiro", "fevereiro", "ma
 
 int ano_de(Dia d) { return d / 10000; }
 int mes_de(Dia d) { return d / 100 % 100; }
-
-std::string data_legivel(Dia d) { return fmt::format("{:02}/{:02}/{:04}", d % 100, mes_de(d), ano_de(d)); }
 
 std::string nome_do_arquivo(int tipo) { return tipo == 1 ? "SINTEGRA" : "SPED EFD ICMS/IPI"; }
 
