@@ -85,9 +85,7 @@ std::string com_zeros(std::string_view s, std::size_t n) {
 // item) naming the field: a CST "1A0" never becomes 010.
 template <class Onde>
 std::string codigo(std::string_view s, std::size_t n, std::string_view campo, const Onde& onde) {
-  if (const auto v = identidade::verificar_codigo(s); !v)
-    throw problema("código com caractere não numérico", onde() + ", " + std::string(campo), s, v);
-  return com_zeros(s, n);
+  return com_zeros(codigo_numerico(s, onde() + ", " + std::string(campo)), n);
 }
 
 // The phone of FONE and FAX (at most 11 digits, the country code 55 dropped).

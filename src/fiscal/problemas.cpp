@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "base/renderings.h"
+#include "fiscal/identidade.h"
 #include "informacao/esquema.h"
 
 namespace infofiscal {
@@ -13,6 +14,12 @@ void ProblemasDoMes::anota(const DataProblem& problema) {
   auto grupo = std::find_if(grupos_.begin(), grupos_.end(), [&](const Grupo& g) { return g.tipo == problema.kind(); });
   if (grupo == grupos_.end()) grupo = grupos_.insert(grupos_.end(), Grupo{problema.kind(), {}});
   grupo->casos.emplace_back(problema.what());
+}
+
+std::string codigo_numerico(std::string_view valor, std::string_view onde) {
+  if (const auto v = identidade::verificar_codigo(valor); !v)
+    throw DataProblem("código com caractere não numérico", fmt::format("{} '{}': {}", onde, valor, v.motivo));
+  return identidade::sem_mascara(valor);
 }
 
 void confere_valores_do_item(const LinhaInformacao& item) {

@@ -45,6 +45,12 @@ class ProblemasDoMes {
 // totals and ICMS unseen. The caller prefixes the note (DataProblem::within).
 void confere_valores_do_item(const LinhaInformacao& item);
 
+// The digits of a numeric code as stored (CFOP, CST, NCM, a note's number), its mask ('.', '-',
+// '/') dropped. A letter or any other character throws DataProblem("código com caractere não
+// numérico", "`onde` 'VALOR': reason"), `onde` naming the owner and the field: a CST "1A0" never
+// becomes 010.
+std::string codigo_numerico(std::string_view valor, std::string_view onde);
+
 // What a converter throws at the end of a month with problems, once it has read all of it;
 // what() is the summary.
 class MesComProblemas : public Error {

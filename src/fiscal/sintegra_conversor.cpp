@@ -23,17 +23,9 @@ bool antes(const TimeStamp& a, const TimeStamp& b) {
   return std::tie(a.year, a.month, a.day) < std::tie(b.year, b.month, b.day);
 }
 
-// The digits of a numeric code (`campo` names it: "CFOP", "item 2, CST do ICMS"), its mask
-// dropped; a letter or any other character is a problem, never dropped.
-std::string codigo(std::string_view texto, std::string_view campo) {
-  if (const auto v = identidade::verificar_codigo(texto); !v)
-    throw DataProblem("código com caractere não numérico", fmt::format("{} '{}': {}", campo, texto, v.motivo));
-  return identidade::sem_mascara(texto);
-}
-
 std::int64_t numero_de(std::string_view texto, std::string_view campo) {
   std::int64_t v = 0;
-  for (const char c : codigo(texto, campo).substr(0, 18)) v = v * 10 + (c - '0');
+  for (const char c : codigo_numerico(texto, campo).substr(0, 18)) v = v * 10 + (c - '0');
   return v;
 }
 
@@ -57,14 +49,14 @@ bool isento(std::string_view ie) { return ie.empty() || ascii_maiusculo(ie) == k
 // Type 54 field 07 from ICMS_CST: origin 0 before a 2-digit code, the last 3 digits of a
 // longer one.
 std::string cst_do_item(std::string_view texto, std::string_view campo) {
-  const std::string d = codigo(texto, campo);
+  const std::string d = codigo_numerico(texto, campo);
   if (d.size() == 2) return "0" + d;
   return d.size() > 3 ? d.substr(d.size() - 3) : d;
 }
 
 // Whether an item's amount outside the ICMS base is exempt (else "outras"), by its tax code.
 bool isenta(std::string_view texto, std::string_view campo) {
-  const std::string d = codigo(texto, campo);
+  const std::string d = codigo_numerico(texto, campo);
   if (d.size() >= 4) return na_lista(kCsosnsIsentos, d.substr(d.size() - 3));
   if (d.size() == 3 && !na_lista(kCsts, d.substr(1))) return na_lista(kCsosnsIsentos, d);
   return d.size() >= 2 && na_lista(kCstsIsentos, d.substr(d.size() - 2));
@@ -266,7 +258,7 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInfo
   Documento doc;
   doc.modelo = *mapear(kModelos, std::to_string(h.inteiro(L04::Modelo)));
   doc.serie = ascii_maiusculo(h.texto(L04::Serie));
-  const std::string numero = codigo(h.texto(L04::Numero), "número (C03)");
+  const std::string numero = codigo_numerico(h.texto(L04::Numero), "número (C03)");
   if (numero.empty()) throw DataProblem("nota sem número", "nota sem número (C03)");
   doc.numero =
       numero_de(numero.size() > 6 ? std::string_view(numero).substr(numero.size() - 6) : numero, "número (C03)");
@@ -282,7 +274,7 @@ ConversorSintegra::Documento ConversorSintegra::documento_da_nota(const NotaInfo
     if (!nota.parte) throw DataProblem("nota sem participante", "nota sem a linha 05 da sua parte");
     const LinhaInformacao& p = *nota.parte;
     doc.uf = ascii_maiusculo(p.texto(L05::Uf));
-    const char cfop = codigo(h.texto(L04::Cfop), "CFOP (C12)").append("0")[0];
+    const char cfop = codigo_numerico(h.texto(L04::Cfop), "CFOP (C12)").append("0")[0];
     if (doc.uf.empty() && (cfop == '3' || cfop == '7')) doc.uf = kExterior;
     if (doc.uf != kExterior) {
       // Each party's identities are checked once, however many notes it has.
@@ -439,7 +431,7 @@ void ConversorSintegra::escrever_produtos() {
       continue;
     }
     try {
-      b75_.novo().data(inicio_).data(fim_).texto(codigo).texto(sintegra::codigo(fonte->ncm, "NCM"));
+      b75_.novo().data(inicio_).data(fim_).texto(codigo).texto(codigo_numerico(fonte->ncm, "NCM"));
       b75_.texto(fonte->descricao).texto(fonte->unidade);
       b75_.zeros().zeros().zeros().zeros().fim();
     } catch (const DataProblem& err) {
