@@ -63,6 +63,9 @@ class AtomicFile {
   void finish();
   // Renames the temporary over the destination, finishing it first when finish was not called.
   void commit();
+  // The temporary's name, for reading the finished file back before it is put in place. The
+  // name is good from finish until commit (or the destructor). REQUIRES: finish has returned.
+  const std::string& temporary() const { return temp_; }
   // Reads back up to `size` bytes written from `offset` into `out`; returns how many (0 past
   // the end). REQUIRES: commit has not been called.
   std::size_t read_at(std::uint64_t offset, char* out, std::size_t size) const;

@@ -43,6 +43,9 @@ class ListSaver {
   std::string finish();
   // Renames the finished file over the target. REQUIRES: finish() has returned.
   void commit() { file_->commit(); }
+  // Where the finished file waits for commit, to be read back meanwhile (the converter reads
+  // it). REQUIRES: finish() has returned; good until commit or destruction.
+  const std::string& saved_path() const { return file_->temporary(); }
   // The lines of the saved file. REQUIRES: finish() has returned.
   std::size_t lines() const { return lines_; }
 

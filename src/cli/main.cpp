@@ -121,6 +121,7 @@ int exportar(const OpcoesExportar& o) {
   controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(o.tipo));
   controle.oExportaInfoFiscal.CodRegistroFiscal(o.registro);
   controle.SomenteInformacao = o.somente_informacao;
+  controle.ConverteDoArquivo = true;
   controle.Relatorio = o.relatorio;
   controle.OpcoesEFD = opcoes_efd(o.efd);
 
@@ -134,12 +135,12 @@ int exportar(const OpcoesExportar& o) {
     for (const std::string& a : avisos_do_registro(*fonte, o)) aviso(a);
     std::string nome = o.arquivo_fiscal;
     if (converte(o) && nome.empty()) nome = nome_sugerido_conferido(*fonte, o);
-    const std::string texto = controle.GerarInformacao(o.base, o.compra, o.venda);
+    controle.GerarInformacao(o.base, o.compra, o.venda);
     barra.Limpar();
     for (const std::string& a : avisos_dos_filtros(controle.oExportaInfoFiscal, o)) aviso(a);
     if (converte(o)) {
       if (nome.empty()) nome = nome_sugerido(*fonte, o);
-      controle.SalvarArquivoFiscal_A(nome, texto);
+      controle.SalvarArquivoFiscal_A(nome);
     }
   } catch (...) {
     salvar_snapshot();

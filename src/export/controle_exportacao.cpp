@@ -9,6 +9,7 @@
 #include "base/renderings.h"
 #include "base/system.h"
 #include "fiscal/arquivo_fiscal.h"
+#include "informacao/texto.h"
 
 namespace infofiscal {
 
@@ -95,11 +96,12 @@ std::string ControleExportacao::GerarInformacao(const std::string& base, int ACo
   informacao_.reset();
   oExportaInfoFiscal.PROC_LinhaInfo_B(LinhaInfo);
   oExportaInfoFiscal.PROC_Progresso_B([this](int APosicao, int AMaximo) { Relatar(APosicao, AMaximo); });
-  // Only a register with a converter needs the text back.
+  // Only a register with a converter needs the file to wait for it, and the text back when the
+  // converter takes the text.
   const bool converte = !SomenteInformacao && TemConversor();
   // The file is written while the run fills the list; a run that fails leaves no file.
   const std::string caminho = CaminhoInformacao(base);
-  auto gravacao = std::make_unique<ListSaver>(caminho, oExportaInfoFiscal.oArquivo, converte);
+  auto gravacao = std::make_unique<ListSaver>(caminho, oExportaInfoFiscal.oArquivo, converte && !ConverteDoArquivo);
   oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
   std::string texto = gravacao->finish();
   informacao_ = std::move(gravacao);
@@ -117,6 +119,28 @@ void ControleExportacao::ConfirmarInformacao() {
 }
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto) {
+  Converter(NomeArquivo, &Texto);
+}
+
+void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo) {
+  if (!informacao_) return;  // no converter follows: the file is already in place
+  Converter(NomeArquivo, nullptr);
+}
+
+void ControleExportacao::Converte(TOBJ_ArquivoFiscal& conversor, const std::string& NomeArquivo,
+                                  const std::string* Texto) {
+  std::unique_ptr<TextoDeInformacao> informacao;
+  if (Texto)
+    informacao = std::make_unique<TextoEmMemoria>(*Texto);
+  else
+    informacao = std::make_unique<ArquivoDeInformacao>(caminho_informacao_, informacao_->saved_path());
+  if (oExportaInfoFiscal.CodTipoRegistroFiscal() == 1)
+    conversor.Exec_Sintegra(NomeArquivo, *informacao);
+  else
+    conversor.Exec_SPED_Fiscal_EFD(NomeArquivo, *informacao, TRegFiscalVersao::v1, OpcoesEFD);
+}
+
+void ControleExportacao::Converter(const std::string& NomeArquivo, const std::string* Texto) {
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
   if (tipo != 1 && tipo != 2) return ConfirmarInformacao();
   TOBJ_ArquivoFiscal conversor;
@@ -125,10 +149,7 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, c
   conversor.Relatorio = Relatorio;
   try {
     ExigirDestinosLivres(NomeArquivo);
-    if (tipo == 1)
-      conversor.Exec_Sintegra(NomeArquivo, Texto);
-    else
-      conversor.Exec_SPED_Fiscal_EFD(NomeArquivo, Texto, TRegFiscalVersao::v1, OpcoesEFD);
+    Converte(conversor, NomeArquivo, Texto);
   } catch (const ExecucaoCancelada&) {
     informacao_.reset();
     throw;

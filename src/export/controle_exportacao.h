@@ -18,6 +18,8 @@
 
 namespace infofiscal {
 
+class TOBJ_ArquivoFiscal;
+
 // What ends a run that was cancelled (ControleExportacao::Cancelar). It is not an Error, so that
 // the converters, which prefix an Error's message with the line it is about, let it pass as it is.
 class ExecucaoCancelada : public std::exception {
@@ -56,7 +58,8 @@ class ControleExportacao {
 
   // Runs the export (ACodNFeCompra / ACodNFeVenda as the orchestrator takes them) and writes
   // the information file for `base`, through a temporary file. Returns the saved text when a
-  // converter follows (kind 1 or 2, SomenteInformacao off), else an empty string. When none
+  // converter follows and takes it (kind 1 or 2, SomenteInformacao and ConverteDoArquivo off),
+  // else an empty string. When none
   // follows the file is put in place here; else it waits, complete, for SalvarArquivoFiscal_A,
   // so that a run cancelled in the converter leaves it as it was too.
   // Throws on the first error; an earlier information file then stays as it was.
@@ -64,6 +67,11 @@ class ControleExportacao {
   // Set when no converter follows (the command's --somente-informacao): the saved text is not
   // kept, which halves the memory of a large month.
   bool SomenteInformacao = false;
+  // Set by the command line, which runs the largest months: no text is kept, and the converter
+  // reads the saved file back a piece at a time (SalvarArquivoFiscal_A(NomeArquivo)), so that
+  // the run needs the export's memory alone, whatever the size of the month. The converter reads
+  // the same text either way: the saved text is the file read back.
+  bool ConverteDoArquivo = false;
   // What the EFD's block E takes from the front (carried balance, E116); kind 2 only.
   OpcoesEfd OpcoesEFD;
 
@@ -74,6 +82,10 @@ class ControleExportacao {
   // file). Then puts the information file in place: also when the converter failed (the file it
   // refused is the reason to look at), but not when the run was cancelled.
   void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
+  // The same from the information file of the last run, read back from where it waits (set
+  // ConverteDoArquivo first, or the text is kept for nothing). REQUIRES: GerarInformacao
+  // returned last.
+  void SalvarArquivoFiscal_A(const std::string& NomeArquivo);
   // Where the converter writes the HTML report of the month (TOBJ_ArquivoFiscal::Relatorio),
   // also of a month it refuses; empty for none. Kinds without a converter write no report.
   std::string Relatorio;
@@ -102,6 +114,11 @@ class ControleExportacao {
 
  private:
   bool TemConversor() const;
+  // SalvarArquivoFiscal_A of the text `Texto`, or of the saved file when it is null.
+  void Converter(const std::string& NomeArquivo, const std::string* Texto);
+  // The converter's call; the saved file is open only within it, so that it is closed before
+  // it is put in place or removed.
+  void Converte(TOBJ_ArquivoFiscal& conversor, const std::string& NomeArquivo, const std::string* Texto);
   void ExigirDestinosLivres(const std::string& NomeArquivo) const;
   // The front's progress report, then the cancel check.
   void Relatar(int APosicao, int AMaximo);

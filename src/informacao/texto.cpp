@@ -66,6 +66,11 @@ ArquivoDeInformacao::ArquivoDeInformacao(std::string caminho) : caminho_(std::mo
   if (const int erro = arquivo_.open_for_reading(caminho_)) falha(erro);
 }
 
+ArquivoDeInformacao::ArquivoDeInformacao(std::string caminho, const std::string& temporario)
+    : caminho_(std::move(caminho)), codificacao_(Codificacao::windows1252) {
+  if (const int erro = arquivo_.open_for_reading(temporario)) falha(erro);
+}
+
 ArquivoDeInformacao::~ArquivoDeInformacao() = default;
 
 void ArquivoDeInformacao::falha(int erro) const {

@@ -43,6 +43,10 @@ class TextoEmMemoria final : public TextoDeInformacao {
 class ArquivoDeInformacao final : public TextoDeInformacao {
  public:
   explicit ArquivoDeInformacao(std::string caminho);
+  // The run's own file, saved under the temporary name `temporario` and waiting to be put in
+  // place at `caminho`: read as Windows-1252, the code page it was written in (nothing to
+  // guess), and named by `caminho` in messages.
+  ArquivoDeInformacao(std::string caminho, const std::string& temporario);
   ~ArquivoDeInformacao() override;
   ArquivoDeInformacao(const ArquivoDeInformacao&) = delete;
   ArquivoDeInformacao& operator=(const ArquivoDeInformacao&) = delete;

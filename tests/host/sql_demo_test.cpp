@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "base/error.h"
 #include "base/renderings.h"
 #include "base/system.h"
+#include "export/controle_exportacao.h"
+#include "host/sources/sql_source.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
 #include "support/golden.h"
@@ -109,6 +112,62 @@ TEST(SqlDemo, NamesWithAccentsNameTheirFiles) {
   // The file's bytes are the golden's; the summary names it by its own name.
   EXPECT_NE(run.err.find("  SPED EFD ICMS/IPI: " + caminho_normal(fiscal) + " ("), std::string::npos)
       << run.err;
+}
+
+// The two ways a run hands the information to the converter: the dialog's text, and the saved
+// file read back where it waits (the command line's, in bounded memory). Both give the same
+// fiscal file, accents included (the file is read back as the code page it was written in). A
+// run cancelled in the converter reading the file leaves the earlier information file and no
+// temporary, and one refused by the converter still puts its information file in place.
+TEST(SqlDemo, TheConverterReadsTheSavedFileAsItReadsTheText) {
+  TestDatabase db("sqlite", "demo-frentes", demo_script());
+  for (const auto& r : kRegisters) {
+    SCOPED_TRACE(r.registro);
+    SqlSource source(db.address(), catalog_path());
+    TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c([] { return 1; })};
+    ControleExportacao controle(conexao);
+    controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(std::stoi(r.tipo)));
+    controle.oExportaInfoFiscal.CodRegistroFiscal(std::stoi(r.registro));
+    std::string fiscal[2], info[2];
+    for (const bool do_arquivo : {false, true}) {
+      const std::string base = fresh_dir(std::string("demo-frente-") + (do_arquivo ? "arquivo" : "texto"), true);
+      controle.ConverteDoArquivo = do_arquivo;
+      const std::string texto = controle.GerarInformacao(base, 0, 0);
+      EXPECT_EQ(texto.empty(), do_arquivo);
+      if (do_arquivo)
+        controle.SalvarArquivoFiscal_A(base + "/fiscal.txt");
+      else
+        controle.SalvarArquivoFiscal_A(base + "/fiscal.txt", texto);
+      fiscal[do_arquivo] = read_file(base + "/fiscal.txt");
+      info[do_arquivo] = read_file(ControleExportacao::CaminhoInformacao(base));
+    }
+    EXPECT_TRUE(matches_golden(r.tipo == std::string("1") ? "demo_sintegra_marco_2024.txt" : "demo_efd_marco_2024.txt",
+                               fiscal[true]));
+    EXPECT_TRUE(fiscal[false] == fiscal[true]) << "the fiscal files differ";
+    EXPECT_TRUE(info[false] == info[true]) << "the information files differ";
+    EXPECT_NE(info[true].find('\xE7'), std::string::npos) << "the demo's information file has an accent (ç)";
+
+    // Cancelled at the converter's first report, and refused by the converter.
+    const std::string base = fresh_dir("demo-frente-cancelada", true);
+    const std::string pasta = base + "/Arquivos/InfoFiscal";
+    write_file(ControleExportacao::CaminhoInformacao(base), "anterior\r\n");
+    bool convertendo = false;
+    controle.Progresso = [&](int, int) {
+      if (convertendo) controle.Cancelar();
+    };
+    controle.GerarInformacao(base, 0, 0);
+    convertendo = true;
+    EXPECT_THROW(controle.SalvarArquivoFiscal_A(base + "/fiscal.txt"), ExecucaoCancelada);
+    EXPECT_EQ(read_file(ControleExportacao::CaminhoInformacao(base)), "anterior\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(pasta), std::filesystem::directory_iterator()), 1);
+    EXPECT_FALSE(std::filesystem::exists(base + "/fiscal.txt"));
+
+    convertendo = false;
+    controle.GerarInformacao(base, 0, 0);
+    EXPECT_THROW(controle.SalvarArquivoFiscal_A(ControleExportacao::CaminhoInformacao(base)), Error);
+    EXPECT_TRUE(read_file(ControleExportacao::CaminhoInformacao(base)) == info[true]);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(pasta), std::filesystem::directory_iterator()), 1);
+  }
 }
 
 class SqlDemoBancos : public ::testing::TestWithParam<std::string> {};
