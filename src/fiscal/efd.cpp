@@ -907,10 +907,12 @@ void gerar_efd(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLin
   Cadastros cadastros;
   const ContagemDeLinhas contagem = ler_informacao(informacao, cadastros, Leitura::cadastros);
   ValidadorEfd validador;
-  SaidaConferida conferida(saida, validador);
+  LeitorEmParalelo em_paralelo(validador);
+  SaidaConferida conferida(saida, em_paralelo);
   GeradorEfd gerador(cadastros, contagem.notas, conferida, info, progresso, opcoes);
   ler_informacao(informacao, gerador);
   gerador.conclui();
+  em_paralelo.espera();
   const std::vector<std::string> achados = validador.conclui();
   if (!achados.empty()) throw Error(recusa(achados, saida));
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include <filesystem>
+#include <system_error>
+#include <utility>
 
 #include "base/system.h"
 
@@ -12,6 +14,11 @@ namespace {
 
 // Writes in pieces big enough that a system call costs little per record.
 constexpr std::size_t kBuffer = 1 << 18;
+
+// A batch for a reader on its own thread: large enough that handing it over costs nothing next
+// to reading it, small enough to stay in the cache; four may wait.
+constexpr std::size_t kLote = std::size_t{1} << 20;
+constexpr std::size_t kLotesNaFila = 4;
 
 std::string pasta_de(const std::string& caminho) {
   const std::filesystem::path p = path_of(caminho);
@@ -53,5 +60,81 @@ void SaidaEmArquivo::confirma() {
 }
 
 SaidaEmMemoria::SaidaEmMemoria() : pasta_(utf8_of(std::filesystem::temp_directory_path())) {}
+
+LeitorEmParalelo::LeitorEmParalelo(LeitorDePedacos& leitor) : leitor_(leitor) {
+  lote_.reserve(kLote);
+  try {
+    thread_ = std::thread([this] { trabalha(); });
+  } catch (const std::system_error&) {
+    // no thread to spare: le reads on the caller's
+  }
+}
+
+LeitorEmParalelo::~LeitorEmParalelo() {
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    fila_.clear();
+  }
+  para();
+}
+
+void LeitorEmParalelo::para() {
+  if (!thread_.joinable()) return;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    parando_ = true;
+  }
+  mudou_.notify_all();
+  thread_.join();
+}
+
+void LeitorEmParalelo::le(std::string_view pedaco) {
+  if (!thread_.joinable()) return leitor_.le(pedaco);
+  lote_.append(pedaco);
+  if (lote_.size() >= kLote) entrega();
+}
+
+void LeitorEmParalelo::entrega() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  mudou_.wait(lock, [this] { return fila_.size() < kLotesNaFila || falha_; });
+  if (falha_) {
+    lote_.clear();  // the reader failed: espera says why, nothing more is read
+    return;
+  }
+  fila_.push_back(std::move(lote_));
+  lock.unlock();
+  mudou_.notify_all();
+  lote_ = std::string();
+  lote_.reserve(kLote);
+}
+
+void LeitorEmParalelo::trabalha() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  for (;;) {
+    mudou_.wait(lock, [this] { return parando_ || !fila_.empty(); });
+    if (fila_.empty() || falha_) return;  // parando_, with everything read (or a failure)
+    std::string lote = std::move(fila_.front());
+    fila_.pop_front();
+    lock.unlock();
+    mudou_.notify_all();
+    try {
+      leitor_.le(lote);
+    } catch (...) {
+      lock.lock();
+      falha_ = std::current_exception();
+      fila_.clear();
+      mudou_.notify_all();
+      return;
+    }
+    lock.lock();
+  }
+}
+
+void LeitorEmParalelo::espera() {
+  if (!thread_.joinable()) return;
+  if (!lote_.empty()) entrega();
+  para();
+  if (falha_) std::rethrow_exception(falha_);
+}
 
 }  // namespace infofiscal

@@ -2,9 +2,14 @@
 // whole file is never in memory; and the validator that reads the pieces as they are written.
 #pragma once
 
+#include <condition_variable>
+#include <deque>
+#include <exception>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "base/atomic_file.h"
@@ -72,6 +77,41 @@ class Conferencia : public LeitorDePedacos {
  public:
   // The findings, one per broken rule, once the last piece was read. REQUIRES: called once.
   virtual std::vector<std::string> conclui() = 0;
+};
+
+// Hands the pieces to `leitor` on a thread of its own, a batch at a time, so that a validator
+// reads the file while the converter writes the next records: on two cores the conversion then
+// takes about the longer of the two instead of their sum. At most a few batches wait, so the
+// memory stays bounded however fast the converter writes. Without a thread to spare, it reads
+// them on the caller's.
+class LeitorEmParalelo final : public LeitorDePedacos {
+ public:
+  // `leitor` must outlive this object and is not touched by anyone else until espera returns.
+  explicit LeitorEmParalelo(LeitorDePedacos& leitor);
+  // Stops the thread without reading what waits (a conversion that failed).
+  ~LeitorEmParalelo() override;
+  LeitorEmParalelo(const LeitorEmParalelo&) = delete;
+  LeitorEmParalelo& operator=(const LeitorEmParalelo&) = delete;
+
+  void le(std::string_view pedaco) override;
+  // Waits until `leitor` has read every piece, and throws what it threw. Nothing may be read
+  // after it. REQUIRES: called once, before `leitor`'s results are used.
+  void espera();
+
+ private:
+  void entrega();  // queues the batch, waiting while the queue is full
+  void trabalha();  // the thread: reads the batches queued, in order
+  void para();
+
+  LeitorDePedacos& leitor_;
+  std::string lote_;  // the batch being filled
+
+  std::mutex mutex_;
+  std::condition_variable mudou_;
+  std::deque<std::string> fila_;
+  bool parando_ = false;
+  std::exception_ptr falha_;
+  std::thread thread_;
 };
 
 // Writes to `destino` and hands the same pieces to `leitor` (a validator, or the report's

@@ -17,8 +17,10 @@ void gerar_sintegra(TextoDeInformacao& informacao, SaidaFiscal& saida, const TPr
   conversor.conclui();
   if (info) info("Conferindo o arquivo SINTEGRA");
   sintegra::ValidadorSintegra validador;
-  SaidaConferida conferida(saida, validador);
+  LeitorEmParalelo em_paralelo(validador);
+  SaidaConferida conferida(saida, em_paralelo);
   conversor.emitir(conferida);
+  em_paralelo.espera();
   const std::vector<std::string> achados = validador.conclui();
   if (!achados.empty()) {
     std::string mensagem = "O arquivo SINTEGRA gerado não passou na conferência:";
