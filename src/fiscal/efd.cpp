@@ -11,6 +11,7 @@
 
 #include "base/code_page.h"
 #include "base/error.h"
+#include "base/renderings.h"
 #include "base/system.h"
 #include "fiscal/efd_escrita.h"
 #include "fiscal/efd_layout.h"
@@ -397,12 +398,12 @@ class GeradorEfd final : public LeitorDeInformacao {
     if (uso_consumo_)
       info(fmt::format("ICMS não creditado de entradas para uso e consumo (CFOP 1556, 2556, 3556, 1407, 2407): {}; "
                        "a Lei Complementar 87/96, art. 33, I, não dá crédito a essas entradas",
-                       valor_texto(uso_consumo_)));
+                       format_hundredths(uso_consumo_)));
     if (imobilizado_)
       info(fmt::format("ICMS não creditado de entradas para o ativo imobilizado (CFOP 1551, 2551, 3551, 1406, 2406): {}; "
                        "o crédito se apropria só pelo CIAP, 1/48 por mês (Lei Complementar 87/96, art. 20, § 5º), e "
                        "o bloco G não é gerado: lance-o à parte",
-                       valor_texto(imobilizado_)));
+                       format_hundredths(imobilizado_)));
   }
 
   // ---- block C

@@ -96,6 +96,13 @@ TEST(SqlDemo, TheDemoMonthsGiveTheseFiscalFiles) {
     EXPECT_EQ(o.status, 0) << o.err;
     EXPECT_TRUE(matches_golden(golden, o.fiscal));
   }
+  // What March's EFD leaves uncredited, said as people read amounts.
+  const Outcome efd = exportar(db.address(), kRegisters[1], "demo-arquivo-nao-creditado");
+  for (const char* linha : {"ICMS não creditado de entradas para uso e consumo (CFOP 1556, 2556, 3556, 1407, 2407): "
+                            "19.531,27; ",
+                            "ICMS não creditado de entradas para o ativo imobilizado (CFOP 1551, 2551, 3551, 1406, "
+                            "2406): 21.064,96; "})
+    EXPECT_NE((efd.out + efd.err).find(linha), std::string::npos) << efd.out << efd.err;
 }
 
 // Names in UTF-8 reach the files they name: the command line's arguments, the database, the base
