@@ -47,7 +47,9 @@ class Bloco::Leitura {
 };
 
 Bloco::Bloco(const Layout& layout, std::string pasta, int em_memoria)
-    : layout_(layout), pasta_(std::move(pasta)), em_memoria_(em_memoria) {}
+    : layout_(layout), pasta_(std::move(pasta)), em_memoria_(em_memoria) {
+  for (const int f : layout_.ordem) chave_.emplace_back(layout_.inicio(f), layout_.campo(f).tamanho);
+}
 
 Bloco::~Bloco() = default;
 
@@ -99,8 +101,8 @@ void Bloco::fim() {
 }
 
 bool Bloco::menor(std::string_view a, std::string_view b) const {
-  for (const int f : layout_.ordem) {
-    const int c = layout_.texto(a, f).compare(layout_.texto(b, f));
+  for (const auto& [inicio, tamanho] : chave_) {
+    const int c = a.substr(inicio, tamanho).compare(b.substr(inicio, tamanho));
     if (c != 0) return c < 0;
   }
   return false;

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/atomic_file.h"
@@ -63,6 +64,9 @@ class Bloco {
   void despeja();
 
   const Layout& layout_;
+  // Where the fields that sort the records lie (offset, size), in priority: found once, as
+  // sorting compares them millions of times.
+  std::vector<std::pair<int, int>> chave_;
   const std::string pasta_;
   const int em_memoria_;
   std::string dados_;       // the records in memory, back to back
