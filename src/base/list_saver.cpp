@@ -1,7 +1,6 @@
 #include "base/list_saver.h"
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 #include "base/string_list.h"
@@ -31,49 +30,11 @@ std::string save_text_file(const std::string& path, std::string_view text) {
 
 ListSaver::ListSaver(std::string path, TStringList& list, bool keep_text)
     : path_(std::move(path)), list_(list), keep_text_(keep_text) {
-  try {
-    writer_ = std::thread([this] { work(); });
-  } catch (const std::system_error&) {
-    return;  // no thread to spare: commit writes the whole list
-  }
-  list_.OnBlockFull([this](std::string_view block) {
-    {
-      const std::lock_guard<std::mutex> lock(mutex_);
-      queue_.push_back(block);
-    }
-    queued_.notify_one();
-  });
+  // Without a thread to spare, finish writes the whole list.
+  if (writer_.started()) list_.OnBlockFull([this](std::string_view block) { writer_.add([this, block] { write(block); }); });
 }
 
-ListSaver::~ListSaver() { stop(); }
-
-void ListSaver::stop() {
-  list_.OnBlockFull(nullptr);
-  if (!writer_.joinable()) return;
-  {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    stopping_ = true;
-  }
-  queued_.notify_one();
-  writer_.join();
-}
-
-void ListSaver::work() {
-  std::unique_lock<std::mutex> lock(mutex_);
-  for (;;) {
-    queued_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
-    if (stopping_ || failure_) return;
-    const std::string_view block = queue_.front();
-    queue_.pop_front();
-    lock.unlock();
-    try {
-      write(block);
-    } catch (...) {
-      failure_ = std::current_exception();
-    }
-    lock.lock();
-  }
-}
+ListSaver::~ListSaver() { list_.OnBlockFull(nullptr); }
 
 void ListSaver::write(std::string_view block) {
   // A piece at a time, so that the encoded bytes are written from a buffer still in the cache.
@@ -97,8 +58,8 @@ void ListSaver::write_bytes() {
 }
 
 std::string ListSaver::finish() {
-  stop();
-  if (failure_) std::rethrow_exception(failure_);
+  list_.OnBlockFull(nullptr);
+  if (writer_.started()) writer_.finish();  // the blocks handed over; the rest is written here
   const std::vector<std::string>& blocks = list_.Blocks();
   for (std::size_t b = written_; b < blocks.size(); ++b) write(blocks[b]);
   if (!file_) file_ = std::make_unique<AtomicFile>(path_);  // an empty list: an empty file

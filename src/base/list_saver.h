@@ -2,17 +2,13 @@
 // Windows-1252, CR LF), written atomically, while the run still fills the list.
 #pragma once
 
-#include <condition_variable>
-#include <deque>
-#include <exception>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
 
 #include "base/atomic_file.h"
 #include "base/code_page.h"
+#include "base/worker_thread.h"
 
 namespace infofiscal {
 
@@ -52,8 +48,6 @@ class ListSaver {
  private:
   void write(std::string_view block);  // encodes and writes one block
   void write_bytes();                   // writes (and keeps) the bytes encoded so far
-  void work();                         // the writer thread: the blocks queued, in order
-  void stop();                         // the writer thread ends after its current block
 
   std::string path_;
   TStringList& list_;
@@ -63,13 +57,7 @@ class ListSaver {
   std::string bytes_, saved_;
   std::size_t written_ = 0;  // blocks of the list written
   std::size_t lines_ = 0;    // line feeds written
-
-  std::mutex mutex_;
-  std::condition_variable queued_;
-  std::deque<std::string_view> queue_;
-  bool stopping_ = false;
-  std::exception_ptr failure_;
-  std::thread writer_;
+  WorkerThread writer_;      // last: gone first, with the blocks it had still to write
 };
 
 }  // namespace infofiscal

@@ -3,8 +3,6 @@
 #include <algorithm>
 
 #include <filesystem>
-#include <system_error>
-#include <utility>
 
 #include "base/system.h"
 
@@ -61,80 +59,26 @@ void SaidaEmArquivo::confirma() {
 
 SaidaEmMemoria::SaidaEmMemoria() : pasta_(utf8_of(std::filesystem::temp_directory_path())) {}
 
-LeitorEmParalelo::LeitorEmParalelo(LeitorDePedacos& leitor) : leitor_(leitor) {
+LeitorEmParalelo::LeitorEmParalelo(LeitorDePedacos& leitor) : leitor_(leitor), leitura_(kLotesNaFila) {
   lote_.reserve(kLote);
-  try {
-    thread_ = std::thread([this] { trabalha(); });
-  } catch (const std::system_error&) {
-    // no thread to spare: le reads on the caller's
-  }
-}
-
-LeitorEmParalelo::~LeitorEmParalelo() {
-  {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    fila_.clear();
-  }
-  para();
-}
-
-void LeitorEmParalelo::para() {
-  if (!thread_.joinable()) return;
-  {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    parando_ = true;
-  }
-  mudou_.notify_all();
-  thread_.join();
 }
 
 void LeitorEmParalelo::le(std::string_view pedaco) {
-  if (!thread_.joinable()) return leitor_.le(pedaco);
+  if (!leitura_.started()) return leitor_.le(pedaco);
   lote_.append(pedaco);
   if (lote_.size() >= kLote) entrega();
 }
 
 void LeitorEmParalelo::entrega() {
-  std::unique_lock<std::mutex> lock(mutex_);
-  mudou_.wait(lock, [this] { return fila_.size() < kLotesNaFila || falha_; });
-  if (falha_) {
-    lote_.clear();  // the reader failed: espera says why, nothing more is read
-    return;
-  }
-  fila_.push_back(std::move(lote_));
-  lock.unlock();
-  mudou_.notify_all();
+  leitura_.add([this, lote = std::move(lote_)] { leitor_.le(lote); });
   lote_ = std::string();
   lote_.reserve(kLote);
 }
 
-void LeitorEmParalelo::trabalha() {
-  std::unique_lock<std::mutex> lock(mutex_);
-  for (;;) {
-    mudou_.wait(lock, [this] { return parando_ || !fila_.empty(); });
-    if (fila_.empty() || falha_) return;  // parando_, with everything read (or a failure)
-    std::string lote = std::move(fila_.front());
-    fila_.pop_front();
-    lock.unlock();
-    mudou_.notify_all();
-    try {
-      leitor_.le(lote);
-    } catch (...) {
-      lock.lock();
-      falha_ = std::current_exception();
-      fila_.clear();
-      mudou_.notify_all();
-      return;
-    }
-    lock.lock();
-  }
-}
-
 void LeitorEmParalelo::espera() {
-  if (!thread_.joinable()) return;
+  if (!leitura_.started()) return;
   if (!lote_.empty()) entrega();
-  para();
-  if (falha_) std::rethrow_exception(falha_);
+  leitura_.finish();
 }
 
 }  // namespace infofiscal

@@ -2,17 +2,13 @@
 // whole file is never in memory; and the validator that reads the pieces as they are written.
 #pragma once
 
-#include <condition_variable>
-#include <deque>
-#include <exception>
 #include <functional>
-#include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include "base/atomic_file.h"
+#include "base/worker_thread.h"
 
 namespace infofiscal {
 
@@ -88,30 +84,19 @@ class LeitorEmParalelo final : public LeitorDePedacos {
  public:
   // `leitor` must outlive this object and is not touched by anyone else until espera returns.
   explicit LeitorEmParalelo(LeitorDePedacos& leitor);
-  // Stops the thread without reading what waits (a conversion that failed).
-  ~LeitorEmParalelo() override;
-  LeitorEmParalelo(const LeitorEmParalelo&) = delete;
-  LeitorEmParalelo& operator=(const LeitorEmParalelo&) = delete;
 
   void le(std::string_view pedaco) override;
   // Waits until `leitor` has read every piece, and throws what it threw. Nothing may be read
-  // after it. REQUIRES: called once, before `leitor`'s results are used.
+  // after it. Destroyed without it (a conversion that failed), what waits is not read.
+  // REQUIRES: called once, before `leitor`'s results are used.
   void espera();
 
  private:
-  void entrega();  // queues the batch, waiting while the queue is full
-  void trabalha();  // the thread: reads the batches queued, in order
-  void para();
+  void entrega();  // hands the batch over, waiting while the queue is full
 
   LeitorDePedacos& leitor_;
-  std::string lote_;  // the batch being filled
-
-  std::mutex mutex_;
-  std::condition_variable mudou_;
-  std::deque<std::string> fila_;
-  bool parando_ = false;
-  std::exception_ptr falha_;
-  std::thread thread_;
+  std::string lote_;      // the batch being filled
+  WorkerThread leitura_;  // last: gone first, with the batches it had still to read
 };
 
 // Writes to `destino` and hands the same pieces to `leitor` (a validator, or the report's
