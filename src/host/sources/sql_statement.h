@@ -29,7 +29,7 @@ namespace infofiscal {
 struct ProviderQuery {
   std::string sql;
   std::vector<std::size_t> args;
-  std::string numbered_sql;  // the same with $1, $2, ... (libpq's own placeholders)
+  std::vector<std::string> between;  // the SELECT around its placeholders: args.size() + 1 pieces
 };
 
 // `text` with ASCII letters in upper case: column and field names compare so.
