@@ -324,7 +324,6 @@ class PgConnections {
     // The rows are read at the pace of the lines written: workers that sort ahead of that
     // would cost the server their start and gain nothing.
     PQclear(PQexec(connection.get(), "SET max_parallel_workers_per_gather = 0"));
-    PQclear(PQexec(connection.get(), "SET cursor_tuple_fraction = 1"));
     return connection;
   }
 
@@ -382,94 +381,143 @@ Value pg_value(PgKind kind, std::string_view text, const std::string& column) {
   throw Error(fmt::format("Valor '{}' ilegível na coluna '{}' da leitura antecipada", text, column));
 }
 
-// The SELECT with libpq's placeholders $1, $2, ...
-std::string numbered(const ProviderQuery& query) {
+// The SELECT with each placeholder replaced by its value as a quoted literal, escaped by libpq
+// for this connection (its encoding and its rules for backslashes), or by NULL: COPY takes no
+// bound values. A quoted literal has no type of its own, as a value bound without one: the
+// server reads it as the type its place in the SELECT asks for.
+std::string with_literals(PGconn* connection, const ProviderQuery& query, std::span<const Value> args) {
   std::string sql = query.between.front();
-  for (std::size_t p = 1; p < query.between.size(); ++p) sql += "$" + std::to_string(p) + query.between[p];
+  for (std::size_t p = 0; p < query.args.size(); ++p) {
+    const Value& value = args[query.args[p]];
+    if (is_null(value)) {
+      sql += "NULL";
+    } else {
+      const std::string text = parameter_text(value);
+      const std::unique_ptr<char, void (*)(void*)> literal(PQescapeLiteral(connection, text.data(), text.size()),
+                                                           PQfreemem);
+      if (!literal) throw soci::soci_error(PQerrorMessage(connection));
+      sql += literal.get();
+    }
+    sql += query.between[p + 1];
+  }
   return sql;
 }
 
 using PgResult = std::unique_ptr<PGresult, void (*)(PGresult*)>;
 
-// The rows of one SELECT through a cursor, on a connection of its own, in a transaction: the
-// values bound as the provider's own query binds them, `FETCH 5000` per round trip, and the
-// next batch asked for as soon as one arrives, so that the server computes it while this
-// process writes the lines of the one before. The answer of a whole note list is never held
-// at once.
+// The rows of one SELECT as PostgreSQL sends them through `COPY (SELECT ...) TO STDOUT`, on a
+// connection of its own: the server writes the rows as text without a result object per row on
+// either side, the answer of a whole note list is never held at once, and the server computes
+// the next rows while this process writes the lines of the first. The columns' names and types
+// come from the SELECT described before it runs.
 class PostgresqlStream : public RowCursor {
  public:
   PostgresqlStream(PgConnections& pool, const ProviderQuery& query, std::span<const Value> args)
       : pool_(pool), connection_(pool.Take()) {
-    std::vector<std::string> texts;
-    std::vector<const char*> values;
-    texts.reserve(query.args.size());
-    for (const std::size_t arg : query.args) {
-      texts.push_back(is_null(args[arg]) ? std::string() : parameter_text(args[arg]));
-      values.push_back(is_null(args[arg]) ? nullptr : texts.back().c_str());
-    }
-    Expect(PgResult(PQexec(Connection(), "BEGIN"), PQclear), PGRES_COMMAND_OK);
-    const std::string declare = "DECLARE fluxo NO SCROLL CURSOR FOR " + numbered(query);
-    Expect(PgResult(PQexecParams(Connection(), declare.c_str(), static_cast<int>(values.size()), nullptr,
-                                 values.data(), nullptr, nullptr, 0),
-                    PQclear),
-           PGRES_COMMAND_OK);
-    Ask();
-    Receive();  // the first batch, or none: either describes the columns
-    for (int c = 0; c < PQnfields(Batch()); ++c) {
-      names_.emplace_back(PQfname(Batch(), c));
-      columns.Add(names_.back());
-      kinds_.push_back(pg_kind(PQftype(Batch(), c), names_.back()));
-    }
+    const std::string select = with_literals(Connection(), query, args);
+    Describe(select);
+    const std::string copy = "COPY (" + select + ") TO STDOUT";
+    Expect(PgResult(PQexec(Connection(), copy.c_str()), PQclear), PGRES_COPY_OUT);
   }
 
-  // The connection goes back to the pool, its transaction ended, when no batch is on its way
-  // or the one asked for has arrived; otherwise it is closed, which stops the query.
+  // The connection goes back to the pool when what is left of the COPY can be read without
+  // waiting (a stream read to its end, or whose last rows have arrived); otherwise it is closed,
+  // which stops the query.
   ~PostgresqlStream() override {
-    batch_.reset();
-    if (asked_) {
-      if (!PQconsumeInput(Connection())) return;
-      while (!PQisBusy(Connection())) {
-        PGresult* rest = PQgetResult(Connection());
-        if (rest == nullptr) break;
-        PQclear(rest);
-      }
-      if (PQisBusy(Connection())) return;
+    PQfreemem(row_);
+    if (!PQconsumeInput(Connection())) return;
+    if (!ended_) {
+      char* rest = nullptr;
+      int length = 0;
+      while ((length = PQgetCopyData(Connection(), &rest, 1)) > 0) PQfreemem(rest);
+      if (length == 0) return;  // more rows are on their way
     }
-    PQclear(PQexec(Connection(), "ROLLBACK"));
-    if (PQtransactionStatus(Connection()) == PQTRANS_IDLE) pool_.Give(std::move(connection_));
+    while (!PQisBusy(Connection())) {
+      PGresult* result = PQgetResult(Connection());
+      if (result == nullptr) {
+        if (PQtransactionStatus(Connection()) == PQTRANS_IDLE) pool_.Give(std::move(connection_));
+        return;
+      }
+      PQclear(result);
+    }
   }
 
   bool Next() override {
-    if (++row_ < PQntuples(Batch())) return true;
-    if (!asked_) return false;
-    Receive();
-    return ++row_ < PQntuples(Batch());
+    if (ended_) return false;
+    PQfreemem(row_);
+    row_ = nullptr;
+    const int length = PQgetCopyData(Connection(), &row_, 0);
+    if (length > 0) {
+      Split(length);
+      return true;
+    }
+    ended_ = true;
+    if (length == -1)  // the COPY is over: its result says whether the SELECT ran to its end
+      Expect(PgResult(PQgetResult(Connection()), PQclear), PGRES_COMMAND_OK);
+    else
+      Fail(PQerrorMessage(Connection()));
+    return false;
   }
 
   Value Cell(std::size_t column) const override {
-    const int c = static_cast<int>(column);
-    if (PQgetisnull(Batch(), row_, c)) return std::monostate{};
-    return pg_value(kinds_[column],
-                    std::string_view(PQgetvalue(Batch(), row_, c), static_cast<std::size_t>(PQgetlength(Batch(), row_, c))),
-                    names_[column]);
+    const std::string_view text = cells_[column];
+    if (text.data() == nullptr) return std::monostate{};
+    return pg_value(kinds_[column], text, names_[column]);
   }
 
  private:
-  static constexpr int kBatch = 5000;
-
-  void Ask() {
-    if (!PQsendQuery(Connection(), "FETCH 5000 FROM fluxo")) Fail(PQerrorMessage(Connection()));
-    asked_ = true;
+  // The SELECT's columns, from the server's description of it (a COPY's rows come without one).
+  void Describe(const std::string& select) {
+    Expect(PgResult(PQprepare(Connection(), "", select.c_str(), 0, nullptr), PQclear), PGRES_COMMAND_OK);
+    const PgResult description(PQdescribePrepared(Connection(), ""), PQclear);
+    Expect(description, PGRES_COMMAND_OK);
+    for (int c = 0; c < PQnfields(description.get()); ++c) {
+      names_.emplace_back(PQfname(description.get(), c));
+      columns.Add(names_.back());
+      kinds_.push_back(pg_kind(PQftype(description.get(), c), names_.back()));
+    }
   }
 
-  // The batch asked for; the next one asked for at once when this one is full.
-  void Receive() {
-    asked_ = false;
-    batch_.reset(PQgetResult(Connection()));
-    while (PGresult* rest = PQgetResult(Connection())) PQclear(rest);
-    Expect(batch_, PGRES_TUPLES_OK);
-    row_ = -1;
-    if (PQntuples(Batch()) == kBatch) Ask();
+  // The row in row_ split at its tabs into cells_, with COPY's escapes undone in place (each is
+  // longer than the character it stands for). A null cell is `\N`, held as a view without data.
+  // The server escapes only the backslash and the control characters below; what follows any
+  // other backslash stands for itself.
+  void Split(int length) {
+    cells_.clear();
+    const char* in = row_;
+    const char* end = row_ + length - (length > 0 && row_[length - 1] == '\n' ? 1 : 0);
+    char* out = row_;
+    char* cell = out;
+    bool null = false;
+    const auto close = [&] {
+      cells_.emplace_back(null ? nullptr : cell, null ? 0 : static_cast<std::size_t>(out - cell));
+      cell = out;
+      null = false;
+    };
+    while (in < end) {
+      char c = *in++;
+      if (c == '\t') {
+        close();
+        continue;
+      }
+      if (c == '\\' && in < end) {
+        c = *in++;
+        switch (c) {
+          case 'N': null = true; continue;
+          case 'b': c = '\b'; break;
+          case 'f': c = '\f'; break;
+          case 'n': c = '\n'; break;
+          case 'r': c = '\r'; break;
+          case 't': c = '\t'; break;
+          case 'v': c = '\v'; break;
+          default: break;
+        }
+      }
+      *out++ = c;
+    }
+    close();
+    if (cells_.size() != kinds_.size())
+      Fail(fmt::format("a linha do COPY tem {} colunas em vez de {}", cells_.size(), kinds_.size()).c_str());
   }
 
   void Expect(const PgResult& result, ExecStatusType status) {
@@ -477,15 +525,14 @@ class PostgresqlStream : public RowCursor {
   }
   [[noreturn]] static void Fail(const char* message) { throw soci::soci_error(message ? message : "?"); }
   PGconn* Connection() const { return connection_.get(); }
-  PGresult* Batch() const { return batch_.get(); }
 
   PgConnections& pool_;
   PgConnection connection_;
   std::vector<std::string> names_;
   std::vector<PgKind> kinds_;
-  PgResult batch_{nullptr, PQclear};
-  int row_ = -1;        // in batch_
-  bool asked_ = false;  // a FETCH is on its way
+  char* row_ = nullptr;                   // the current row, as libpq gave it, unescaped in place
+  std::vector<std::string_view> cells_;   // into row_; a null cell without data
+  bool ended_ = false;                    // the COPY is over (or failed)
 };
 
 class SociConnection : public SqlConnection {
