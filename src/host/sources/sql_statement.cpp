@@ -5,6 +5,7 @@
 
 #include <cctype>
 #include <charconv>
+#include <cstring>
 #include <ctime>
 #include <deque>
 
@@ -478,32 +479,37 @@ class PostgresqlStream : public RowCursor {
     }
   }
 
-  // The row in row_ split at its tabs into cells_, with COPY's escapes undone in place (each is
-  // longer than the character it stands for). A null cell is `\N`, held as a view without data.
-  // The server escapes only the backslash and the control characters below; what follows any
-  // other backslash stands for itself.
+  // The row in row_ split at its tabs into cells_; a null cell (`\N`) is a view without data.
   void Split(int length) {
     cells_.clear();
-    const char* in = row_;
-    const char* end = row_ + length - (length > 0 && row_[length - 1] == '\n' ? 1 : 0);
-    char* out = row_;
-    char* cell = out;
-    bool null = false;
-    const auto close = [&] {
-      cells_.emplace_back(null ? nullptr : cell, null ? 0 : static_cast<std::size_t>(out - cell));
-      cell = out;
-      null = false;
-    };
+    char* cell = row_;
+    char* const end = row_ + length - (length > 0 && row_[length - 1] == '\n' ? 1 : 0);
+    for (;;) {
+      char* const tab = static_cast<char*>(std::memchr(cell, '\t', static_cast<std::size_t>(end - cell)));
+      const auto size = static_cast<std::size_t>((tab ? tab : end) - cell);
+      if (size == 2 && cell[0] == '\\' && cell[1] == 'N')
+        cells_.emplace_back();
+      else
+        cells_.push_back(Unescape(cell, size));
+      if (!tab) break;
+      cell = tab + 1;
+    }
+    if (cells_.size() != kinds_.size())
+      Fail(fmt::format("a linha do COPY tem {} colunas em vez de {}", cells_.size(), kinds_.size()).c_str());
+  }
+
+  // A cell's text with COPY's escapes undone in place (each is longer than the character it
+  // stands for). The server escapes only the backslash and the control characters below; what
+  // follows any other backslash stands for itself.
+  static std::string_view Unescape(char* cell, std::size_t size) {
+    char* in = static_cast<char*>(std::memchr(cell, '\\', size));
+    if (in == nullptr) return {cell, size};
+    char* const end = cell + size;
+    char* out = in;
     while (in < end) {
       char c = *in++;
-      if (c == '\t') {
-        close();
-        continue;
-      }
       if (c == '\\' && in < end) {
-        c = *in++;
-        switch (c) {
-          case 'N': null = true; continue;
+        switch (c = *in++) {
           case 'b': c = '\b'; break;
           case 'f': c = '\f'; break;
           case 'n': c = '\n'; break;
@@ -515,9 +521,7 @@ class PostgresqlStream : public RowCursor {
       }
       *out++ = c;
     }
-    close();
-    if (cells_.size() != kinds_.size())
-      Fail(fmt::format("a linha do COPY tem {} colunas em vez de {}", cells_.size(), kinds_.size()).c_str());
+    return {cell, static_cast<std::size_t>(out - cell)};
   }
 
   void Expect(const PgResult& result, ExecStatusType status) {
