@@ -63,7 +63,8 @@ class RowCursor {
   virtual ~RowCursor() = default;
   // Moves to the next row; false after the last.
   virtual bool Next() = 0;
-  // A cell of the current row, in the type the database gave it.
+  // A cell of the current row, in the type the database gave it. Throws Error naming the
+  // column and the value when a value sent as text does not read as its column's type.
   virtual Value Cell(std::size_t column) const = 0;
 
   ColumnNames columns;  // of a statement, known after its first Run
