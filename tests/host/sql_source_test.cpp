@@ -263,11 +263,20 @@ TEST(SqlCatalog, PlaceholdersCommentsAndVariants) {
       "-- provider: DspB [postgresql]\n"
       "SELECT 2;\n"
       "-- provider: DspB\n"
-      "SELECT 1;;\n";
+      "SELECT 1;;\n"
+      "-- provider: DspC\n"
+      "  \n  SELECT ?2 ; \n";
   const auto sqlite = parse_provider_catalog(text, "sqlite", "c.sql");
   EXPECT_EQ(sqlite.at("DspA").sql, "SELECT a FROM t \n WHERE a = :p1 AND b = '?'   AND c = :p2 AND d = :p3");
   EXPECT_EQ(sqlite.at("DspA").args, (std::vector<std::size_t>{0, 0, 1}));
+  // The pieces between the placeholders, for the streams that write the values in.
+  EXPECT_EQ(sqlite.at("DspA").between,
+            (std::vector<std::string>{"SELECT a FROM t \n WHERE a = ", " AND b = '?'   AND c = ", " AND d = ", ""}));
   EXPECT_EQ(sqlite.at("DspB").sql, "SELECT 1");
+  EXPECT_EQ(sqlite.at("DspB").between, std::vector<std::string>{"SELECT 1"});
+  EXPECT_EQ(sqlite.at("DspC").sql, "SELECT :p1");
+  EXPECT_EQ(sqlite.at("DspC").between, (std::vector<std::string>{"SELECT ", ""}));
+  EXPECT_EQ(sqlite.at("DspC").args, std::vector<std::size_t>{1});
   EXPECT_EQ(parse_provider_catalog(text, "postgresql", "c.sql").at("DspB").sql, "SELECT 2");
 }
 

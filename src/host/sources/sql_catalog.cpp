@@ -12,13 +12,14 @@ namespace infofiscal {
 
 namespace {
 
-// Rewrites the `?` and `?N` of one SELECT as :p1, :p2, ... (and as $1, $2, ...) and drops
+// Rewrites the `?` and `?N` of one SELECT as :p1, :p2, ... (and splits it around them) and drops
 // comments (a colon in a comment would read as a placeholder); quoted text is copied as it is.
 ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& where) {
   ProviderQuery query;
-  const auto emit = [&](std::string_view named, std::string_view numbered) {
-    query.sql += named;
-    query.numbered_sql += numbered;
+  query.between.emplace_back();
+  const auto emit = [&](std::string_view text) {
+    query.sql += text;
+    query.between.back() += text;
   };
   std::size_t next = 0;
   for (std::size_t i = 0; i < sql.size();) {
@@ -27,14 +28,14 @@ ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& wh
       const auto end = sql.find(c, i + 1);
       const auto stop = end == std::string::npos ? sql.size() : end + 1;
       const std::string_view quoted(sql.data() + i, stop - i);
-      emit(quoted, quoted);
+      emit(quoted);
       i = stop;
     } else if (c == '-' && i + 1 < sql.size() && sql[i + 1] == '-') {
       i = std::min(sql.find('\n', i), sql.size());
     } else if (c == '/' && i + 1 < sql.size() && sql[i + 1] == '*') {
       const auto end = sql.find("*/", i + 2);
       i = end == std::string::npos ? sql.size() : end + 2;
-      emit(" ", " ");
+      emit(" ");
     } else if (c == '?') {
       std::size_t digits = i + 1;
       while (digits < sql.size() && std::isdigit(static_cast<unsigned char>(sql[digits]))) ++digits;
@@ -47,18 +48,22 @@ ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& wh
       }
       next = std::max(next, arg + 1);
       query.args.push_back(arg);
-      const std::string number = std::to_string(query.args.size());
-      emit(":p" + number, "$" + number);
+      query.sql += ":p" + std::to_string(query.args.size());
+      query.between.emplace_back();
       i = digits;
     } else {
-      emit(std::string_view(&c, 1), std::string_view(&c, 1));
+      emit(std::string_view(&c, 1));
       ++i;
     }
   }
-  for (std::string* text : {&query.sql, &query.numbered_sql}) {
-    *text = trim(*text);
-    while (!text->empty() && text->back() == ';') *text = trim(text->substr(0, text->size() - 1));
-  }
+  // Without the blanks around the statement and its closing semicolons.
+  constexpr std::string_view blanks = " \t\r\n";
+  const auto tidy_start = [&](std::string& text) { text.erase(0, std::min(text.find_first_not_of(blanks), text.size())); };
+  const auto tidy_end = [&](std::string& text) {
+    while (!text.empty() && (text.back() == ';' || blanks.find(text.back()) != std::string_view::npos)) text.pop_back();
+  };
+  for (std::string* text : {&query.sql, &query.between.front()}) tidy_start(*text);
+  for (std::string* text : {&query.sql, &query.between.back()}) tidy_end(*text);
   return query;
 }
 

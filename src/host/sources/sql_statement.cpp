@@ -5,6 +5,7 @@
 
 #include <cctype>
 #include <charconv>
+#include <cstring>
 #include <ctime>
 #include <deque>
 
@@ -335,134 +336,207 @@ class PgConnections {
   std::vector<PgConnection> idle_;
 };
 
-// The rows of one SELECT as PostgreSQL sends them, one at a time (libpq's single-row mode), on
-// a connection of its own: the answer of a whole note list is never held at once, and the
-// server computes the next rows while this process writes the lines of the first. The cells
-// are those SOCI would give (integers, numbers, times, text); a column of any other type
-// fails the stream.
+// How a column's text is read, by the type the server declares for it: the cells are those
+// SOCI would give (integers, numbers, times, text). A column of any other type fails the stream.
+enum class PgKind : std::uint8_t { Integer, Number, Time, Text };
+
+PgKind pg_kind(Oid type, const std::string& column) {
+  switch (type) {
+    case 20: case 21: case 23: case 26:  // int8, int2, int4, oid
+      return PgKind::Integer;
+    case 700: case 701: case 1700:  // float4, float8, numeric
+      return PgKind::Number;
+    case 1082: case 1114:  // date, timestamp
+      return PgKind::Time;
+    case 18: case 19: case 25: case 1042: case 1043:  // char, name, text, bpchar, varchar
+      return PgKind::Text;
+    default:
+      throw soci::soci_error("a coluna '" + column + "' tem um tipo que a leitura antecipada não lê");
+  }
+}
+
+// A cell's text, as the server writes it, in its column's kind. Throws Error naming the column
+// and the text for one that does not read so.
+Value pg_value(PgKind kind, std::string_view text, const std::string& column) {
+  switch (kind) {
+    case PgKind::Integer: {
+      std::int64_t i = 0;
+      const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), i);
+      if (ec == std::errc() && end == text.data() + text.size() && !text.empty()) return i;
+      break;
+    }
+    case PgKind::Number: {
+      double d = 0;
+      const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), d);
+      if (ec == std::errc() && end == text.data() + text.size() && !text.empty()) return d;
+      break;
+    }
+    case PgKind::Time: {
+      TimeStamp t;
+      if (parse_timestamp(text, t)) return t;
+      break;
+    }
+    case PgKind::Text:
+      return std::string(text);
+  }
+  throw Error(fmt::format("Valor '{}' ilegível na coluna '{}' da leitura antecipada", text, column));
+}
+
+// The SELECT with each placeholder replaced by its value as a quoted literal, escaped by libpq
+// for this connection (its encoding and its rules for backslashes), or by NULL: COPY takes no
+// bound values. A quoted literal has no type of its own, as a value bound without one: the
+// server reads it as the type its place in the SELECT asks for.
+std::string with_literals(PGconn* connection, const ProviderQuery& query, std::span<const Value> args) {
+  std::string sql = query.between.front();
+  for (std::size_t p = 0; p < query.args.size(); ++p) {
+    const Value& value = args[query.args[p]];
+    if (is_null(value)) {
+      sql += "NULL";
+    } else {
+      const std::string text = parameter_text(value);
+      const std::unique_ptr<char, void (*)(void*)> literal(PQescapeLiteral(connection, text.data(), text.size()),
+                                                           PQfreemem);
+      if (!literal) throw soci::soci_error(PQerrorMessage(connection));
+      sql += literal.get();
+    }
+    sql += query.between[p + 1];
+  }
+  return sql;
+}
+
+using PgResult = std::unique_ptr<PGresult, void (*)(PGresult*)>;
+
+// The rows of one SELECT as PostgreSQL sends them through `COPY (SELECT ...) TO STDOUT`, on a
+// connection of its own: the server writes the rows as text without a result object per row on
+// either side, the answer of a whole note list is never held at once, and the server computes
+// the next rows while this process writes the lines of the first. The columns' names and types
+// come from the SELECT described before it runs.
 class PostgresqlStream : public RowCursor {
  public:
   PostgresqlStream(PgConnections& pool, const ProviderQuery& query, std::span<const Value> args)
       : pool_(pool), connection_(pool.Take()) {
-    std::vector<std::string> texts;
-    std::vector<const char*> values;
-    texts.reserve(query.args.size());
-    for (const std::size_t arg : query.args) {
-      texts.push_back(is_null(args[arg]) ? std::string() : parameter_text(args[arg]));
-      values.push_back(is_null(args[arg]) ? nullptr : texts.back().c_str());
-    }
-    if (!PQsendQueryParams(Connection(), query.numbered_sql.c_str(), static_cast<int>(values.size()), nullptr,
-                           values.data(), nullptr, nullptr, 0) ||
-        !PQsetSingleRowMode(Connection()))
-      Fail(PQerrorMessage(Connection()));
-    Advance();  // the first row, or the end: either describes the columns
-    for (int c = 0; c < PQnfields(Result()); ++c) {
-      columns.Add(PQfname(Result(), c));
-      kinds_.push_back(kind_of(PQftype(Result(), c), PQfname(Result(), c)));
-    }
-    pending_ = true;
+    const std::string select = with_literals(Connection(), query, args);
+    Describe(select);
+    const std::string copy = "COPY (" + select + ") TO STDOUT";
+    Expect(PgResult(PQexec(Connection(), copy.c_str()), PQclear), PGRES_COPY_OUT);
   }
 
-  // The connection goes back to the pool when what is left of the query can be read without
-  // waiting (a stream read to its end, or one that answered nothing); otherwise it is closed,
+  // The connection goes back to the pool when what is left of the COPY can be read without
+  // waiting (a stream read to its end, or whose last rows have arrived); otherwise it is closed,
   // which stops the query.
   ~PostgresqlStream() override {
-    result_.reset();
+    PQfreemem(row_);
     if (!PQconsumeInput(Connection())) return;
+    if (!ended_) {
+      char* rest = nullptr;
+      int length = 0;
+      while ((length = PQgetCopyData(Connection(), &rest, 1)) > 0) PQfreemem(rest);
+      if (length == 0) return;  // more rows are on their way
+    }
     while (!PQisBusy(Connection())) {
-      PGresult* rest = PQgetResult(Connection());
-      if (rest == nullptr) {
+      PGresult* result = PQgetResult(Connection());
+      if (result == nullptr) {
         if (PQtransactionStatus(Connection()) == PQTRANS_IDLE) pool_.Give(std::move(connection_));
         return;
       }
-      PQclear(rest);
+      PQclear(result);
     }
   }
 
   bool Next() override {
-    if (pending_) {
-      pending_ = false;
-    } else if (row_) {
-      Advance();
+    if (ended_) return false;
+    PQfreemem(row_);
+    row_ = nullptr;
+    const int length = PQgetCopyData(Connection(), &row_, 0);
+    if (length > 0) {
+      Split(length);
+      return true;
     }
-    return row_;
+    ended_ = true;
+    if (length == -1)  // the COPY is over: its result says whether the SELECT ran to its end
+      Expect(PgResult(PQgetResult(Connection()), PQclear), PGRES_COMMAND_OK);
+    else
+      Fail(PQerrorMessage(Connection()));
+    return false;
   }
 
   Value Cell(std::size_t column) const override {
-    const int c = static_cast<int>(column);
-    if (PQgetisnull(Result(), 0, c)) return std::monostate{};
-    const std::string_view text(PQgetvalue(Result(), 0, c), static_cast<std::size_t>(PQgetlength(Result(), 0, c)));
-    switch (kinds_[column]) {
-      case Kind::Integer: {
-        std::int64_t i = 0;
-        if (std::from_chars(text.data(), text.data() + text.size(), i).ptr == text.data() + text.size()) return i;
-        break;
-      }
-      case Kind::Number: {
-        double d = 0;
-        if (std::from_chars(text.data(), text.data() + text.size(), d).ptr == text.data() + text.size()) return d;
-        break;
-      }
-      case Kind::Time: {
-        TimeStamp t;
-        if (parse_timestamp(std::string(text), t)) return t;
-        break;
-      }
-      case Kind::Text:
-        return std::string(text);
-    }
-    throw soci::soci_error("valor '" + std::string(text) + "' ilegível na coluna '" + PQfname(Result(), c) + "'");
+    const std::string_view text = cells_[column];
+    if (text.data() == nullptr) return std::monostate{};
+    return pg_value(kinds_[column], text, names_[column]);
   }
 
  private:
-  enum class Kind : std::uint8_t { Integer, Number, Time, Text };
-
-  static Kind kind_of(Oid type, const char* column) {
-    switch (type) {
-      case 20: case 21: case 23: case 26:  // int8, int2, int4, oid
-        return Kind::Integer;
-      case 700: case 701: case 1700:  // float4, float8, numeric
-        return Kind::Number;
-      case 1082: case 1114:  // date, timestamp
-        return Kind::Time;
-      case 18: case 19: case 25: case 1042: case 1043:  // char, name, text, bpchar, varchar
-        return Kind::Text;
-      default:
-        throw soci::soci_error(std::string("a coluna '") + column + "' tem um tipo que a leitura antecipada não lê");
+  // The SELECT's columns, from the server's description of it (a COPY's rows come without one).
+  void Describe(const std::string& select) {
+    Expect(PgResult(PQprepare(Connection(), "", select.c_str(), 0, nullptr), PQclear), PGRES_COMMAND_OK);
+    const PgResult description(PQdescribePrepared(Connection(), ""), PQclear);
+    Expect(description, PGRES_COMMAND_OK);
+    for (int c = 0; c < PQnfields(description.get()); ++c) {
+      names_.emplace_back(PQfname(description.get(), c));
+      columns.Add(names_.back());
+      kinds_.push_back(pg_kind(PQftype(description.get(), c), names_.back()));
     }
   }
 
-  // The next result: a row, or the end of the rows (whose result still describes the columns).
-  void Advance() {
-    PGresult* next = PQgetResult(Connection());
-    if (next == nullptr) {
-      row_ = false;
-      return;
+  // The row in row_ split at its tabs into cells_; a null cell (`\N`) is a view without data.
+  void Split(int length) {
+    cells_.clear();
+    char* cell = row_;
+    char* const end = row_ + length - (length > 0 && row_[length - 1] == '\n' ? 1 : 0);
+    for (;;) {
+      char* const tab = static_cast<char*>(std::memchr(cell, '\t', static_cast<std::size_t>(end - cell)));
+      const auto size = static_cast<std::size_t>((tab ? tab : end) - cell);
+      if (size == 2 && cell[0] == '\\' && cell[1] == 'N')
+        cells_.emplace_back();
+      else
+        cells_.push_back(Unescape(cell, size));
+      if (!tab) break;
+      cell = tab + 1;
     }
-    result_.reset(next);
-    switch (PQresultStatus(Result())) {
-      case PGRES_SINGLE_TUPLE:
-        row_ = true;
-        return;
-      case PGRES_TUPLES_OK:
-        row_ = false;
-        while (PGresult* rest = PQgetResult(Connection())) PQclear(rest);
-        return;
-      default:
-        Fail(PQresultErrorMessage(Result()));
-    }
+    if (cells_.size() != kinds_.size())
+      Fail(fmt::format("a linha do COPY tem {} colunas em vez de {}", cells_.size(), kinds_.size()).c_str());
   }
 
+  // A cell's text with COPY's escapes undone in place (each is longer than the character it
+  // stands for). The server escapes only the backslash and the control characters below; what
+  // follows any other backslash stands for itself.
+  static std::string_view Unescape(char* cell, std::size_t size) {
+    char* in = static_cast<char*>(std::memchr(cell, '\\', size));
+    if (in == nullptr) return {cell, size};
+    char* const end = cell + size;
+    char* out = in;
+    while (in < end) {
+      char c = *in++;
+      if (c == '\\' && in < end) {
+        switch (c = *in++) {
+          case 'b': c = '\b'; break;
+          case 'f': c = '\f'; break;
+          case 'n': c = '\n'; break;
+          case 'r': c = '\r'; break;
+          case 't': c = '\t'; break;
+          case 'v': c = '\v'; break;
+          default: break;
+        }
+      }
+      *out++ = c;
+    }
+    return {cell, static_cast<std::size_t>(out - cell)};
+  }
+
+  void Expect(const PgResult& result, ExecStatusType status) {
+    if (PQresultStatus(result.get()) != status) Fail(PQerrorMessage(Connection()));
+  }
   [[noreturn]] static void Fail(const char* message) { throw soci::soci_error(message ? message : "?"); }
   PGconn* Connection() const { return connection_.get(); }
-  PGresult* Result() const { return result_.get(); }
 
   PgConnections& pool_;
   PgConnection connection_;
-  std::unique_ptr<PGresult, void (*)(PGresult*)> result_{nullptr, PQclear};
-  std::vector<Kind> kinds_;
-  bool row_ = false;      // result_ holds a row
-  bool pending_ = false;  // that row has not been handed out yet
+  std::vector<std::string> names_;
+  std::vector<PgKind> kinds_;
+  char* row_ = nullptr;                   // the current row, as libpq gave it, unescaped in place
+  std::vector<std::string_view> cells_;   // into row_; a null cell without data
+  bool ended_ = false;                    // the COPY is over (or failed)
 };
 
 class SociConnection : public SqlConnection {

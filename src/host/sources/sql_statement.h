@@ -29,7 +29,7 @@ namespace infofiscal {
 struct ProviderQuery {
   std::string sql;
   std::vector<std::size_t> args;
-  std::string numbered_sql;  // the same with $1, $2, ... (libpq's own placeholders)
+  std::vector<std::string> between;  // the SELECT around its placeholders: args.size() + 1 pieces
 };
 
 // `text` with ASCII letters in upper case: column and field names compare so.
@@ -63,7 +63,8 @@ class RowCursor {
   virtual ~RowCursor() = default;
   // Moves to the next row; false after the last.
   virtual bool Next() = 0;
-  // A cell of the current row, in the type the database gave it.
+  // A cell of the current row, in the type the database gave it. Throws Error naming the
+  // column and the value when a value sent as text does not read as its column's type.
   virtual Value Cell(std::size_t column) const = 0;
 
   ColumnNames columns;  // of a statement, known after its first Run
