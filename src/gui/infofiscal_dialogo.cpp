@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "base/system.h"
 #include "cli/opcoes.h"
 #include "gui/dlg_dexportainformacaofiscal.h"
 #include "gui/traducao.h"
@@ -139,4 +140,10 @@ int principal(int argc, char** argv) {
 }  // namespace
 }  // namespace infofiscal
 
-int main(int argc, char** argv) { return infofiscal::principal(argc, argv); }
+// As the command line's: on Windows, the options in UTF-8 whatever the code page, and --help,
+// --version and the messages with LF as on Linux.
+int main(int argc, char** argv) {
+  infofiscal::prepare_standard_streams();
+  infofiscal::Utf8Arguments argumentos(argc, argv);
+  return infofiscal::principal(argumentos.argc(), argumentos.argv());
+}
