@@ -12,19 +12,28 @@
 set -euo pipefail
 build="$1" fontes="$2" fontes_qt="${3:-}"
 pasta="$(mktemp -d /tmp/infofiscal-instalador.XXXXXX)"
-trap 'rm -rf "$pasta"' EXIT
+destino="$pasta/instalado"
+# The Start menu's folder of all users, where an installation by an administrator puts its entries.
+atalho="$(winepath -u 'C:\ProgramData\Microsoft\Windows\Start Menu\Programs\infofiscal\Exporta Informação Fiscal.lnk')"
 export WINEDEBUG=-all
 unset INFOFISCAL_CATALOGO
 
+# The uninstaller copies itself away and returns before it has finished (the folder and the
+# Start menu's entry go in either order).
+desinstalar() {
+  wine "$destino/Uninstall.exe" /S
+  for _ in $(seq 100); do [ -e "$destino" ] || [ -e "$atalho" ] || break; sleep 0.1; done
+}
+# A failed run uninstalls too: left registered in Wine's prefix, the installation would make the
+# next run's installer try to remove it first, and fail.
+trap '[ ! -e "$destino/Uninstall.exe" ] || desinstalar; rm -rf "$pasta"' EXIT
+
 (cd "$build" && cpack -G NSIS64 -B "$pasta/pacote" >/dev/null)
 instalador="$(ls "$pasta"/pacote/infofiscal-*-win64.exe)"
-destino="$pasta/instalado"
 # /D= must come last, unquoted: the folder as Windows names it.
 wine "$instalador" /S "/D=$(winepath -w "$destino")"
 instalados=(Uninstall.exe bin/infofiscal.exe share/infofiscal/providers.sql share/infofiscal/schema.sql
            share/infofiscal/demo.sql share/doc/infofiscal/README.md share/doc/infofiscal/docs/windows.md)
-# The Start menu's folder of all users, where an installation by an administrator puts its entries.
-atalho="$(winepath -u 'C:\ProgramData\Microsoft\Windows\Start Menu\Programs\infofiscal\Exporta Informação Fiscal.lnk')"
 [ -z "$fontes_qt" ] || instalados+=(bin/infofiscal-dialogo.exe bin/qt.conf share/qt6/translations/qtbase_pt_BR.qm)
 for f in "${instalados[@]}"; do
   [ -f "$destino/$f" ] || { echo "o instalador não instalou $f" >&2; exit 1; }
@@ -58,10 +67,7 @@ esperado="Não foi possível abrir a fonte de dados 'firebird:C:\erp.fdb': o cli
 foi encontrado; instale o cliente do Firebird ou copie fbclient.dll para a pasta do programa"
 [ "$erro" = "$esperado" ] || { printf 'sem o cliente do Firebird, em vez de\n%s\nveio\n%s\n' "$esperado" "$erro" >&2; exit 1; }
 
-# The uninstaller copies itself away and returns before it has finished (the folder and the
-# Start menu's entry go in either order).
-wine "$destino/Uninstall.exe" /S
-for _ in $(seq 100); do [ -e "$destino" ] || [ -e "$atalho" ] || break; sleep 0.1; done
+desinstalar
 [ ! -e "$destino" ] || { echo "o desinstalador deixou: $(find "$destino")" >&2; exit 1; }
 [ ! -e "$atalho" ] || { echo "o desinstalador deixou a entrada do menu Iniciar $atalho" >&2; exit 1; }
 echo "instalado, o mês de demonstração rodou dos arquivos instalados, desinstalado"
