@@ -46,30 +46,19 @@ struct tm_windows {
   int tm_sec, tm_min, tm_hour, tm_mday, tm_mon, tm_year, tm_wday, tm_yday, tm_isdst;
 };
 
-static void tm_para_linux(const struct tm_windows* w, struct tm* l) {
-  memset(l, 0, sizeof *l);
-  l->tm_sec = w->tm_sec;
-  l->tm_min = w->tm_min;
-  l->tm_hour = w->tm_hour;
-  l->tm_mday = w->tm_mday;
-  l->tm_mon = w->tm_mon;
-  l->tm_year = w->tm_year;
-  l->tm_wday = w->tm_wday;
-  l->tm_yday = w->tm_yday;
-  l->tm_isdst = w->tm_isdst;
+/* The fields both layouts have, copied from `origem` to `destino` in either direction. */
+#define COPIAR_CAMPO(campo) destino->campo = origem->campo;
+#define COPIAR_TM                                                                            \
+  COPIAR_CAMPO(tm_sec) COPIAR_CAMPO(tm_min) COPIAR_CAMPO(tm_hour) COPIAR_CAMPO(tm_mday)      \
+  COPIAR_CAMPO(tm_mon) COPIAR_CAMPO(tm_year) COPIAR_CAMPO(tm_wday) COPIAR_CAMPO(tm_yday)     \
+  COPIAR_CAMPO(tm_isdst)
+
+static void tm_para_linux(const struct tm_windows* origem, struct tm* destino) {
+  memset(destino, 0, sizeof *destino);
+  COPIAR_TM
 }
 
-static void tm_para_windows(const struct tm* l, struct tm_windows* w) {
-  w->tm_sec = l->tm_sec;
-  w->tm_min = l->tm_min;
-  w->tm_hour = l->tm_hour;
-  w->tm_mday = l->tm_mday;
-  w->tm_mon = l->tm_mon;
-  w->tm_year = l->tm_year;
-  w->tm_wday = l->tm_wday;
-  w->tm_yday = l->tm_yday;
-  w->tm_isdst = l->tm_isdst;
-}
+static void tm_para_windows(const struct tm* origem, struct tm_windows* destino) { COPIAR_TM }
 
 /* Forwarders of the calls whose arguments both systems lay out alike. PARAMS declares the
  * arguments, ARGS names them. */
