@@ -21,8 +21,9 @@ set(CPACK_STRIP_FILES ON)
 
 if(WIN32)
   # infofiscal-VERSION-win64.exe, installing into Program Files\infofiscal the tree of `cmake
-  # --install`: bin\infofiscal.exe, share\infofiscal (the catalog the program finds from its own
-  # folder, the schema, the demo month) and share\doc\infofiscal; with an uninstaller.
+  # --install`: bin\infofiscal.exe (and, built with the dialog, bin\infofiscal-dialogo.exe),
+  # share\infofiscal (the catalog the program finds from its own folder, the schema, the demo
+  # month) and share\doc\infofiscal; with an uninstaller.
   set(CPACK_PACKAGE_FILE_NAME infofiscal-${PROJECT_VERSION}-win64)
   set(CPACK_PACKAGE_INSTALL_DIRECTORY infofiscal)
   set(CPACK_NSIS_PACKAGE_NAME infofiscal)
@@ -31,6 +32,10 @@ if(WIN32)
   set(CPACK_NSIS_ENABLE_UNINSTALL_BEFORE_INSTALL ON)
   # NSIS's default stub is 32-bit, which would need Wine's 32-bit half: a 64-bit, Unicode one.
   set(CPACK_NSIS_DEFINES "Target amd64-unicode")
+  if(TARGET infofiscal-dialogo)
+    # The dialog in the Start menu, in the folder infofiscal, with the uninstaller's entry.
+    set(CPACK_PACKAGE_EXECUTABLES infofiscal-dialogo "Exporta Informação Fiscal")
+  endif()
   include(CPack)
   return()
 endif()

@@ -1,7 +1,8 @@
 // infofiscal-dialogo: plays the host application for one fiscal register. It takes the
 // options of `infofiscal exportar`, opens the record source, sets the dialog's properties and
 // shows it. Errors reach the general error handler, which shows them in a message box (and
-// writes them to stderr); usage errors go to stderr with exit status 2.
+// writes them to stderr); usage errors go to stderr with exit status 2, and also to a message
+// box when the program was started without any option (from a menu, with no terminal).
 //
 // Two hidden options serve scripts and screenshots: --executar ARQUIVO_FISCAL presses the
 // generate button once the window is shown, answering the save question with that name, and
@@ -17,9 +18,11 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
+#include "base/system.h"
 #include "cli/opcoes.h"
 #include "gui/dlg_dexportainformacaofiscal.h"
 #include "gui/traducao.h"
@@ -114,6 +117,18 @@ int mostrar_dialogo(const OpcoesDialogo& o) {
   return falhou ? 1 : 0;
 }
 
+// What the window is and how it is opened, in a message box, for a start without options.
+void mostrar_uso(int& argc, char** argv, const std::string& uso) {
+  const auto aplicacao = iniciar_aplicacao(argc, argv);
+  QMessageBox::information(
+      nullptr, "Exporta Informação Fiscal",
+      QString::fromStdString("A janela Exporta Informação Fiscal é aberta pelo ERP para um registro fiscal, com as "
+                             "opções dele, e foi aberta sem nenhuma (" + uso + ").\n\nPor exemplo: "
+                             "infofiscal-dialogo --fonte sqlite:erp.sqlite --registro 12 --tipo 2 --base PASTA_DO_ERP\n\n"
+                             "infofiscal-dialogo --help lista as opções; o README da instalação "
+                             "diz como apontá-la para o banco do ERP."));
+}
+
 // The options are read before any window system is reached, so that a usage error needs no
 // display; Qt's own settings come from the environment (QT_QPA_PLATFORM ...).
 int principal(int argc, char** argv) {
@@ -129,7 +144,11 @@ int principal(int argc, char** argv) {
   } catch (const CLI::Success& e) {  // --help, --version
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
-    std::cerr << "infofiscal-dialogo: " << traduzir_erro_de_uso(e, app) << "\nUse --help para ver as opções.\n";
+    const std::string uso = traduzir_erro_de_uso(e, app);
+    std::cerr << "infofiscal-dialogo: " << uso << "\nUse --help para ver as opções.\n";
+    // Started without any option, from a menu entry or a double click, it has no terminal where
+    // that line could be read: the window says it.
+    if (argc == 1) mostrar_uso(argc, argv, uso);
     return 2;
   }
   const auto aplicacao = iniciar_aplicacao(argc, argv);
@@ -139,4 +158,10 @@ int principal(int argc, char** argv) {
 }  // namespace
 }  // namespace infofiscal
 
-int main(int argc, char** argv) { return infofiscal::principal(argc, argv); }
+// As the command line's: on Windows, the options in UTF-8 whatever the code page, and --help,
+// --version and the messages with LF as on Linux.
+int main(int argc, char** argv) {
+  infofiscal::prepare_standard_streams();
+  infofiscal::Utf8Arguments argumentos(argc, argv);
+  return infofiscal::principal(argumentos.argc(), argumentos.argv());
+}
