@@ -32,9 +32,21 @@ CliResult run_program(const std::string& program, const std::vector<std::string>
   return {status, read_file(out), read_file(err)};
 }
 
+// Some tests leave a read-only file behind on purpose (a target the run may not replace). Windows
+// refuses to delete one, and Wine reuses process ids, so a later run would find the old folder
+// and fail to empty it: every entry is made writable first.
+namespace {
+void remove_tree(const fs::path& dir) {
+  std::error_code ignored;
+  for (fs::recursive_directory_iterator it(dir, ignored), end; it != end; it.increment(ignored))
+    fs::permissions(it->path(), fs::perms::owner_write, fs::perm_options::add, ignored);
+  fs::remove_all(dir);
+}
+}  // namespace
+
 std::string fresh_dir(const std::string& name, bool info_folder) {
   const fs::path dir = path_of(::testing::TempDir()) / path_of("infofiscal-" + std::to_string(getpid())) / path_of(name);
-  fs::remove_all(dir);
+  remove_tree(dir);
   fs::create_directories(info_folder ? dir / "Arquivos" / "InfoFiscal" : dir);
   return utf8_of(dir);
 }
