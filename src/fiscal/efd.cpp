@@ -361,12 +361,16 @@ class GeradorEfd final : public LeitorDeInformacao {
   }
 
   void inventario(const InventarioInformacao& inv) override {
-    if (inv.cabecalho.tipo == L18::kTipo) mes_do_inventario(inv.cabecalho);
-    try {
-      h005(inv);
-    } catch (const DataProblem& p) {
-      problemas_.anota(p);
+    if (inv.primeira) comeca_inventario(inv.cabecalho);
+    for (const LinhaInformacao& l : inv.itens) {
+      try {
+        soma_ao_inventario(l);
+      } catch (const DataProblem& p) {
+        inventario_.com_problema = true;
+        problemas_.anota(p);
+      }
     }
+    if (inv.ultima && !inventario_.com_problema) h005();
   }
 
   // After the reading: block 0's codes, then the blocks that follow C. Throws MesComProblemas
@@ -709,33 +713,41 @@ class GeradorEfd final : public LeitorDeInformacao {
 
   // ---- block H: written ahead of its turn, it waits in the writer until block C is closed
 
-  void h005(const InventarioInformacao& inv) {
-    const LinhaInformacao& h = inv.cabecalho;
-    const auto onde = [&h] { return fmt::format("Inventário da linha {} do arquivo de informações", h.numero); };
-    if (h.texto(L16::Data).empty()) throw DataProblem("inventário sem data", onde() + ": sem data");
-    struct Linha010 {
-      std::string cod, unidade;
-      std::int64_t qtd, total, unitario;
-    };
-    std::vector<Linha010> itens;  // one per item: duplicates merged
-    std::unordered_map<std::string, std::size_t> posicao;
-    std::int64_t total = 0;
-    for (const LinhaInformacao& l : inv.itens) {
-      std::string cod = chave(l.texto(L17::TipoItem), l.texto(L17::Produto));
-      item(cod, itens_do_inventario_, unidades_do_inventario_, onde);
-      unidade(l.texto(L17::Unidade), unidades_do_inventario_, onde);
-      const auto linha = [&] { return onde() + fmt::format(", linha {}", l.numero); };
-      const std::int64_t qtd = quantidade(l, L17::Quantidade, 3, "QTD", linha), valor = l.centesimos(L17::PrecoTotal);
-      total += valor;
-      const auto [it, novo] = posicao.emplace(cod, itens.size());
-      if (novo)
-        itens.push_back({std::move(cod), std::string(l.texto(L17::Unidade)), qtd, valor,
-                         quantidade(l, L17::PrecoUnitario, 6, "VL_UNIT", linha)});
-      else
-        itens[it->second].qtd += qtd, itens[it->second].total += valor;
+  void comeca_inventario(const LinhaInformacao& h) {
+    if (h.tipo == L18::kTipo) mes_do_inventario(h);
+    inventario_ = InventarioEmCurso();
+    inventario_.cabecalho = &h;
+    if (h.texto(L16::Data).empty()) {
+      inventario_.com_problema = true;
+      problemas_.anota(DataProblem("inventário sem data", onde_no_inventario() + ": sem data"));
     }
-    out_.registro("H005", {data(dia(h.data(L16::Data))), centesimos(total), texto("01")});
-    for (const auto& i : itens)
+  }
+
+  std::string onde_no_inventario() const {
+    return fmt::format("Inventário da linha {} do arquivo de informações", inventario_.cabecalho->numero);
+  }
+
+  void soma_ao_inventario(const LinhaInformacao& l) {
+    InventarioEmCurso& inv = inventario_;
+    const auto linha = [&] { return onde_no_inventario() + fmt::format(", linha {}", l.numero); };
+    std::string cod = chave(l.texto(L17::TipoItem), l.texto(L17::Produto));
+    item(cod, itens_do_inventario_, unidades_do_inventario_, linha);
+    unidade(l.texto(L17::Unidade), unidades_do_inventario_, linha);
+    const std::int64_t qtd = quantidade(l, L17::Quantidade, 3, "QTD", linha), valor = l.centesimos(L17::PrecoTotal);
+    inv.total += valor;
+    const auto [it, novo] = inv.posicao.emplace(cod, inv.itens.size());
+    if (novo)
+      inv.itens.push_back({std::move(cod), std::string(l.texto(L17::Unidade)), qtd, valor,
+                           quantidade(l, L17::PrecoUnitario, 6, "VL_UNIT", linha)});
+    else
+      inv.itens[it->second].qtd += qtd, inv.itens[it->second].total += valor;
+  }
+
+  // REQUIRES: the inventory's every line summed, none with a problem.
+  void h005() {
+    const InventarioEmCurso& inv = inventario_;
+    out_.registro("H005", {data(dia(inv.cabecalho->data(L16::Data))), centesimos(inv.total), texto("01")});
+    for (const auto& i : inv.itens)
       out_.registro("H010", {texto(i.cod), texto(i.unidade), decimal(i.qtd, 3), decimal(i.unitario, 6),
                              centesimos(i.total), texto("0"), vazio(), vazio(), vazio(), vazio()});
   }
@@ -868,6 +880,18 @@ class GeradorEfd final : public LeitorDeInformacao {
   EscritorEfd out_;
   Usados participantes_usados_, itens_usados_, unidades_usadas_;  // by block C
   Usados itens_do_inventario_, unidades_do_inventario_;           // by block H
+  // The inventory being read: H005 carries its total, so its H010 wait for its last part.
+  struct InventarioEmCurso {
+    struct Linha010 {
+      std::string cod, unidade;
+      std::int64_t qtd, total, unitario;
+    };
+    const LinhaInformacao* cabecalho = nullptr;  // line 16 or 18, valid while the parts come
+    std::vector<Linha010> itens;                 // one per item: duplicates merged
+    std::unordered_map<std::string, std::size_t> posicao;
+    std::int64_t total = 0;
+    bool com_problema = false;  // then nothing of it is written: the month is refused
+  } inventario_;
   std::unordered_set<std::string> itens_relatados_;  // items whose catalogue problems are listed
   std::string uf_;  // the company's
   std::vector<Grupo> grupos_;  // of the note being booked, reused

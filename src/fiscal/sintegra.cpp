@@ -12,7 +12,7 @@ void gerar_sintegra(TextoDeInformacao& informacao, SaidaFiscal& saida, const TPr
   if (info) info("Lendo o arquivo de informações");
   sintegra::CatalogoSintegra catalogo;
   const ContagemDeLinhas contagem = ler_informacao(informacao, catalogo, Leitura::cadastros);
-  sintegra::ConversorSintegra conversor(catalogo, contagem.notas, saida.pasta_temporaria(), info, progresso);
+  sintegra::ConversorSintegra conversor(catalogo, contagem, saida.pasta_temporaria(), info, progresso);
   ler_informacao(informacao, conversor);
   conversor.conclui();
   if (info) info("Conferindo o arquivo SINTEGRA");

@@ -85,9 +85,9 @@ const Produto* CatalogoSintegra::produto(const std::string& codigo) const {
   return it == produtos_.end() ? nullptr : &it->second;
 }
 
-ConversorSintegra::ConversorSintegra(const CatalogoSintegra& catalogo, int notas, const std::string& pasta,
+ConversorSintegra::ConversorSintegra(const CatalogoSintegra& catalogo, const ContagemDeLinhas& contagem, const std::string& pasta,
                                      const TProcLinhaInfo& info, const TProcProgresso& progresso)
-    : catalogo_(catalogo), notas_(notas), info_(info), progresso_(progresso), b10_(k10, pasta), b11_(k11, pasta),
+    : catalogo_(catalogo), contagem_(contagem), info_(info), progresso_(progresso), b10_(k10, pasta), b11_(k11, pasta),
       b50_(k50, pasta), b54_(k54, pasta), b70_(k70, pasta), b74_(k74, pasta), b75_(k75, pasta), b90_(k90, pasta) {}
 
 void ConversorSintegra::informar(const std::string& texto) const {
@@ -105,7 +105,7 @@ void ConversorSintegra::cabecalho(const CabecalhoInformacao& c) {
 }
 
 void ConversorSintegra::nota(const NotaInformacao& nota) {
-  progredir(++nota_, notas_);
+  progredir(++nota_, contagem_.notas);
   try {
     escrever_nota(nota);
   } catch (const DataProblem& p) {
@@ -123,9 +123,8 @@ void ConversorSintegra::inventario(const InventarioInformacao& inv) {
   inventarios_comecam();
   if (inv.itens.empty()) return;
   const TimeStamp data = inv.cabecalho.data(L16::Data);
-  for (std::size_t k = 0; k < inv.itens.size(); ++k) {
-    const LinhaInformacao& p = inv.itens[k];
-    progredir(static_cast<int>(k + 1), static_cast<int>(inv.itens.size()));
+  for (const LinhaInformacao& p : inv.itens) {
+    progredir(++item_de_inventario_, contagem_.itens_de_inventario);
     try {
       const std::string& produto = usar_produto(kItemProduto, p.texto(L17::Produto), p);
       b74_.novo().data(data).texto(produto).numero(p.decimal_sem_perda(L17::Quantidade, 3), 3);

@@ -44,10 +44,11 @@ class CatalogoSintegra final : public LeitorDeInformacao {
 
 class ConversorSintegra final : public LeitorDeInformacao {
  public:
-  // The catalogue and the callbacks (either may be empty) must outlive the converter; `notas`
-  // is the number of notes of the text, for the progress. Temporary files go to `pasta`.
-  ConversorSintegra(const CatalogoSintegra& catalogo, int notas, const std::string& pasta, const TProcLinhaInfo& info,
-                    const TProcProgresso& progresso);
+  // The catalogue and the callbacks (either may be empty) must outlive the converter; `contagem`
+  // is the first reading's count of notes and inventory items, for the progress. Temporary files
+  // go to `pasta`.
+  ConversorSintegra(const CatalogoSintegra& catalogo, const ContagemDeLinhas& contagem, const std::string& pasta,
+                    const TProcLinhaInfo& info, const TProcProgresso& progresso);
   ConversorSintegra(const ConversorSintegra&) = delete;
   ConversorSintegra& operator=(const ConversorSintegra&) = delete;
 
@@ -101,11 +102,12 @@ class ConversorSintegra final : public LeitorDeInformacao {
   const std::string& usar_produto(std::string_view tipo_item, std::string_view codigo, const LinhaInformacao& linha);
 
   const CatalogoSintegra& catalogo_;
-  const int notas_;
+  const ContagemDeLinhas contagem_;
   const TProcLinhaInfo& info_;
   const TProcProgresso& progresso_;
 
   int nota_ = 0;
+  int item_de_inventario_ = 0;
   bool em_inventarios_ = false;
   std::unordered_map<std::string, Produto> usados_;  // code -> its first line 06, 17 or 19
   std::unordered_set<std::string> partes_conferidas_;  // parties whose CNPJ and IE were checked

@@ -45,6 +45,7 @@ class Guardadas {
     return linhas_[n_++];
   }
   void esvazia() { n_ = 0; }
+  std::size_t quantas() const { return n_; }
   std::span<const LinhaInformacao> linhas() const { return {linhas_.data(), n_}; }
 
  private:
@@ -72,6 +73,7 @@ class Grupo {
     atual_ = 1 - atual_;
     tipo_ = tipo;
     tem_parte_ = false;
+    primeira_parte_ = true;
     filhas_.esvazia();
   }
   // Whether a line 05 or 06 belongs to the open note: the same note kind and row counter.
@@ -89,12 +91,17 @@ class Grupo {
     tem_parte_ = true;
   }
   const LinhaInformacao& filha(std::string_view bruta, int numero) { return filhas_.guarda(bruta, numero); }
+  // A line 17 or 19 of the open inventory; a full part is handed over first.
+  void item_de_inventario(std::string_view bruta, int numero, LeitorDeInformacao& leitor) {
+    if (filhas_.quantas() == InventarioInformacao::kItensPorParte) entrega_parte(leitor, false);
+    filhas_.guarda(bruta, numero);
+  }
 
   // Hands the group over, if there is one, and closes it.
   void entrega(LeitorDeInformacao& leitor) {
     if (tipo_ == Tipo::Nota)
       leitor.nota(NotaInformacao{cabecalho(), tem_parte_ ? &parte_.linha : nullptr, filhas_.linhas()});
-    if (tipo_ == Tipo::Inventario) leitor.inventario(InventarioInformacao{cabecalho(), filhas_.linhas()});
+    if (tipo_ == Tipo::Inventario) entrega_parte(leitor, true);
     tipo_ = Tipo::Nenhum;
   }
 
@@ -104,7 +111,14 @@ class Grupo {
   int atual_ = 0;
   Guardada parte_;
   bool tem_parte_ = false;
+  bool primeira_parte_ = true;  // of the open inventory: none handed over yet
   Guardadas filhas_;
+
+  void entrega_parte(LeitorDeInformacao& leitor, bool ultima) {
+    leitor.inventario(InventarioInformacao{cabecalho(), filhas_.linhas(), primeira_parte_, ultima});
+    primeira_parte_ = false;
+    filhas_.esvazia();
+  }
 };
 
 // Lines 01, 02 and 03, kept until the reading ends.
@@ -163,8 +177,9 @@ class Agrupador {
 
   void linha(std::string_view bruta, int numero) {
     const int tipo = tipo_da_linha(bruta);
+    contagem_.notas += tipo == L04::kTipo;
+    contagem_.itens_de_inventario += tipo == L17::kTipo || tipo == L19::kTipo;
     if (leitura_ == Leitura::cadastros && de_nota_ou_inventario(tipo)) {
-      contagem_.notas += tipo == L04::kTipo;
       depois_do_cabecalho(tipo, numero);
       return;
     }
@@ -173,7 +188,6 @@ class Agrupador {
       case L16::kTipo:
       case L18::kTipo:
         grupo_.prepara(bruta, numero);
-        contagem_.notas += tipo == L04::kTipo;
         depois_do_cabecalho(tipo, numero);
         grupo_.entrega(leitor_);
         grupo_.abre(tipo == L04::kTipo ? Grupo::Tipo::Nota : Grupo::Tipo::Inventario);
@@ -198,7 +212,7 @@ class Agrupador {
           depois_do_cabecalho(tipo, numero);
           falha(numero, fmt::format("linha {:02} sem a linha {:02} do seu inventário", tipo, tipo - 1));
         }
-        grupo_.filha(bruta, numero);
+        grupo_.item_de_inventario(bruta, numero, leitor_);
         break;
       default: {
         avulsa_.guarda(bruta, numero);

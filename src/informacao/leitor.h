@@ -7,6 +7,7 @@
 // 18 with the lines 17 or 19 that follow it).
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 
@@ -27,9 +28,17 @@ struct NotaInformacao {
   std::span<const LinhaInformacao> itens;  // lines 06, in order
 };
 
+// An inventory comes in parts of at most kItensPorParte lines 17 or 19, each part with the
+// inventory's header: a large company's inventory holds a hundred thousand items, and held whole
+// it would cost more than the rest of the month. An inventory without lines comes as one empty
+// part; the last part is never empty otherwise.
 struct InventarioInformacao {
+  static constexpr std::size_t kItensPorParte = 4096;
+
   const LinhaInformacao& cabecalho;        // line 16 or 18
-  std::span<const LinhaInformacao> itens;  // lines 17 or 19
+  std::span<const LinhaInformacao> itens;  // lines 17 or 19 of this part, in order
+  bool primeira;                           // the inventory's first part
+  bool ultima;                             // its last part
 };
 
 // What a converter does with each group. The lines given to a call, and the views into the
@@ -50,8 +59,9 @@ class LeitorDeInformacao {
 enum class Leitura : std::uint8_t { completa, cadastros };
 
 struct ContagemDeLinhas {
-  int linhas = 0;  // the lines of the text, empty ones included
-  int notas = 0;   // its lines 04
+  int linhas = 0;               // the lines of the text, empty ones included
+  int notas = 0;                // its lines 04
+  int itens_de_inventario = 0;  // its lines 17 and 19
 };
 
 // Reads `texto` from its first line and hands the groups to `leitor`, in the file's order.

@@ -565,7 +565,7 @@ const std::vector<Caso>& casos() {
        com_texto("info.txt", "[C00]01[/C00][C01]2[/C01][C02]01/03/2024[/C02][C03]31/03/2024[/C03][C04]N[/C04][C05]N[/C05][C06][/C06][C07][/C07][C08]A[/C08][C09]1[/C09][C10][/C10][C11][/C11][C12][/C12][C13][/C13][C14][/C14][C15][/C15][C99]15[/C99]\r\n")},
       // Every problem of the month, listed by kind; the whole list goes beside the target.
       {"converter SPED EFD de informação SINTEGRA", converter("2"), 1,
-       "5 problemas no mês; o arquivo SPED EFD ICMS/IPI não foi gravado:\n"
+       "6 problemas no mês; o arquivo SPED EFD ICMS/IPI não foi gravado:\n"
        "participante fora do cadastro (linhas 14) (2):\n"
        "  Nota 123 de compra de produtos (linha 4 do arquivo de informações): participante 2-55 não consta das linhas 14\n"
        "  Nota 4570 de venda de equipamentos (linha 20 do arquivo de informações): participante 1-33 não consta das "
@@ -575,8 +575,9 @@ const std::vector<Caso>& casos() {
        "chave de acesso inválida (1):\n"
        "  Nota 4567 de venda de produtos (linha 13 do arquivo de informações): chave de acesso '': tem 0 caracteres; a "
        "chave de acesso tem 44\n"
-       "unidade fora do cadastro (linhas 13) (1):\n"
-       "  Inventário da linha 30 do arquivo de informações: unidade 'CX' não consta das linhas 13\n"
+       "unidade fora do cadastro (linhas 13) (2):\n"
+       "  Inventário da linha 30 do arquivo de informações, linha 31: unidade 'CX' não consta das linhas 13\n"
+       "  Inventário da linha 30 do arquivo de informações, linha 32: unidade 'CX' não consta das linhas 13\n"
        "A lista completa está em '{dir}/fiscal.txt.problemas.txt'\n",
        com_texto("info.txt", infofiscal::testing::informacao_exemplo()), Requer::Nada, "",
        {"{dir}/fiscal.txt.problemas.txt"}},

@@ -32,11 +32,22 @@ struct Registro final : LeitorDeInformacao {
     grupos.push_back(s);
   }
   void cadastro(const LinhaInformacao& l) override { grupos.push_back("cadastro " + de(l)); }
+  // An inventory's parts join into one group, each part after the first marked by " |"; the
+  // size of each part and whether the flags came right are kept apart.
   void inventario(const InventarioInformacao& inv) override {
-    std::string s = "inventário " + de(inv.cabecalho);
+    if (inv.primeira) grupos.push_back("inventário " + de(inv.cabecalho));
+    std::string& s = grupos.back();
+    if (!inv.primeira) s += " |";
     for (const auto& i : inv.itens) s += " " + de(i);
-    grupos.push_back(s);
+    partes.push_back(inv.itens.size());
+    partes_em_ordem &= inv.primeira == !em_inventario && (inv.ultima || inv.itens.size() == kParte);
+    em_inventario = !inv.ultima;
   }
+
+  static constexpr std::size_t kParte = InventarioInformacao::kItensPorParte;
+  std::vector<std::size_t> partes;
+  bool partes_em_ordem = true;  // first flag on the first part only, a last part closes, the rest full
+  bool em_inventario = false;
 };
 
 std::string linha(int tipo, std::initializer_list<std::string_view> colunas) {
@@ -66,6 +77,35 @@ TEST(Leitor, GroupsTheLinesInTheFilesOrder) {
   EXPECT_EQ(r.grupos, kGruposDoMes);
   EXPECT_EQ(c.linhas, 16);
   EXPECT_EQ(c.notas, 2);
+  EXPECT_EQ(c.itens_de_inventario, 2);
+}
+
+// An inventory of a hundred thousand items is handed over in parts, never held whole: full
+// parts, then what is left, the last; one that fills its parts exactly ends with a full one.
+TEST(Leitor, ALargeInventoryComesInParts) {
+  constexpr std::size_t k = Registro::kParte;
+  const struct {
+    std::size_t linhas;
+    std::vector<std::size_t> partes;
+  } casos[] = {{0, {0}}, {1, {1}}, {k, {k}}, {k + 1, {k, 1}}, {2 * k + 5, {k, k, 5}}};
+  for (const auto& c : casos) {
+    SCOPED_TRACE(c.linhas);
+    std::string texto = kCabecalho + linha(16, {"1", "01/03/2024"}) + "\r\n";
+    for (std::size_t n = 0; n < c.linhas; ++n) texto += linha(17, {std::to_string(n)}) + "\r\n";
+    texto += linha(12, {"depois"});
+    Registro r;
+    for (const Leitura leitura : {Leitura::cadastros, Leitura::completa})
+      EXPECT_EQ(ler_informacao(texto, r, leitura).itens_de_inventario, static_cast<int>(c.linhas));
+    EXPECT_EQ(r.partes, c.partes);
+    EXPECT_TRUE(r.partes_em_ordem);
+    EXPECT_FALSE(r.em_inventario);
+    // Every item once, in order, each part's lines alive while it is handed over.
+    std::string esperado = "inventário 4:1";
+    for (std::size_t n = 0; n < c.linhas; ++n)
+      esperado += (n && n % k == 0 ? " |" : "") + fmt::format(" {}:{}", n + 5, n);
+    EXPECT_EQ(r.grupos.end()[-2], esperado);
+    EXPECT_EQ(r.grupos.back(), fmt::format("cadastro {}:depois", c.linhas + 5));
+  }
 }
 
 // The catalogue reading hands over the header and the catalogue lines alone, counts the same,
