@@ -5,8 +5,10 @@
 # Wine looks for in the folders of WINEDLLPATH. The placeholder goes beside the test programs
 # only; the installer, made from `cmake --install`, never has it.
 #
-# The test program runs with WINEDLLPATH naming that folder. Without winegcc (Debian's wine64-tools) or Firebird's headers, nothing is built, and the
-# Firebird tests skip under Wine as they would on a Windows machine without Firebird.
+# The exports are listed in a Windows module-definition file (fbclient.def), which winegcc and
+# winebuild both read. The test program runs with WINEDLLPATH naming that folder. Without
+# winegcc (Debian's wine64-tools) or Firebird's headers, nothing is built, and the Firebird tests
+# skip under Wine as they would on a Windows machine without Firebird.
 find_program(WINEGCC winegcc)
 find_program(WINEBUILD winebuild)
 find_file(FB_HOST_HEADER ibase.h PATHS /usr/include /usr/include/firebird NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
@@ -14,7 +16,7 @@ if(NOT WINEGCC OR NOT WINEBUILD OR NOT FB_HOST_HEADER)
   message(STATUS "Sem winegcc, winebuild ou o ibase.h do Linux: os testes do Firebird são pulados no Wine")
   return()
 endif()
-set(substituto_spec ${CMAKE_SOURCE_DIR}/tests/windows/fbclient.spec)
+set(substituto_exportacoes ${CMAKE_SOURCE_DIR}/tests/windows/fbclient.def)
 set(substituto_c ${CMAKE_SOURCE_DIR}/tests/windows/fbclient.c)
 set(substituto_pasta ${CMAKE_BINARY_DIR}/fbclient-substituto)
 get_filename_component(fb_host_include ${FB_HOST_HEADER} DIRECTORY)
@@ -22,9 +24,9 @@ add_custom_command(
   OUTPUT ${substituto_pasta}/fbclient.dll.so ${CMAKE_BINARY_DIR}/fbclient.dll
   COMMAND ${CMAKE_COMMAND} -E make_directory ${substituto_pasta}
   COMMAND ${WINEGCC} -m64 -shared -O2 -Wall -I${fb_host_include} -o ${substituto_pasta}/fbclient.dll
-          ${substituto_spec} ${substituto_c} -lfbclient
-  COMMAND ${WINEBUILD} -m64 --dll --fake-module -E ${substituto_spec} -F fbclient.dll -o ${CMAKE_BINARY_DIR}/fbclient.dll
-  DEPENDS ${substituto_spec} ${substituto_c}
+          ${substituto_exportacoes} ${substituto_c} -lfbclient
+  COMMAND ${WINEBUILD} -m64 --dll --fake-module -E ${substituto_exportacoes} -F fbclient.dll -o ${CMAKE_BINARY_DIR}/fbclient.dll
+  DEPENDS ${substituto_exportacoes} ${substituto_c}
   COMMENT "O substituto do cliente do Firebird para os testes no Wine"
   VERBATIM)
 add_custom_target(fbclient_substituto ALL DEPENDS ${substituto_pasta}/fbclient.dll.so ${CMAKE_BINARY_DIR}/fbclient.dll)

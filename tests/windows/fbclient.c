@@ -17,7 +17,7 @@
  *   - the variable arguments of isc_start_transaction, read in Windows' convention and passed
  *     as the array that isc_start_multiple takes.
  * Only the functions the program imports are here (x86_64-w64-mingw32-nm -u on it lists them);
- * fbclient.spec names them. */
+ * fbclient.def names them. */
 #include <limits.h>
 #include <stdarg.h>
 #include <stdlib.h>
