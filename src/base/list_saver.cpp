@@ -31,7 +31,8 @@ std::string save_text_file(const std::string& path, std::string_view text) {
 ListSaver::ListSaver(std::string path, TStringList& list, bool keep_text)
     : path_(std::move(path)), list_(list), keep_text_(keep_text) {
   // Without a thread to spare, finish writes the whole list.
-  if (writer_.started()) list_.OnBlockFull([this](std::string_view block) { writer_.add([this, block] { write(block); }); });
+  if (writer_.started())
+    list_.OnBlockFull([this](std::string_view block) { writer_.add([this, block] { write(block); }); });
 }
 
 ListSaver::~ListSaver() { list_.OnBlockFull(nullptr); }

@@ -127,17 +127,9 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo) {
   Converter(NomeArquivo, nullptr);
 }
 
-void ControleExportacao::Converte(TOBJ_ArquivoFiscal& conversor, const std::string& NomeArquivo,
-                                  const std::string* Texto) {
-  std::unique_ptr<TextoDeInformacao> informacao;
-  if (Texto)
-    informacao = std::make_unique<TextoEmMemoria>(*Texto);
-  else
-    informacao = std::make_unique<ArquivoDeInformacao>(caminho_informacao_, informacao_->saved_path());
-  if (oExportaInfoFiscal.CodTipoRegistroFiscal() == 1)
-    conversor.Exec_Sintegra(NomeArquivo, *informacao);
-  else
-    conversor.Exec_SPED_Fiscal_EFD(NomeArquivo, *informacao, TRegFiscalVersao::v1, OpcoesEFD);
+std::unique_ptr<TextoDeInformacao> ControleExportacao::AbrirInformacao(const std::string* Texto) const {
+  if (Texto) return std::make_unique<TextoEmMemoria>(*Texto);
+  return std::make_unique<ArquivoDeInformacao>(caminho_informacao_, informacao_->saved_path());
 }
 
 void ControleExportacao::Converter(const std::string& NomeArquivo, const std::string* Texto) {
@@ -149,7 +141,12 @@ void ControleExportacao::Converter(const std::string& NomeArquivo, const std::st
   conversor.Relatorio = Relatorio;
   try {
     ExigirDestinosLivres(NomeArquivo);
-    Converte(conversor, NomeArquivo, Texto);
+    // Local to the try: the saved file is closed before it is put in place or removed.
+    const std::unique_ptr<TextoDeInformacao> informacao = AbrirInformacao(Texto);
+    if (tipo == 1)
+      conversor.Exec_Sintegra(NomeArquivo, *informacao);
+    else
+      conversor.Exec_SPED_Fiscal_EFD(NomeArquivo, *informacao, TRegFiscalVersao::v1, OpcoesEFD);
   } catch (const ExecucaoCancelada&) {
     informacao_.reset();
     throw;

@@ -18,7 +18,7 @@
 
 namespace infofiscal {
 
-class TOBJ_ArquivoFiscal;
+class TextoDeInformacao;
 
 // What ends a run that was cancelled (ControleExportacao::Cancelar). It is not an Error, so that
 // the converters, which prefix an Error's message with the line it is about, let it pass as it is.
@@ -59,9 +59,9 @@ class ControleExportacao {
   // Runs the export (ACodNFeCompra / ACodNFeVenda as the orchestrator takes them) and writes
   // the information file for `base`, through a temporary file. Returns the saved text when a
   // converter follows and takes it (kind 1 or 2, SomenteInformacao and ConverteDoArquivo off),
-  // else an empty string. When none
-  // follows the file is put in place here; else it waits, complete, for SalvarArquivoFiscal_A,
-  // so that a run cancelled in the converter leaves it as it was too.
+  // else an empty string. When no converter follows the file is put in place here; else it
+  // waits, complete, for SalvarArquivoFiscal_A, so that a run cancelled in the converter leaves
+  // it as it was too.
   // Throws on the first error; an earlier information file then stays as it was.
   std::string GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda);
   // Set when no converter follows (the command's --somente-informacao): the saved text is not
@@ -116,9 +116,8 @@ class ControleExportacao {
   bool TemConversor() const;
   // SalvarArquivoFiscal_A of the text `Texto`, or of the saved file when it is null.
   void Converter(const std::string& NomeArquivo, const std::string* Texto);
-  // The converter's call; the saved file is open only within it, so that it is closed before
-  // it is put in place or removed.
-  void Converte(TOBJ_ArquivoFiscal& conversor, const std::string& NomeArquivo, const std::string* Texto);
+  // What the converter reads: `Texto`, or the saved file when it is null.
+  std::unique_ptr<TextoDeInformacao> AbrirInformacao(const std::string* Texto) const;
   void ExigirDestinosLivres(const std::string& NomeArquivo) const;
   // The front's progress report, then the cancel check.
   void Relatar(int APosicao, int AMaximo);

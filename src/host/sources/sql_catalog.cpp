@@ -57,12 +57,10 @@ ProviderQuery rewrite_placeholders(const std::string& sql, const std::string& wh
     }
   }
   // Without the blanks around the statement and its closing semicolons.
-  constexpr std::string_view blanks = " \t\r\n";
-  const auto tidy_start = [&](std::string& text) { text.erase(0, std::min(text.find_first_not_of(blanks), text.size())); };
-  const auto tidy_end = [&](std::string& text) {
-    while (!text.empty() && (text.back() == ';' || blanks.find(text.back()) != std::string_view::npos)) text.pop_back();
+  const auto tidy_end = [](std::string& text) {
+    for (trim_end(text); !text.empty() && text.back() == ';'; trim_end(text)) text.pop_back();
   };
-  for (std::string* text : {&query.sql, &query.between.front()}) tidy_start(*text);
+  for (std::string* text : {&query.sql, &query.between.front()}) trim_start(*text);
   for (std::string* text : {&query.sql, &query.between.back()}) tidy_end(*text);
   return query;
 }

@@ -3,6 +3,7 @@
 #include <libpq-fe.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cstring>
@@ -22,10 +23,19 @@ std::string upper_case(std::string_view text) {
   return out;
 }
 
+namespace {
+constexpr std::string_view kBlanks = " \t\r\n";
+}  // namespace
+
+void trim_start(std::string& text) { text.erase(0, std::min(text.find_first_not_of(kBlanks), text.size())); }
+
+void trim_end(std::string& text) { text.erase(text.find_last_not_of(kBlanks) + 1); }
+
 std::string trim(const std::string& text) {
-  const auto first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string::npos) return "";
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+  std::string trimmed = text;
+  trim_end(trimmed);
+  trim_start(trimmed);
+  return trimmed;
 }
 
 void ColumnNames::Add(std::string_view name) { by_name_.emplace(upper_case(name), count_++); }

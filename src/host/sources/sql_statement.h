@@ -35,8 +35,11 @@ struct ProviderQuery {
 // `text` with ASCII letters in upper case: column and field names compare so.
 std::string upper_case(std::string_view text);
 
-// `text` without the blanks, tabs and line breaks at its ends.
+// `text` without the blanks, tabs and line breaks at its ends; trim_start and trim_end take
+// them from one end, in place.
 std::string trim(const std::string& text);
+void trim_start(std::string& text);
+void trim_end(std::string& text);
 
 // The names of a SELECT's columns, and which column holds each declared field of a dataset
 // (by name, ignoring case; the first column of a name wins).
