@@ -128,6 +128,12 @@ std::optional<FileIdentity> file_identity(const std::string& path);
 enum class MemoryAdvice { Populate, HugePages };
 void advise_memory(const char* data, std::size_t size, MemoryAdvice advice);
 
+// Gives the pages of memory that was freed back to the system. Call it after letting go of much
+// memory made of small blocks while another thread goes on allocating: glibc's malloc keeps the
+// freed blocks for the thread that had them, so without it the process holds both. Nothing on
+// Windows, whose heap gives back freed pages by itself.
+void return_free_memory();
+
 // --- the running program -------------------------------------------------------------------
 
 // The path of the running program's executable; empty when the system does not say.

@@ -2,6 +2,9 @@
 #include "base/system.h"
 
 #include <fcntl.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <signal.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
@@ -144,6 +147,12 @@ void advise_memory(const char* data, std::size_t size, MemoryAdvice advice) {
   if (last > first)
     ::madvise(reinterpret_cast<void*>(first), last - first,
               advice == MemoryAdvice::Populate ? MADV_POPULATE_WRITE : MADV_HUGEPAGE);
+}
+
+void return_free_memory() {
+#ifdef __GLIBC__
+  ::malloc_trim(0);
+#endif
 }
 
 // --- the running program -------------------------------------------------------------------

@@ -215,6 +215,8 @@ std::optional<FileIdentity> file_identity(const std::string& path) {
 
 void advise_memory(const char*, std::size_t, MemoryAdvice) {}
 
+void return_free_memory() {}
+
 // --- the running program -------------------------------------------------------------------
 
 std::string executable_path() {

@@ -5,6 +5,7 @@
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -330,9 +331,10 @@ std::int64_t saldo_da_efd_anterior(const std::string& caminho, const LinhaInform
 // third reading of the text that block 0 would need to come first.
 class GeradorEfd final : public LeitorDeInformacao {
  public:
-  GeradorEfd(const Cadastros& cadastros, int notas, SaidaFiscal& saida, const TProcLinhaInfo& info,
+  // Takes the first reading's catalogues, which it lets go once block 0 is written.
+  GeradorEfd(Cadastros cadastros, int notas, SaidaFiscal& saida, const TProcLinhaInfo& info,
              const TProcProgresso& progresso, const OpcoesEfd& opcoes)
-      : cadastros_(cadastros), notas_(notas), info_(info), progresso_(progresso), opcoes_(opcoes), out_(saida) {}
+      : cadastros_(std::move(cadastros)), notas_(notas), info_(info), progresso_(progresso), opcoes_(opcoes), out_(saida) {}
 
   void cabecalho(const CabecalhoInformacao& c) override {
     confere_cabecalho(c);  // again: a saved file may have changed since the first reading
@@ -381,6 +383,7 @@ class GeradorEfd final : public LeitorDeInformacao {
       info(fmt::format("Números inutilizados não escriturados (a partir de {} não se escrituram): {}",
                        kAnoSemInutilizadas, inutilizados_));
     bloco_0_codigos();
+    esquece_os_codigos();
     out_.encerra('D');
     bloco_e();
     out_.encerra('K');
@@ -822,6 +825,16 @@ class GeradorEfd final : public LeitorDeInformacao {
     }
   }
 
+  // Block 0 was the last to need the catalogues and the codes used. On a large month they are
+  // the converter's largest holdings, and they go before block C is copied after block 0, which
+  // is when the validator holds the most.
+  void esquece_os_codigos() {
+    cadastros_ = Cadastros();
+    participantes_usados_ = itens_usados_ = unidades_usadas_ = itens_do_inventario_ = unidades_do_inventario_ = Usados();
+    itens_relatados_ = {};
+    return_free_memory();  // the validator's thread would not reuse it
+  }
+
   void r0150(const std::string& cod, const ParticipanteCadastrado& p) {
     out_.registro("0150", {texto(cod), texto(p.nome), texto(p.pais), texto(p.cnpj), texto(p.cpf), texto(p.ie),
                            texto(p.municipio), vazio(), texto(p.endereco), texto(p.numero), vazio(), texto(p.bairro)});
@@ -871,7 +884,7 @@ class GeradorEfd final : public LeitorDeInformacao {
     }
   }
 
-  const Cadastros& cadastros_;
+  Cadastros cadastros_;
   const int notas_;
   const TProcLinhaInfo& info_;
   const TProcProgresso& progresso_;
@@ -934,7 +947,7 @@ void gerar_efd(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLin
   ValidadorEfd validador;
   LeitorEmParalelo em_paralelo(validador);
   SaidaConferida conferida(saida, em_paralelo);
-  GeradorEfd gerador(cadastros, contagem.notas, conferida, info, progresso, opcoes);
+  GeradorEfd gerador(std::move(cadastros), contagem.notas, conferida, info, progresso, opcoes);
   ler_informacao(informacao, gerador);
   gerador.conclui();
   em_paralelo.espera();

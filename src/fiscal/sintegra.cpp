@@ -1,5 +1,7 @@
 #include "fiscal/sintegra.h"
 
+#include <utility>
+
 #include "base/error.h"
 #include "fiscal/sintegra_conversor.h"
 #include "fiscal/sintegra_validador.h"
@@ -12,9 +14,9 @@ void gerar_sintegra(TextoDeInformacao& informacao, SaidaFiscal& saida, const TPr
   if (info) info("Lendo o arquivo de informações");
   sintegra::CatalogoSintegra catalogo;
   const ContagemDeLinhas contagem = ler_informacao(informacao, catalogo, Leitura::cadastros);
-  sintegra::ConversorSintegra conversor(catalogo, contagem, saida.pasta_temporaria(), info, progresso);
+  sintegra::ConversorSintegra conversor(contagem, saida.pasta_temporaria(), info, progresso);
   ler_informacao(informacao, conversor);
-  conversor.conclui();
+  conversor.conclui(std::move(catalogo));
   if (info) info("Conferindo o arquivo SINTEGRA");
   sintegra::ValidadorSintegra validador;
   LeitorEmParalelo em_paralelo(validador);

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "base/error.h"
+#include "base/system.h"
 #include "fiscal/identidade.h"
 #include "fiscal/inscricao_estadual.h"
 #include "informacao/esquema.h"
@@ -85,9 +86,9 @@ const Produto* CatalogoSintegra::produto(const std::string& codigo) const {
   return it == produtos_.end() ? nullptr : &it->second;
 }
 
-ConversorSintegra::ConversorSintegra(const CatalogoSintegra& catalogo, const ContagemDeLinhas& contagem, const std::string& pasta,
+ConversorSintegra::ConversorSintegra(const ContagemDeLinhas& contagem, const std::string& pasta,
                                      const TProcLinhaInfo& info, const TProcProgresso& progresso)
-    : catalogo_(catalogo), contagem_(contagem), info_(info), progresso_(progresso), b10_(k10, pasta), b11_(k11, pasta),
+    : contagem_(contagem), info_(info), progresso_(progresso), b10_(k10, pasta), b11_(k11, pasta),
       b50_(k50, pasta), b54_(k54, pasta), b70_(k70, pasta), b74_(k74, pasta), b75_(k75, pasta), b90_(k90, pasta) {}
 
 void ConversorSintegra::informar(const std::string& texto) const {
@@ -136,10 +137,14 @@ void ConversorSintegra::inventario(const InventarioInformacao& inv) {
   }
 }
 
-void ConversorSintegra::conclui() {
+void ConversorSintegra::conclui(CatalogoSintegra catalogo) {
   inventarios_comecam();
   informar("Gerando registro 75");
-  escrever_produtos();
+  escrever_produtos(catalogo);
+  catalogo = {};
+  usados_ = {};
+  partes_conferidas_ = {};
+  return_free_memory();  // the validator's thread, which checks the file written next, would not reuse it
   informar("Gerando registro 90");
   escrever_totais();
   if (!problemas_.vazio()) throw MesComProblemas(std::move(problemas_), "SINTEGRA");
@@ -416,11 +421,11 @@ const std::string& ConversorSintegra::usar_produto(std::string_view tipo_item, s
   return usados_.emplace(std::move(chave), std::move(uso)).first->first;
 }
 
-void ConversorSintegra::escrever_produtos() {
+void ConversorSintegra::escrever_produtos(const CatalogoSintegra& catalogo) {
   for (const auto& [codigo, uso] : usados_) {
     // The catalogue line (description, unit, NCM), else the item line that used the code; an
     // inventory line alone does not describe its product.
-    const Produto* cadastro = catalogo_.produto(codigo);
+    const Produto* cadastro = catalogo.produto(codigo);
     const Produto* fonte = cadastro ? cadastro : uso.tipo_linha == L06::kTipo ? &uso : nullptr;
     if (!fonte) {
       problemas_.anota(DataProblem(

@@ -44,11 +44,10 @@ class CatalogoSintegra final : public LeitorDeInformacao {
 
 class ConversorSintegra final : public LeitorDeInformacao {
  public:
-  // The catalogue and the callbacks (either may be empty) must outlive the converter; `contagem`
-  // is the first reading's count of notes and inventory items, for the progress. Temporary files
-  // go to `pasta`.
-  ConversorSintegra(const CatalogoSintegra& catalogo, const ContagemDeLinhas& contagem, const std::string& pasta,
-                    const TProcLinhaInfo& info, const TProcProgresso& progresso);
+  // The callbacks (either may be empty) must outlive the converter; `contagem` is the first
+  // reading's count of notes and inventory items, for the progress. Temporary files go to `pasta`.
+  ConversorSintegra(const ContagemDeLinhas& contagem, const std::string& pasta, const TProcLinhaInfo& info,
+                    const TProcProgresso& progresso);
   ConversorSintegra(const ConversorSintegra&) = delete;
   ConversorSintegra& operator=(const ConversorSintegra&) = delete;
 
@@ -57,9 +56,11 @@ class ConversorSintegra final : public LeitorDeInformacao {
   void cabecalho(const CabecalhoInformacao& cabecalho) override;
   void nota(const NotaInformacao& nota) override;
   void inventario(const InventarioInformacao& inventario) override;
-  // After the reading: the records 75 and 90. Throws MesComProblemas listing every note,
-  // inventory item and product that could not be written.
-  void conclui();
+  // After the reading: the records 75, from `catalogo` (the first reading's), and 90. Throws
+  // MesComProblemas listing every note, inventory item and product that could not be written.
+  // The catalogue and the products used are let go here, before the file is written and
+  // checked: on a large month they are the converter's largest holdings.
+  void conclui(CatalogoSintegra catalogo);
   // Writes the file to `saida`, records in the layout's order, each followed by CR LF.
   // REQUIRES: called once, after conclui.
   void emitir(SaidaFiscal& saida);
@@ -96,12 +97,11 @@ class ConversorSintegra final : public LeitorDeInformacao {
   void escrever_itens(const NotaInformacao& nota, const Documento& doc, const std::vector<Parcela>& parcelas);
   void escrever_transporte(const Documento& doc, const std::vector<Parcela>& parcelas);
   void inventarios_comecam();
-  void escrever_produtos();
+  void escrever_produtos(const CatalogoSintegra& catalogo);
   void escrever_totais();
   // The code of an item in types 54, 74 and 75 (see kPrefixosDeItem); remembers it for 75.
   const std::string& usar_produto(std::string_view tipo_item, std::string_view codigo, const LinhaInformacao& linha);
 
-  const CatalogoSintegra& catalogo_;
   const ContagemDeLinhas contagem_;
   const TProcLinhaInfo& info_;
   const TProcProgresso& progresso_;
