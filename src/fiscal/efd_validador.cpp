@@ -444,7 +444,9 @@ class ValidadorEfd::Estado {
   }
 
   void rd100() {
-    doc_ = Documento{"D100", "D190"};
+    doc_ = Documento{};
+    doc_.reg = "D100";
+    doc_.filho = "D190";
     doc_.linha = linha_;
     doc_.ind_oper = campo(1).empty() ? 0 : campo(1)[0];
     doc_.sit = campo(5);
