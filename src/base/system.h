@@ -130,8 +130,8 @@ void advise_memory(const char* data, std::size_t size, MemoryAdvice advice);
 
 // Gives the pages of memory that was freed back to the system. Call it after letting go of much
 // memory made of small blocks while another thread goes on allocating: glibc's malloc keeps the
-// freed blocks for the thread that had them, so without it the process holds both. Nothing on
-// Windows, whose heap gives back freed pages by itself.
+// freed blocks in the arena of the thread that freed them, where the other thread does not look,
+// so without it the process holds both. Nothing on Windows, where the threads share one heap.
 void return_free_memory();
 
 // --- the running program -------------------------------------------------------------------

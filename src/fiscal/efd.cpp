@@ -832,7 +832,7 @@ class GeradorEfd final : public LeitorDeInformacao {
     cadastros_ = Cadastros();
     participantes_usados_ = itens_usados_ = unidades_usadas_ = itens_do_inventario_ = unidades_do_inventario_ = Usados();
     itens_relatados_ = {};
-    return_free_memory();  // the validator's thread would not reuse it
+    return_free_memory();
   }
 
   void r0150(const std::string& cod, const ParticipanteCadastrado& p) {

@@ -144,7 +144,7 @@ void ConversorSintegra::conclui(CatalogoSintegra catalogo) {
   catalogo = {};
   usados_ = {};
   partes_conferidas_ = {};
-  return_free_memory();  // the validator's thread, which checks the file written next, would not reuse it
+  return_free_memory();  // for the validator, whose thread checks the file written next
   informar("Gerando registro 90");
   escrever_totais();
   if (!problemas_.vazio()) throw MesComProblemas(std::move(problemas_), "SINTEGRA");
