@@ -247,6 +247,9 @@ class Cadastros final : public LeitorDeInformacao {
 struct Usados {
   std::vector<std::string> ordem;
   std::unordered_set<std::string> vistos;
+  // Of units, while the catalogues are still to come: the first uses in order, "U" and a unit
+  // named by a line, or "I" and an item whose unit only its line 12 will tell.
+  std::vector<std::string> a_resolver;
   // True when the code is new.
   bool usa(std::string_view codigo) {
     if (!vistos.emplace(codigo).second) return false;
@@ -331,10 +334,13 @@ std::int64_t saldo_da_efd_anterior(const std::string& caminho, const LinhaInform
 // third reading of the text that block 0 would need to come first.
 class GeradorEfd final : public LeitorDeInformacao {
  public:
-  // Takes the first reading's catalogues, which it lets go once block 0 is written.
-  GeradorEfd(Cadastros cadastros, int notas, SaidaFiscal& saida, const TProcLinhaInfo& info,
+  // Takes the first reading's catalogues, which it lets go once block 0 is written; or, with
+  // `cadastros_no_texto`, none: a text read once gives them after the notes, and the checks of
+  // the codes the notes use wait for the end (conclui).
+  GeradorEfd(Cadastros cadastros, bool cadastros_no_texto, int notas, SaidaFiscal& saida, const TProcLinhaInfo& info,
              const TProcProgresso& progresso, const OpcoesEfd& opcoes)
-      : cadastros_(std::move(cadastros)), notas_(notas), info_(info), progresso_(progresso), opcoes_(opcoes), out_(saida) {}
+      : cadastros_(std::move(cadastros)), adiado_(cadastros_no_texto), notas_(notas), info_(info), progresso_(progresso),
+        opcoes_(opcoes), out_(saida) {}
 
   void cabecalho(const CabecalhoInformacao& c) override {
     confere_cabecalho(c);  // again: a saved file may have changed since the first reading
@@ -354,12 +360,16 @@ class GeradorEfd final : public LeitorDeInformacao {
   }
 
   void nota(const NotaInformacao& nota) override {
-    if (progresso_) progresso_(++nota_, notas_);
+    if (progresso_ && notas_ > 0) progresso_(++nota_, notas_);
     try {
       inutilizados_ += documento(nota) ? 0 : 1;
     } catch (const DataProblem& p) {
       problemas_.anota(p);
     }
+  }
+
+  void cadastro(const LinhaInformacao& l) override {
+    if (adiado_) cadastros_.cadastro(l);
   }
 
   void inventario(const InventarioInformacao& inv) override {
@@ -379,6 +389,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   // when a note or inventory could not be booked.
   void conclui() {
     if (!problemas_.vazio()) throw MesComProblemas(std::move(problemas_), "SPED EFD ICMS/IPI");
+    if (adiado_) confere_adiados();
     if (inutilizados_)
       info(fmt::format("Números inutilizados não escriturados (a partir de {} não se escrituram): {}",
                        kAnoSemInutilizadas, inutilizados_));
@@ -462,23 +473,32 @@ class GeradorEfd final : public LeitorDeInformacao {
     return true;
   }
 
-  // The party of a note, once its catalogue problems are in the month's list.
-  const ParticipanteCadastrado& participante(const NotaInformacao& nota, const Especie& e) {
+  // The party of a note, once its catalogue problems are in the month's list; nullptr while the
+  // catalogues are still to come.
+  const ParticipanteCadastrado* participante(const NotaInformacao& nota, const Especie& e) {
     const LinhaInformacao& h = nota.cabecalho;
     if (!nota.parte) throw DataProblem("nota sem participante", descreve(h, e) + ": sem a linha 05 do participante");
     const std::string cod = chave(nota.parte->texto(L05::Papel), nota.parte->texto(L05::Codigo));
+    if (adiado_) {
+      participantes_usados_.usa(cod);
+      return nullptr;
+    }
     const ParticipanteCadastrado* p = cadastros_.participante(cod);
     if (!p)
       throw DataProblem("participante fora do cadastro (linhas 14)",
                         descreve(h, e) + fmt::format(": participante {} não consta das linhas 14", cod));
     if (participantes_usados_.usa(cod))
       for (const DataProblem& problema : p->problemas) problemas_.anota(problema);
-    return *p;
+    return p;
   }
 
   // `onde()` describes the user of the code, for the error; `usados` are the block's.
   template <class Onde>
   void item(const std::string& cod, Usados& itens, Usados& unidades, const Onde& onde) {
+    if (adiado_) {
+      if (itens.usa(cod)) unidades.a_resolver.push_back("I" + cod);
+      return;
+    }
     const ItemCadastrado* i = cadastros_.item(cod);
     if (!i) throw DataProblem("item fora do cadastro (linhas 12)", onde() + fmt::format(": item {} não consta das linhas 12", cod));
     if (itens_relatados_.insert(cod).second)
@@ -488,6 +508,10 @@ class GeradorEfd final : public LeitorDeInformacao {
 
   template <class Onde>
   void unidade(std::string_view unid, Usados& unidades, const Onde& onde) {
+    if (adiado_) {
+      if (unidades.usa(unid)) unidades.a_resolver.push_back("U" + std::string(unid));
+      return;
+    }
     if (!cadastros_.unidade(unid))
       throw DataProblem("unidade fora do cadastro (linhas 13)", onde() + fmt::format(": unidade '{}' não consta das linhas 13", unid));
     unidades.usa(unid);
@@ -603,7 +627,7 @@ class GeradorEfd final : public LeitorDeInformacao {
                const std::string& mod, const std::string& num) {
     const LinhaInformacao& h = nota.cabecalho;
     if (nota.itens.empty()) throw DataProblem("nota sem itens", descreve(h, e) + ": sem itens (linhas 06)");
-    const ParticipanteCadastrado& parte = participante(nota, e);
+    const ParticipanteCadastrado* parte = participante(nota, e);
     const bool transporte = modelo_transporte(mod);
     // Items (C170) only on third-party documents: an own NF-e's items are in its XML; D100 has none.
     const bool com_c170 = e.ind_emit == '1' && !transporte;
@@ -618,13 +642,18 @@ class GeradorEfd final : public LeitorDeInformacao {
     if (dt_doc > dt_fin_)
       throw DataProblem("nota emitida depois do período",
                         descreve(h, e) + fmt::format(": emitida em {}, depois do período", h.texto(L04::Emissao)));
-    // A CT-e's key is checked like an NF-e's; its issuer is the carrier, the note's party.
-    if (modelo_eletronico(mod) || transporte)
-      confere_chave(h.texto(L04::Chave), e.ind_emit == '0' ? uf_ : parte.uf, descreve(h, e));
+    const std::string cod_part = chave(nota.parte->texto(L05::Papel), nota.parte->texto(L05::Codigo));
+    // A CT-e's key is checked like an NF-e's; its issuer is the carrier, the note's party, whose
+    // state waits for the catalogues when they come later.
+    if (modelo_eletronico(mod) || transporte) {
+      const std::string_view chv = h.texto(L04::Chave);
+      confere_chave(chv, e.ind_emit == '0' ? uf_ : parte ? std::string_view(parte->uf) : std::string_view(), descreve(h, e));
+      if (e.ind_emit == '1' && !parte)
+        ufs_das_chaves_.emplace(cod_part, identidade::uf_do_codigo(identidade::partes_da_chave(chv).codigo_uf));
+    }
     const Dia dt_es = h.texto(L04::EntradaSaida).empty() ? 0 : dia(h.data(L04::EntradaSaida));
     // An entry or exit date outside the document's date and the period is left out (optional field).
     const Valor dt_e_s = dt_es >= dt_doc && dt_es <= dt_fin_ ? data(dt_es) : vazio();
-    const std::string cod_part = chave(nota.parte->texto(L05::Papel), nota.parte->texto(L05::Codigo));
     uso_consumo_ += t.uso_consumo;
     imobilizado_ += t.imobilizado;
     if (transporte) {
@@ -805,6 +834,44 @@ class GeradorEfd final : public LeitorDeInformacao {
                            texto(fax_contador), texto(c.texto(L03::Email)), texto(c.texto(L03::IbgeCidade))});
   }
 
+  // The checks of the codes used that waited for the catalogues. Any of them failing ends the
+  // run with an Error that asks for the text again: read with its catalogues first, the month
+  // gives each problem with the note or line at fault, as the month's list wants it.
+  void confere_adiados() {
+    bool ok = true;
+    for (const std::string& cod : participantes_usados_.ordem) {
+      const ParticipanteCadastrado* p = cadastros_.participante(cod);
+      ok = ok && p && p->problemas.empty();
+    }
+    for (const auto& [cod, uf] : ufs_das_chaves_) {
+      const ParticipanteCadastrado* p = cadastros_.participante(cod);
+      ok = ok && (p->uf.empty() || p->uf == uf);
+    }
+    for (const Usados* itens : {&itens_usados_, &itens_do_inventario_})
+      for (const std::string& cod : itens->ordem) {
+        const ItemCadastrado* i = cadastros_.item(cod);
+        ok = ok && i && i->problemas.empty();
+      }
+    ok = ok && resolve_unidades(unidades_usadas_) && resolve_unidades(unidades_do_inventario_);
+    if (!ok)
+      throw Error("SPED EFD ICMS/IPI: um código usado pelas notas falta nos cadastros ou tem problemas; "
+                  "a conversão precisa ler o arquivo de informações de novo");
+  }
+
+  // The units in the order of first use, each item's in its place; false when one of them is
+  // not in the catalogue. REQUIRES: every item used is.
+  bool resolve_unidades(Usados& unidades) const {
+    Usados resolvidas;
+    for (const std::string& uso : unidades.a_resolver) {
+      const std::string_view unid =
+          uso.front() == 'I' ? std::string_view(cadastros_.item(uso.substr(1))->unidade) : std::string_view(uso).substr(1);
+      if (!cadastros_.unidade(unid)) return false;
+      resolvidas.usa(unid);
+    }
+    unidades = std::move(resolvidas);
+    return true;
+  }
+
   // The codes of block C in the order of their first use, then those that only block H uses.
   static std::vector<std::string> em_ordem(const Usados& c, const Usados& h) {
     std::vector<std::string> ordem = c.ordem;
@@ -832,6 +899,7 @@ class GeradorEfd final : public LeitorDeInformacao {
     cadastros_ = Cadastros();
     participantes_usados_ = itens_usados_ = unidades_usadas_ = itens_do_inventario_ = unidades_do_inventario_ = Usados();
     itens_relatados_ = {};
+    ufs_das_chaves_ = {};
     return_free_memory();
   }
 
@@ -885,6 +953,7 @@ class GeradorEfd final : public LeitorDeInformacao {
   }
 
   Cadastros cadastros_;
+  const bool adiado_;  // the catalogues come with the text, after the notes
   const int notas_;
   const TProcLinhaInfo& info_;
   const TProcProgresso& progresso_;
@@ -906,6 +975,8 @@ class GeradorEfd final : public LeitorDeInformacao {
     bool com_problema = false;  // then nothing of it is written: the month is refused
   } inventario_;
   std::unordered_set<std::string> itens_relatados_;  // items whose catalogue problems are listed
+  // Parties and the state of their notes' keys, to compare once the catalogues have come.
+  std::set<std::pair<std::string, std::string_view>> ufs_das_chaves_;
   std::string uf_;  // the company's
   std::vector<Grupo> grupos_;  // of the note being booked, reused
   ProblemasDoMes problemas_;
@@ -943,11 +1014,12 @@ std::string recusa(const std::vector<std::string>& achados, SaidaFiscal& saida) 
 void gerar_efd(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLinhaInfo& info,
                const TProcProgresso& progresso, const OpcoesEfd& opcoes) {
   Cadastros cadastros;
-  const ContagemDeLinhas contagem = ler_informacao(informacao, cadastros, Leitura::cadastros);
+  const bool uma_vez = informacao.uma_vez();
+  const ContagemDeLinhas contagem = uma_vez ? ContagemDeLinhas{} : ler_informacao(informacao, cadastros, Leitura::cadastros);
   ValidadorEfd validador;
   LeitorEmParalelo em_paralelo(validador);
   SaidaConferida conferida(saida, em_paralelo);
-  GeradorEfd gerador(std::move(cadastros), contagem.notas, conferida, info, progresso, opcoes);
+  GeradorEfd gerador(std::move(cadastros), uma_vez, contagem.notas, conferida, info, progresso, opcoes);
   ler_informacao(informacao, gerador);
   gerador.conclui();
   em_paralelo.espera();

@@ -9,13 +9,39 @@
 
 namespace infofiscal {
 
+namespace {
+
+// A text read once: the notes to the converter and, as they come, the catalogue lines, which
+// the converter needs only at the end. The converter gets no counts, for the progress.
+class LeituraUnica final : public LeitorDeInformacao {
+ public:
+  LeituraUnica(sintegra::ConversorSintegra& conversor, sintegra::CatalogoSintegra& catalogo)
+      : conversor_(conversor), catalogo_(catalogo) {}
+  void cabecalho(const CabecalhoInformacao& c) override { conversor_.cabecalho(c); }
+  void nota(const NotaInformacao& n) override { conversor_.nota(n); }
+  void cadastro(const LinhaInformacao& l) override { catalogo_.cadastro(l); }
+  void inventario(const InventarioInformacao& i) override { conversor_.inventario(i); }
+
+ private:
+  sintegra::ConversorSintegra& conversor_;
+  sintegra::CatalogoSintegra& catalogo_;
+};
+
+}  // namespace
+
 void gerar_sintegra(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLinhaInfo& info,
                     const TProcProgresso& progresso) {
   if (info) info("Lendo o arquivo de informações");
   sintegra::CatalogoSintegra catalogo;
-  const ContagemDeLinhas contagem = ler_informacao(informacao, catalogo, Leitura::cadastros);
+  const bool uma_vez = informacao.uma_vez();
+  const ContagemDeLinhas contagem = uma_vez ? ContagemDeLinhas{} : ler_informacao(informacao, catalogo, Leitura::cadastros);
   sintegra::ConversorSintegra conversor(contagem, saida.pasta_temporaria(), info, progresso);
-  ler_informacao(informacao, conversor);
+  if (uma_vez) {
+    LeituraUnica leitura(conversor, catalogo);
+    ler_informacao(informacao, leitura);
+  } else {
+    ler_informacao(informacao, conversor);
+  }
   conversor.conclui(std::move(catalogo));
   if (info) info("Conferindo o arquivo SINTEGRA");
   sintegra::ValidadorSintegra validador;

@@ -14,7 +14,9 @@ namespace infofiscal {
 // Writes the SINTEGRA file of the information text into `saida`, checked by the validator as
 // it goes. Throws Error naming the information line or note at fault, or "O arquivo SINTEGRA
 // gerado não passou na conferência:" with the findings; `saida` then holds a refused file,
-// which the caller must not keep. The text is read twice (the catalogue, then the rest).
+// which the caller must not keep. The text is read twice (the catalogue, then the rest), or
+// once when it can only be (the catalogue is needed only at the end: the counts for the
+// progress are what that reading lacks).
 void gerar_sintegra(TextoDeInformacao& informacao, SaidaFiscal& saida, const TProcLinhaInfo& info,
                     const TProcProgresso& progresso);
 // The same from a text in memory into memory, for tests and benchmarks.

@@ -96,7 +96,7 @@ void ConversorSintegra::informar(const std::string& texto) const {
 }
 
 void ConversorSintegra::progredir(int posicao, int maximo) const {
-  if (progresso_) progresso_(posicao, maximo);
+  if (progresso_ && maximo > 0) progresso_(posicao, maximo);  // a single reading has no counts
 }
 
 void ConversorSintegra::cabecalho(const CabecalhoInformacao& c) {

@@ -253,7 +253,7 @@ class Agrupador {
 }  // namespace
 
 ContagemDeLinhas ler_informacao(TextoDeInformacao& texto, LeitorDeInformacao& leitor, Leitura leitura) {
-  texto.reinicia();
+  if (!texto.uma_vez()) texto.reinicia();  // one read once is at its first line
   Agrupador agrupador(leitor, leitura);
   int numero = 0;
   for (std::string_view bruta; texto.proxima(bruta);)

@@ -64,7 +64,8 @@ struct ContagemDeLinhas {
   int itens_de_inventario = 0;  // its lines 17 and 19
 };
 
-// Reads `texto` from its first line and hands the groups to `leitor`, in the file's order.
+// Reads `texto` from its first line (REQUIRES: a text read once is read here for the first
+// time) and hands the groups to `leitor`, in the file's order.
 // Throws Error "Linha N do arquivo de informações: ..." for a line that is not a register line,
 // a line type the file never holds, a second line 01, 02 or 03, one after the header, any other
 // line before lines 01 and 02, a line 05 or 06 outside its note, a line 17 or 19 outside its

@@ -79,10 +79,9 @@ void ArquivoDeInformacao::falha(int erro) const {
 
 void ArquivoDeInformacao::reinicia() {
   lido_ = 0;
-  texto_.clear();
   incompleto_.clear();
-  pos_ = 0;
   fim_ = false;
+  esquece();
 }
 
 void ArquivoDeInformacao::decide(std::string_view pedaco) {
@@ -93,7 +92,7 @@ void ArquivoDeInformacao::decide(std::string_view pedaco) {
   codificacao_ = validos == pedaco.size() || incompleto ? Codificacao::utf8 : Codificacao::windows1252;
 }
 
-void ArquivoDeInformacao::anexa_utf8(std::string_view pedaco) {
+void ArquivoDeInformacao::anexa_utf8(std::string_view pedaco, std::string& texto) {
   incompleto_.append(pedaco);
   bool incompleto = false;
   const std::size_t validos = utf8_valido(incompleto_, incompleto);
@@ -102,34 +101,36 @@ void ArquivoDeInformacao::anexa_utf8(std::string_view pedaco) {
                             "grava, mas o byte {} (0x{:02X}) não é UTF-8: grave o arquivo numa só codificação",
                             caminho_, lido_ - incompleto_.size() + validos + 1,
                             static_cast<unsigned char>(incompleto_[validos])));
-  texto_.append(incompleto_, 0, validos);
+  texto.append(incompleto_, 0, validos);
   incompleto_.erase(0, validos);
 }
 
-bool ArquivoDeInformacao::le_mais() {
+bool ArquivoDeInformacao::mais(std::string& texto) {
   if (fim_) return false;
   bruto_.resize(kPedaco);
   std::size_t n = 0;
   if (const int erro = arquivo_.read_at(lido_, bruto_.data(), bruto_.size(), n)) falha(erro);
   if (n == 0) {
     fim_ = true;
-    if (!incompleto_.empty()) anexa_utf8({});  // a character cut off by the end of the file
+    if (!incompleto_.empty()) anexa_utf8({}, texto);  // a character cut off by the end of the file
     return false;
   }
   lido_ += n;
-  // What was handed out goes; the line begun stays, at the front.
-  texto_.erase(0, pos_);
-  pos_ = 0;
   const std::string_view pedaco = std::string_view(bruto_).substr(0, n);
   if (codificacao_ == Codificacao::indefinida) decide(pedaco);
   if (codificacao_ == Codificacao::utf8)
-    anexa_utf8(pedaco);
+    anexa_utf8(pedaco, texto);
   else
-    utf8_.append(pedaco, texto_);
+    utf8_.append(pedaco, texto);
   return true;
 }
 
-bool ArquivoDeInformacao::proxima(std::string_view& linha) {
+void TextoEmPedacos::esquece() {
+  texto_.clear();
+  pos_ = 0;
+}
+
+bool TextoEmPedacos::proxima(std::string_view& linha) {
   std::size_t procura = pos_;  // where the LF may be: what was searched before holds none
   for (;;) {
     const std::size_t lf = texto_.find('\n', procura);
@@ -138,13 +139,67 @@ bool ArquivoDeInformacao::proxima(std::string_view& linha) {
       pos_ = lf + 1;
       return true;
     }
-    const std::size_t lidos = texto_.size() - pos_;
-    if (!le_mais()) break;
-    procura = lidos;  // le_mais moved the line begun to the front
+    // What was handed out goes; the line begun stays, at the front.
+    texto_.erase(0, pos_);
+    pos_ = 0;
+    procura = texto_.size();
+    if (!mais(texto_)) break;
   }
   if (pos_ >= texto_.size()) return false;
   linha = linha_ate(texto_, pos_, texto_.size());
   pos_ = texto_.size();
+  return true;
+}
+
+const char* TextoInterrompido::what() const noexcept { return "A gravação do arquivo de informações foi interrompida"; }
+
+void TextoEmFila::entrega(std::string_view pedaco) {
+  std::unique_lock trava(mutex_);
+  mudou_.wait(trava, [&] { return pedacos_.size() < kEsperando || estado_ != Estado::aberto; });
+  if (estado_ != Estado::aberto) return;
+  pedacos_.emplace_back(pedaco);
+  mudou_.notify_all();
+}
+
+void TextoEmFila::termina() {
+  std::lock_guard trava(mutex_);
+  if (estado_ == Estado::aberto) estado_ = Estado::completo;
+  mudou_.notify_all();
+}
+
+void TextoEmFila::abandona() {
+  std::lock_guard trava(mutex_);
+  if (estado_ != Estado::sem_leitor) estado_ = Estado::abandonado;
+  mudou_.notify_all();
+}
+
+void TextoEmFila::desiste() {
+  std::lock_guard trava(mutex_);
+  estado_ = Estado::sem_leitor;
+  pedacos_.clear();
+  mudou_.notify_all();
+}
+
+std::uint64_t TextoEmFila::lidos() {
+  const std::lock_guard trava(mutex_);
+  return lidos_;
+}
+
+void TextoEmFila::reinicia() { throw Error("O arquivo de informações em gravação só pode ser lido uma vez"); }
+
+bool TextoEmFila::mais(std::string& texto) {
+  std::string pedaco;
+  {
+    std::unique_lock trava(mutex_);
+    mudou_.wait(trava, [&] { return !pedacos_.empty() || estado_ != Estado::aberto; });
+    if (estado_ == Estado::abandonado || estado_ == Estado::sem_leitor) throw TextoInterrompido();
+    if (pedacos_.empty()) return false;  // complete, and all of it read
+    pedaco = std::move(pedacos_.front());
+    pedacos_.pop_front();
+    lidos_ += pedaco.size();
+    mudou_.notify_all();
+  }
+  utf8_.append(pedaco, texto);
   return true;
 }
 

@@ -5,6 +5,8 @@
 
 #include "fiscal/efd_informacao.h"
 #include "fiscal/efd_validador.h"
+#include "fiscal/lido_uma_vez.h"
+#include "fiscal/saida.h"
 #include "fiscal/problemas.h"
 #include "base/error.h"
 #include "support/cli.h"
@@ -325,6 +327,44 @@ TEST(EfdGerar, ListsEveryProblemOfTheMonth) {
               "código com caractere não numérico (1):\n"
               "  Nota 456 de venda de produtos (linha 9 do arquivo de informações): item 1, CST_ICMS '0O': caractere "
               "'O' na posição 2 não permitido: o código é numérico\n");
+  }
+}
+
+// Read once, as the export hands it over, the text brings the catalogues after the notes: a
+// month whose codes are all in them gives the same file (block 0 in the same order, an item's
+// unit in the place of its first use), and one with any problem of a code asks for the text
+// again, which, read with its catalogues first, lists each problem with its note.
+TEST(EfdGerar, ATextReadOnceGivesTheSameFileOrAsksForTheText) {
+  const auto uma_vez = [](const std::string& info) {
+    SaidaEmMemoria saida;
+    gerar_efd(*lido_uma_vez(info), saida, nullptr, nullptr);
+    return saida.bytes();
+  };
+  const std::string mesmo_arquivo[] = {
+      marco_2024(),
+      l01("01/02/2024", "29/02/2024") + l02_l03() + l16("7", "31/01/2024", "30,00") +
+          l17_l19(17, "7", "16", "3,00", "10,00", "30,00", "KG") + cadastros(),
+  };
+  for (const std::string& info : mesmo_arquivo) EXPECT_EQ(uma_vez(info), gera(info)) << info;
+  EXPECT_THAT(uma_vez(mesmo_arquivo[1]), HasSubstr("|0190|CX|CAIXA|\r\n|0190|KG|QUILO|\r\n"));
+  const std::string com_problema[] = {
+      troca(marco_2024(), "11.444.777/0001-61", "11.444.777/0001-62"),  // a party's CNPJ
+      troca(marco_2024(), "[C02]15[/C02][C03]FORNECEDOR", "[C02]17[/C02][C03]FORNECEDOR"),  // a party not listed
+      troca(marco_2024(), compra(), compra("99")),                                  // an item not listed
+      troca(marco_2024(), "[C02]UN[/C02][C03]UNIDADE", "[C02]UX[/C02][C03]UNIDADE"),  // a unit not listed
+      troca(marco_2024(), kChaveCompra, "31240311444777000161550010000001231000001236"),  // a key of MG from SP
+  };
+  for (const std::string& info : com_problema) {
+    EXPECT_THROW(gera(info), MesComProblemas) << info;
+    try {
+      uma_vez(info);
+      ADD_FAILURE() << info;
+    } catch (const MesComProblemas&) {
+      ADD_FAILURE() << info;
+    } catch (const Error& e) {
+      EXPECT_STREQ(e.what(), "SPED EFD ICMS/IPI: um código usado pelas notas falta nos cadastros ou tem problemas; "
+                             "a conversão precisa ler o arquivo de informações de novo");
+    }
   }
 }
 

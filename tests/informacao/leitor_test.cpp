@@ -1,5 +1,7 @@
 // The reader of the information file: lines grouped into header, notes, catalogue lines and
 // inventories, in the file's order; the catalogue reading; the saved file read a piece at a time.
+#include <thread>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -186,6 +188,58 @@ TEST(Leitor, TheSavedFileReadsAsItsText) {
     }
     EXPECT_EQ(do_arquivo.grupos.back(), "cadastro 18004:Óleo");
   }
+}
+
+// The saved bytes handed over by another thread while they are written, in pieces cut anywhere
+// (inside a line, right after a CR), read as the text does; the reading waits for the pieces.
+TEST(Leitor, TheTextHandedOverWhileWrittenReadsAsItsText) {
+  std::string texto = linha(1, {"Razão"}) + "\r\n" + linha(2, {"São Paulo"}) + "\r\n" + linha(3, {}) + "\r\n";
+  for (int n = 1; n <= 500; ++n)
+    texto += linha(4, {"2", std::to_string(n)}) + "\r\n" + linha(6, {"2", std::to_string(n), "Porca Ø"}) + "\r\n";
+  texto += linha(12, {"Óleo"});
+  Registro em_memoria;
+  ler_informacao(texto, em_memoria);
+  const std::string bytes = utf8_to_windows1252(texto);
+  for (const std::size_t tamanho : {std::size_t{1}, std::size_t{7}, std::size_t{4096}, bytes.size()}) {
+    SCOPED_TRACE(tamanho);
+    TextoEmFila fila;
+    std::thread escritor([&] {
+      for (std::size_t at = 0; at < bytes.size(); at += tamanho) fila.entrega(std::string_view(bytes).substr(at, tamanho));
+      fila.termina();
+    });
+    Registro lido;
+    const ContagemDeLinhas c = ler_informacao(fila, lido);
+    escritor.join();
+    EXPECT_EQ(c.notas, 500);
+    EXPECT_EQ(lido.grupos, em_memoria.grupos);
+  }
+}
+
+// A text whose writer gives up ends the reading with TextoInterrompido, not an Error (the writer
+// says why); a reader that gives up never keeps the writer waiting; the text is read once.
+TEST(Leitor, TheTextHandedOverEndsWithEitherSideGivingUp) {
+  const std::string inicio = linha(1, {}) + "\r\n" + linha(2, {}) + "\r\n" + linha(3, {}) + "\r\n";
+  {
+    TextoEmFila fila;
+    fila.entrega(inicio);
+    fila.abandona();
+    Registro r;
+    EXPECT_THROW(ler_informacao(fila, r), TextoInterrompido);
+  }
+  {
+    TextoEmFila fila;
+    fila.desiste();
+    for (std::size_t n = 0; n < 4 * TextoEmFila::kEsperando; ++n) fila.entrega(inicio);  // would wait if kept
+    fila.termina();
+    std::string_view l;
+    EXPECT_THROW(fila.proxima(l), TextoInterrompido);
+  }
+  TextoEmFila fila;
+  fila.entrega(inicio);
+  fila.termina();
+  Registro r;
+  ler_informacao(fila, r);
+  EXPECT_THROW(fila.reinicia(), Error);
 }
 
 // A file in UTF-8 that holds a Windows-1252 byte further on (two files pasted together) is
