@@ -28,8 +28,9 @@ std::string save_text_file(const std::string& path, std::string_view text) {
   return windows1252_to_utf8(bytes);
 }
 
-ListSaver::ListSaver(std::string path, TStringList& list, bool keep_text)
-    : path_(std::move(path)), list_(list), keep_text_(keep_text) {
+ListSaver::ListSaver(std::string path, TStringList& list, bool keep_text,
+                     std::function<void(std::string_view)> on_bytes)
+    : path_(std::move(path)), list_(list), keep_text_(keep_text), on_bytes_(std::move(on_bytes)) {
   // Without a thread to spare, finish writes the whole list.
   if (writer_.started())
     list_.OnBlockFull([this](std::string_view block) { writer_.add([this, block] { write(block); }); });
@@ -55,6 +56,7 @@ void ListSaver::write_bytes() {
   file_->write(bytes_);
   lines_ += static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n'));
   if (keep_text_) saved_ += windows1252_to_utf8(bytes_);
+  if (on_bytes_ && !bytes_.empty()) on_bytes_(bytes_);
   bytes_.clear();
 }
 

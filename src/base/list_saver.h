@@ -2,6 +2,7 @@
 // Windows-1252, CR LF), written atomically, while the run still fills the list.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,8 +28,11 @@ std::string save_text_file(const std::string& path, std::string_view text);
 // file as it was and no temporary.
 class ListSaver {
  public:
-  // With `keep_text`, commit returns the saved text (the converter needs it).
-  ListSaver(std::string path, TStringList& list, bool keep_text);
+  // With `keep_text`, finish returns the saved text (the converter needs it). `on_bytes`, when
+  // set, is handed each piece of the saved bytes as it is written, in order, on the thread that
+  // writes it (a reader of the file while it is written); its views live until it returns.
+  ListSaver(std::string path, TStringList& list, bool keep_text,
+            std::function<void(std::string_view)> on_bytes = nullptr);
   ~ListSaver();
   ListSaver(const ListSaver&) = delete;
   ListSaver& operator=(const ListSaver&) = delete;
@@ -52,6 +56,7 @@ class ListSaver {
   std::string path_;
   TStringList& list_;
   bool keep_text_;
+  std::function<void(std::string_view)> on_bytes_;
   std::unique_ptr<AtomicFile> file_;
   TextEncoder encoder_;
   std::string bytes_, saved_;

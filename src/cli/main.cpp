@@ -135,6 +135,7 @@ int exportar(const OpcoesExportar& o) {
     for (const std::string& a : avisos_do_registro(*fonte, o)) aviso(a);
     std::string nome = o.arquivo_fiscal;
     if (converte(o) && nome.empty()) nome = nome_sugerido_conferido(*fonte, o);
+    if (converte(o)) controle.NomeAntecipado = nome;
     controle.GerarInformacao(o.base, o.compra, o.venda);
     barra.Limpar();
     for (const std::string& a : avisos_dos_filtros(controle.oExportaInfoFiscal, o)) aviso(a);

@@ -1,6 +1,11 @@
 #include "export/controle_exportacao.h"
 
+#include <chrono>
+#include <condition_variable>
 #include <filesystem>
+#include <functional>
+#include <mutex>
+#include <thread>
 
 #include <fmt/format.h>
 
@@ -53,6 +58,107 @@ std::vector<std::string> resumo_dos_gravados(const std::vector<ArquivoGravado>& 
 
 const char* ExecucaoCancelada::what() const noexcept { return "Execução cancelada: nenhum arquivo foi alterado"; }
 
+// The conversion that runs beside the export (NomeAntecipado): the converter reads the saved
+// bytes as the saver writes them, on a thread of its own. What it says waits here for the front,
+// which is called from its own thread alone.
+class ControleExportacao::ConversaoAntecipada {
+ public:
+  ConversaoAntecipada(ControleExportacao& controle, std::string nome) : controle_(controle), nome_(std::move(nome)) {
+    conversor_.Relatorio = controle.Relatorio;
+    conversor_.Tentativa = true;
+    conversor_.LinhaInfo = [this](const std::string& linha) {
+      const std::lock_guard trava(mutex_);
+      linhas_.push_back(linha);
+      mudou_.notify_all();
+    };
+    // The text read once gives no counts: the progress is that of its reading (espera).
+    conversor_.Progresso = [this](int, int) {
+      if (controle_.cancelado_) throw ExecucaoCancelada();
+    };
+    // The front may cancel until the files are put in place; a cancel after it comes too late.
+    conversor_.AntesDeGravar = [this] {
+      if (controle_.cancelado_) throw ExecucaoCancelada();
+    };
+    thread_ = std::thread([this, tipo = controle.oExportaInfoFiscal.CodTipoRegistroFiscal(),
+                           opcoes = controle.OpcoesEFD] { converte(tipo, opcoes); });
+  }
+  // A conversion still running is stopped: its text will not be complete.
+  ~ConversaoAntecipada() {
+    texto_.abandona();
+    thread_.join();
+  }
+  ConversaoAntecipada(const ConversaoAntecipada&) = delete;
+  ConversaoAntecipada& operator=(const ConversaoAntecipada&) = delete;
+
+  const std::string& nome() const { return nome_; }
+  // The saver's side: a piece of the saved bytes, then, once the file is complete, the end.
+  void entrega(std::string_view bytes) {
+    entregues_ += bytes.size();
+    texto_.entrega(bytes);
+  }
+  void termina() { texto_.termina(); }
+
+  // Waits for the end of the conversion. Meanwhile the front hears the converter's lines, those
+  // said during the export first, and sees the text read (in KiB, which an int holds for any
+  // month); it may cancel. Returns the conversion's failure, if any. REQUIRES: termina().
+  std::exception_ptr espera() {
+    const int total = static_cast<int>(entregues_ / 1024) + 1;
+    for (;;) {
+      std::vector<std::string> novas;
+      bool fim = false;
+      {
+        std::unique_lock trava(mutex_);
+        mudou_.wait_for(trava, std::chrono::milliseconds(50), [&] { return fim_ || ditas_ < linhas_.size(); });
+        novas.assign(linhas_.begin() + static_cast<std::ptrdiff_t>(ditas_), linhas_.end());
+        ditas_ = linhas_.size();
+        fim = fim_;
+      }
+      if (controle_.LinhaInfo)
+        for (const std::string& linha : novas) controle_.LinhaInfo(linha);
+      if (controle_.Progresso) controle_.Progresso(fim ? total : static_cast<int>(texto_.lidos() / 1024), total);
+      if (fim) return falha_;
+    }
+  }
+  const TOBJ_ArquivoFiscal& conversor() const { return conversor_; }
+  // The converter's lines, all said to the front. REQUIRES: espera() returned.
+  const std::vector<std::string>& linhas() const { return linhas_; }
+
+ private:
+  void converte(TRegistroFiscal tipo, const OpcoesEfd& opcoes) {
+    std::exception_ptr falha;
+    try {
+      if (tipo == 1)
+        conversor_.Exec_Sintegra(nome_, texto_);
+      else
+        conversor_.Exec_SPED_Fiscal_EFD(nome_, texto_, TRegFiscalVersao::v1, opcoes);
+    } catch (...) {
+      falha = std::current_exception();
+    }
+    texto_.desiste();
+    const std::lock_guard trava(mutex_);
+    falha_ = falha;
+    fim_ = true;
+    mudou_.notify_all();
+  }
+
+  ControleExportacao& controle_;
+  const std::string nome_;
+  TOBJ_ArquivoFiscal conversor_;
+  TextoEmFila texto_;
+  std::mutex mutex_;
+  std::condition_variable mudou_;
+  std::vector<std::string> linhas_;  // the converter's, in order
+  std::size_t ditas_ = 0;             // of them, those the front has heard
+  std::uint64_t entregues_ = 0;       // bytes handed over, by the saver's threads in turn
+  bool fim_ = false;
+  std::exception_ptr falha_;
+  std::thread thread_;  // last: started once everything it uses exists
+};
+
+ControleExportacao::ControleExportacao(TDTM_ConexaoDS& conexao) : oExportaInfoFiscal(conexao), conexao_(conexao) {}
+
+ControleExportacao::~ControleExportacao() = default;
+
 std::string ControleExportacao::NomeSugerido(TRegistroFiscal tipo, int mes, int ano) {
   const char* prefixo = tipo == 1 ? "SINTEGRA_" : tipo == 2 ? "SPED_FISCAL_EFD_" : tipo == 3 ? "SPED_FISCAL_EFD_CTB_" : nullptr;
   if (prefixo == nullptr) return {};
@@ -89,10 +195,21 @@ void ControleExportacao::Relatar(int APosicao, int AMaximo) {
   if (cancelado_) throw ExecucaoCancelada();
 }
 
+void ControleExportacao::Antecipar(bool converte) {
+  if (!converte || !ConverteDoArquivo || NomeAntecipado.empty()) return;
+  try {
+    ExigirDestinosLivres(NomeAntecipado);
+  } catch (const Error&) {
+    return;  // said, as it would be without a name known, after the export
+  }
+  antecipada_ = std::make_unique<ConversaoAntecipada>(*this, NomeAntecipado);
+}
+
 std::string ControleExportacao::GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda) {
   cancelado_ = false;
   gravados_.clear();
   relatorio_gravado_.clear();
+  antecipada_.reset();
   informacao_.reset();
   oExportaInfoFiscal.PROC_LinhaInfo_B(LinhaInfo);
   oExportaInfoFiscal.PROC_Progresso_B([this](int APosicao, int AMaximo) { Relatar(APosicao, AMaximo); });
@@ -100,12 +217,21 @@ std::string ControleExportacao::GerarInformacao(const std::string& base, int ACo
   // converter takes the text.
   const bool converte = !SomenteInformacao && TemConversor();
   // The file is written while the run fills the list; a run that fails leaves no file.
-  const std::string caminho = CaminhoInformacao(base);
-  auto gravacao = std::make_unique<ListSaver>(caminho, oExportaInfoFiscal.oArquivo, converte && !ConverteDoArquivo);
-  oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
-  std::string texto = gravacao->finish();
+  caminho_informacao_ = CaminhoInformacao(base);
+  Antecipar(converte);
+  std::function<void(std::string_view)> entrega;
+  if (antecipada_) entrega = [a = antecipada_.get()](std::string_view bytes) { a->entrega(bytes); };
+  auto gravacao = std::make_unique<ListSaver>(caminho_informacao_, oExportaInfoFiscal.oArquivo,
+                                              converte && !ConverteDoArquivo, std::move(entrega));
+  std::string texto;
+  try {
+    oExportaInfoFiscal.Executar(ACodNFeCompra, ACodNFeVenda);
+    texto = gravacao->finish();
+  } catch (...) {
+    antecipada_.reset();  // before the saver, which may wait for it to take a piece
+    throw;
+  }
   informacao_ = std::move(gravacao);
-  caminho_informacao_ = caminho;
   if (!converte) ConfirmarInformacao();
   return texto;
 }
@@ -124,7 +250,30 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, c
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo) {
   if (!informacao_) return;  // no converter follows: the file is already in place
+  if (antecipada_ && antecipada_->nome() == NomeArquivo) return ConcluirAntecipada(NomeArquivo);
+  antecipada_.reset();
   Converter(NomeArquivo, nullptr);
+}
+
+void ControleExportacao::ConcluirAntecipada(const std::string& NomeArquivo) {
+  antecipada_->termina();
+  const std::exception_ptr falha = antecipada_->espera();
+  if (!falha) {
+    Concluir(NomeArquivo, antecipada_->conversor());
+    antecipada_.reset();
+    return;
+  }
+  std::vector<std::string> ditas = antecipada_->linhas();
+  antecipada_.reset();
+  try {
+    std::rethrow_exception(falha);
+  } catch (const ExecucaoCancelada&) {
+    informacao_.reset();
+    throw;
+  } catch (...) {
+    // What failed is said by the conversion from the saved file, exactly as without the name.
+  }
+  Converter(NomeArquivo, nullptr, std::move(ditas));
 }
 
 std::unique_ptr<TextoDeInformacao> ControleExportacao::AbrirInformacao(const std::string* Texto) const {
@@ -132,11 +281,21 @@ std::unique_ptr<TextoDeInformacao> ControleExportacao::AbrirInformacao(const std
   return std::make_unique<ArquivoDeInformacao>(caminho_informacao_, informacao_->saved_path());
 }
 
-void ControleExportacao::Converter(const std::string& NomeArquivo, const std::string* Texto) {
+void ControleExportacao::Converter(const std::string& NomeArquivo, const std::string* Texto,
+                                   std::vector<std::string> ditas) {
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
   if (tipo != 1 && tipo != 2) return ConfirmarInformacao();
   TOBJ_ArquivoFiscal conversor;
   conversor.LinhaInfo = LinhaInfo;
+  if (LinhaInfo && !ditas.empty())
+    conversor.LinhaInfo = [this, ditas = std::move(ditas), repete = std::size_t{0}](const std::string& linha) mutable {
+      if (repete < ditas.size() && linha == ditas[repete]) {
+        ++repete;
+        return;
+      }
+      repete = ditas.size();  // from the first line that differs, every line is new
+      LinhaInfo(linha);
+    };
   conversor.Progresso = [this](int APosicao, int AMaximo) { Relatar(APosicao, AMaximo); };
   conversor.Relatorio = Relatorio;
   try {
@@ -155,8 +314,12 @@ void ControleExportacao::Converter(const std::string& NomeArquivo, const std::st
     ConfirmarInformacao();
     throw;
   }
+  Concluir(NomeArquivo, conversor);
+}
+
+void ControleExportacao::Concluir(const std::string& NomeArquivo, const TOBJ_ArquivoFiscal& conversor) {
   ConfirmarInformacao();
-  gravados_.push_back(ArquivoGravado::Fiscal(tipo, NomeArquivo, conversor.Registros()));
+  gravados_.push_back(ArquivoGravado::Fiscal(oExportaInfoFiscal.CodTipoRegistroFiscal(), NomeArquivo, conversor.Registros()));
   if (conversor.RelatorioGravado()) {
     relatorio_gravado_ = Relatorio;
     gravados_.push_back(ArquivoGravado::Relatorio(Relatorio));

@@ -13,6 +13,7 @@
 
 #include "base/list_saver.h"
 #include "export/obj_exportainfofiscal.h"
+#include "fiscal/arquivo_fiscal.h"
 #include "fiscal/efd.h"
 #include "host/framework.h"
 
@@ -48,7 +49,9 @@ std::vector<std::string> resumo_dos_gravados(const std::vector<ArquivoGravado>& 
 class ControleExportacao {
  public:
   // REQUIRES: `conexao` outlives this object.
-  explicit ControleExportacao(TDTM_ConexaoDS& conexao) : oExportaInfoFiscal(conexao), conexao_(conexao) {}
+  explicit ControleExportacao(TDTM_ConexaoDS& conexao);
+  // Stops a conversion still running beside the run, with nothing put in place.
+  ~ControleExportacao();
 
   // The name the dialog suggests for the fiscal file: "SINTEGRA_03_2024.v1.txt" for kind 1,
   // "SPED_FISCAL_EFD_..." for 2, "SPED_FISCAL_EFD_CTB_..." for 3; empty for any other kind.
@@ -72,6 +75,14 @@ class ControleExportacao {
   // the run needs the export's memory alone, whatever the size of the month. The converter reads
   // the same text either way: the saved text is the file read back.
   bool ConverteDoArquivo = false;
+  // The fiscal file's name, when the front knows it before the run (the command line names it
+  // first): with ConverteDoArquivo, GerarInformacao then converts the text on a thread of its own
+  // while the export still writes it, and SalvarArquivoFiscal_A(NomeAntecipado) waits for the end
+  // of that conversion. The run's files, lines and errors are those of a conversion after the
+  // export: the converter's lines wait for the export's, and a conversion that failed is run
+  // again from the saved file, which gives its exact errors and report. A name refused by
+  // SalvarArquivoFiscal_A's checks is left to it, as when none is known.
+  std::string NomeAntecipado;
   // What the EFD's block E takes from the front (carried balance, E116); kind 2 only.
   OpcoesEfd OpcoesEFD;
 
@@ -114,8 +125,10 @@ class ControleExportacao {
 
  private:
   bool TemConversor() const;
-  // SalvarArquivoFiscal_A of the text `Texto`, or of the saved file when it is null.
-  void Converter(const std::string& NomeArquivo, const std::string* Texto);
+  // SalvarArquivoFiscal_A of the text `Texto`, or of the saved file when it is null. The lines
+  // `ditas` were said already, by a first try that failed: the front does not hear them again
+  // while the converter says the same.
+  void Converter(const std::string& NomeArquivo, const std::string* Texto, std::vector<std::string> ditas = {});
   // What the converter reads: `Texto`, or the saved file when it is null.
   std::unique_ptr<TextoDeInformacao> AbrirInformacao(const std::string* Texto) const;
   void ExigirDestinosLivres(const std::string& NomeArquivo) const;
@@ -123,10 +136,20 @@ class ControleExportacao {
   void Relatar(int APosicao, int AMaximo);
   // Renames the waiting information file over the old one, if one waits.
   void ConfirmarInformacao();
+  // The information file and the fiscal file `NomeArquivo` (and its report) that `conversor`
+  // wrote, put in place and listed.
+  void Concluir(const std::string& NomeArquivo, const TOBJ_ArquivoFiscal& conversor);
+  // Starts the conversion beside the export into NomeAntecipado, when the run allows it.
+  void Antecipar(bool converte);
+  // SalvarArquivoFiscal_A of the conversion started beside the export.
+  void ConcluirAntecipada(const std::string& NomeArquivo);
+
+  class ConversaoAntecipada;
 
   TDTM_ConexaoDS& conexao_;
   std::atomic<bool> cancelado_ = false;
   std::unique_ptr<ListSaver> informacao_;  // the information file waiting for the converter
+  std::unique_ptr<ConversaoAntecipada> antecipada_;  // after informacao_: gone before the saver
   std::string caminho_informacao_;
   std::vector<ArquivoGravado> gravados_;
   std::string relatorio_gravado_;

@@ -25,13 +25,14 @@ void TOBJ_ArquivoFiscal::Exec_SPED_Fiscal_EFD(const std::string& NomeArquivo, co
 
 namespace {
 
-// Runs the converter; a month with problems leaves the whole list in `lista` and ends in an
-// Error that says where it is.
+// Runs the converter; a month with problems leaves the whole list in `lista` (none when empty)
+// and ends in an Error that says where it is.
 void converte(const TOBJ_ArquivoFiscal::Gerador& gerador, TextoDeInformacao& informacao, SaidaFiscal& saida,
               const TProcLinhaInfo& info, const TProcProgresso& progresso, const std::string& lista) {
   try {
     gerador(informacao, saida, info, progresso);
   } catch (const MesComProblemas& m) {
+    if (lista.empty()) throw Error(m.what());
     write_file_atomically(lista, m.lista());
     throw Error(std::string(m.what()) + "\nA lista completa está em '" + lista + "'");
   }
@@ -66,15 +67,17 @@ void TOBJ_ArquivoFiscal::Executar(int tipo, const std::string& NomeArquivo, Text
     if (const auto conflito = overwrite_conflict(destinos, {})) throw Error(*conflito);
     require_writable_target(Relatorio);  // before the conversion, not after it
   }
-  const std::string lista = RelatorioDeProblemas(NomeArquivo);
+  const std::string lista = Tentativa ? std::string() : RelatorioDeProblemas(NomeArquivo);
   // The list of an earlier run that failed would describe a file that is now there.
   const auto sem_lista_antiga = [&] {
-    if (std::remove(lista.c_str()) == 0 && LinhaInfo)
-      LinhaInfo("Relatório de problemas de uma execução anterior apagado: '" + lista + "'");
+    const std::string antiga = RelatorioDeProblemas(NomeArquivo);
+    if (std::remove(antiga.c_str()) == 0 && LinhaInfo)
+      LinhaInfo("Relatório de problemas de uma execução anterior apagado: '" + antiga + "'");
   };
   SaidaEmArquivo arquivo(NomeArquivo);
   if (Relatorio.empty()) {
     converte(gerador, Informacao, arquivo, LinhaInfo, Progresso, lista);
+    if (AntesDeGravar) AntesDeGravar();
     arquivo.confirma();
     registros_ = arquivo.registros();
     sem_lista_antiga();
@@ -90,6 +93,7 @@ void TOBJ_ArquivoFiscal::Executar(int tipo, const std::string& NomeArquivo, Text
   try {
     converte(gerador, Informacao, saida, info, Progresso, lista);
   } catch (const Error& erro) {
+    if (Tentativa) throw;
     relatorio.recusado(erro.what());
     std::string mensagem = erro.what();
     try {
@@ -105,6 +109,7 @@ void TOBJ_ArquivoFiscal::Executar(int tipo, const std::string& NomeArquivo, Text
   AtomicFile pagina(Relatorio);
   pagina.write(relatorio.html());
   pagina.finish();
+  if (AntesDeGravar) AntesDeGravar();
   arquivo.confirma();
   registros_ = arquivo.registros();
   pagina.commit();

@@ -29,6 +29,13 @@ class TOBJ_ArquivoFiscal {
   // what it is for then): the Error that leaves the call then ends with a line naming it. A run
   // cancelled or stopped by anything but an Error writes none.
   std::string Relatorio;
+  // Set for a first try whose failure the caller answers by converting again (the text read
+  // while it was written, then the saved file): a failed call then writes neither report nor
+  // list of problems, and throws its Error as it is.
+  bool Tentativa = false;
+  // Called, when set, once the file and the report are complete and checked, right before they
+  // are put in place: the last moment a run can still be stopped (it throws) with nothing written.
+  std::function<void()> AntesDeGravar;
 
   // Writes the SINTEGRA file `NomeArquivo` from the information text (UTF-8, CR LF lines), a
   // piece at a time, checked as it goes. Throws Error, leaving any earlier file intact, when the

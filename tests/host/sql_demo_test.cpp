@@ -9,6 +9,7 @@
 #include "base/renderings.h"
 #include "base/system.h"
 #include "export/controle_exportacao.h"
+#include "fiscal/arquivo_fiscal.h"
 #include "host/sources/sql_source.h"
 #include "host/sql_support.h"
 #include "support/cli.h"
@@ -174,6 +175,94 @@ TEST(SqlDemo, TheConverterReadsTheSavedFileAsItReadsTheText) {
     EXPECT_THROW(controle.SalvarArquivoFiscal_A(ControleExportacao::CaminhoInformacao(base)), Error);
     EXPECT_TRUE(read_file(ControleExportacao::CaminhoInformacao(base)) == info[true]);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(pasta), std::filesystem::directory_iterator()), 1);
+  }
+}
+
+// What a run of the controller said and wrote, its base folder written as {base}.
+struct Conversao {
+  std::vector<std::string> linhas;
+  std::string erro, fiscal, problemas, info;
+  bool temporarios = false;  // a hidden temporary left beside the fiscal file
+};
+
+Conversao converte(TDTM_ConexaoDS& conexao, const std::string& tipo, const std::string& nome, bool antecipada) {
+  const std::string base = fresh_dir(nome, true), destino = base + "/fiscal.txt";
+  ControleExportacao controle(conexao);
+  controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(std::stoi(tipo)));
+  controle.oExportaInfoFiscal.CodRegistroFiscal(std::stoi(tipo));
+  controle.ConverteDoArquivo = true;
+  if (antecipada) controle.NomeAntecipado = destino;
+  Conversao c;
+  controle.LinhaInfo = [&](const std::string& l) { c.linhas.push_back(l); };
+  try {
+    controle.GerarInformacao(base, 0, 0);
+    controle.SalvarArquivoFiscal_A(destino);
+  } catch (const Error& e) {
+    c.erro = e.what();
+    for (std::size_t p; (p = c.erro.find(base)) != std::string::npos;) c.erro.replace(p, base.size(), "{base}");
+  }
+  c.fiscal = read_file(destino);
+  c.problemas = read_file(TOBJ_ArquivoFiscal::RelatorioDeProblemas(destino));
+  c.info = read_file(ControleExportacao::CaminhoInformacao(base));
+  for (const auto& e : std::filesystem::directory_iterator(base)) c.temporarios |= e.path().filename().string()[0] == '.';
+  return c;
+}
+
+// Converted beside the export (the command line names the file first), a month gives the lines,
+// error and files of a conversion after the export: a good month its file, and one with problems
+// the same list, from the saved file read again (the text read once brings the catalogues only
+// after the notes); the lines said by that first try are not said twice.
+TEST(SqlDemo, AConversionBesideTheExportGivesWhatOneAfterItGives) {
+  const struct {
+    const char* caso;
+    std::string script;
+  } casos[] = {
+      {"o mês de demonstração", demo_script()},
+      {"fornecedores de CNPJ inválido", demo_script() + "UPDATE fornecedor SET cnpj_cpf = '11.444.777/0001-62';\n"},
+  };
+  for (const auto& c : casos) {
+    TestDatabase db("sqlite", "demo-antecipada", c.script);
+    for (const auto& r : kRegisters) {
+      SCOPED_TRACE(std::string(c.caso) + ", tipo " + r.tipo);
+      SqlSource source(db.address(), catalog_path());
+      TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c([] { return 1; })};
+      const Conversao depois = converte(conexao, r.tipo, "demo-depois", false);
+      const Conversao junto = converte(conexao, r.tipo, "demo-junto", true);
+      EXPECT_EQ(junto.linhas, depois.linhas);
+      EXPECT_EQ(junto.erro, depois.erro);
+      EXPECT_TRUE(junto.fiscal == depois.fiscal) << "the fiscal files differ";
+      EXPECT_EQ(junto.problemas, depois.problemas);
+      EXPECT_TRUE(junto.info == depois.info) << "the information files differ";
+      EXPECT_FALSE(junto.temporarios);
+      EXPECT_EQ(depois.erro.empty(), c.script == demo_script()) << depois.erro;
+    }
+  }
+}
+
+// A run cancelled during the export stops the conversion beside it: nothing is written, no
+// temporary is left beside the fiscal file, and the earlier information file stays.
+TEST(SqlDemo, ACancelledExportStopsTheConversionBesideIt) {
+  TestDatabase db("sqlite", "demo-antecipada-cancelada", demo_script());
+  for (const auto& r : kRegisters) {
+    SCOPED_TRACE(r.tipo);
+    SqlSource source(db.address(), catalog_path());
+    TDTM_ConexaoDS conexao{source, TOBJ_InfoSistema_v11c([] { return 1; })};
+    const std::string base = fresh_dir("demo-antecipada-cancelada", true);
+    write_file(ControleExportacao::CaminhoInformacao(base), "anterior\r\n");
+    ControleExportacao controle(conexao);
+    controle.oExportaInfoFiscal.CodTipoRegistroFiscal(static_cast<TRegistroFiscal>(std::stoi(r.tipo)));
+    controle.oExportaInfoFiscal.CodRegistroFiscal(std::stoi(r.registro));
+    controle.ConverteDoArquivo = true;
+    controle.NomeAntecipado = base + "/fiscal.txt";
+    int relatos = 0;
+    controle.Progresso = [&](int, int) {
+      if (++relatos == 20) controle.Cancelar();
+    };
+    EXPECT_THROW(controle.GerarInformacao(base, 0, 0), ExecucaoCancelada);
+    EXPECT_EQ(read_file(ControleExportacao::CaminhoInformacao(base)), "anterior\r\n");
+    std::vector<std::string> nomes;
+    for (const auto& e : std::filesystem::directory_iterator(base)) nomes.push_back(e.path().filename().string());
+    EXPECT_EQ(nomes, std::vector<std::string>{"Arquivos"});
   }
 }
 
