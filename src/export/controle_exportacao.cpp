@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 #include <fmt/format.h>
@@ -63,6 +64,8 @@ const char* ExecucaoCancelada::what() const noexcept { return "Execução cancel
 // which is called from its own thread alone.
 class ControleExportacao::ConversaoAntecipada {
  public:
+  // Starts the conversion into the fiscal file `nome` on a thread of its own; throws
+  // std::system_error when no thread can be started.
   ConversaoAntecipada(ControleExportacao& controle, std::string nome) : controle_(controle), nome_(std::move(nome)) {
     conversor_.Relatorio = controle.Relatorio;
     conversor_.Tentativa = true;
@@ -71,11 +74,8 @@ class ControleExportacao::ConversaoAntecipada {
       linhas_.push_back(linha);
       mudou_.notify_all();
     };
-    // The text read once gives no counts: the progress is that of its reading (espera).
-    conversor_.Progresso = [this](int, int) {
-      if (controle_.cancelado_) throw ExecucaoCancelada();
-    };
-    // The front may cancel until the files are put in place; a cancel after it comes too late.
+    // A text read once gives the converter no counts, so it reports no progress: the front sees
+    // the text read instead (espera), and may cancel until the files are put in place.
     conversor_.AntesDeGravar = [this] {
       if (controle_.cancelado_) throw ExecucaoCancelada();
     };
@@ -202,7 +202,11 @@ void ControleExportacao::Antecipar(bool converte) {
   } catch (const Error&) {
     return;  // said, as it would be without a name known, after the export
   }
-  antecipada_ = std::make_unique<ConversaoAntecipada>(*this, NomeAntecipado);
+  try {
+    antecipada_ = std::make_unique<ConversaoAntecipada>(*this, NomeAntecipado);
+  } catch (const std::system_error&) {
+    // No thread to spare: the conversion follows the export.
+  }
 }
 
 std::string ControleExportacao::GerarInformacao(const std::string& base, int ACodNFeCompra, int ACodNFeVenda) {
