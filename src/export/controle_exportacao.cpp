@@ -196,7 +196,7 @@ void ControleExportacao::Relatar(int APosicao, int AMaximo) {
 }
 
 void ControleExportacao::Antecipar(bool converte) {
-  if (!converte || !ConverteDoArquivo || NomeAntecipado.empty()) return;
+  if (!converte || NomeAntecipado.empty()) return;
   try {
     ExigirDestinosLivres(NomeAntecipado);
   } catch (const Error&) {
@@ -254,8 +254,6 @@ void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo, c
 
 void ControleExportacao::SalvarArquivoFiscal_A(const std::string& NomeArquivo) {
   if (!informacao_) return;  // no converter follows: the file is already in place
-  if (antecipada_ && antecipada_->nome() == NomeArquivo) return ConcluirAntecipada(NomeArquivo);
-  antecipada_.reset();
   Converter(NomeArquivo, nullptr);
 }
 
@@ -287,6 +285,8 @@ std::unique_ptr<TextoDeInformacao> ControleExportacao::AbrirInformacao(const std
 
 void ControleExportacao::Converter(const std::string& NomeArquivo, const std::string* Texto,
                                    std::vector<std::string> ditas) {
+  if (antecipada_ && antecipada_->nome() == NomeArquivo) return ConcluirAntecipada(NomeArquivo);
+  antecipada_.reset();  // another name: this conversion starts anew
   const TRegistroFiscal tipo = oExportaInfoFiscal.CodTipoRegistroFiscal();
   if (tipo != 1 && tipo != 2) return ConfirmarInformacao();
   TOBJ_ArquivoFiscal conversor;

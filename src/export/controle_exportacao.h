@@ -75,10 +75,9 @@ class ControleExportacao {
   // the run needs the export's memory alone, whatever the size of the month. The converter reads
   // the same text either way: the saved text is the file read back.
   bool ConverteDoArquivo = false;
-  // The fiscal file's name, when the front knows it before the run (the command line names it
-  // first): with ConverteDoArquivo, GerarInformacao then converts the text on a thread of its own
-  // while the export still writes it, and SalvarArquivoFiscal_A(NomeAntecipado) waits for the end
-  // of that conversion. The run's files, lines and errors are those of a conversion after the
+  // The fiscal file's name, when the front knows it before the run (both fronts ask for it
+  // first): GerarInformacao then converts the text on a thread of its own while the export still
+  // writes it, and SalvarArquivoFiscal_A(NomeAntecipado) waits for the end of that conversion. The run's files, lines and errors are those of a conversion after the
   // export: the converter's lines wait for the export's, and a conversion that failed is run
   // again from the saved file, which gives its exact errors and report. A name refused by
   // SalvarArquivoFiscal_A's checks is left to it, as when none is known.
@@ -91,7 +90,9 @@ class ControleExportacao {
   // files the source reads, the information file of this run, or the other of the two, is
   // refused with an Error and nothing is written (a name chosen in a save dialog can be any
   // file). Then puts the information file in place: also when the converter failed (the file it
-  // refused is the reason to look at), but not when the run was cancelled.
+  // refused is the reason to look at), but not when the run was cancelled. For NomeAntecipado,
+  // what the conversion beside the export read is the text: REQUIRES then that `Texto` is what
+  // GerarInformacao returned.
   void SalvarArquivoFiscal_A(const std::string& NomeArquivo, const std::string& Texto);
   // The same from the information file of the last run, read back from where it waits (set
   // ConverteDoArquivo first, or the text is kept for nothing). REQUIRES: GerarInformacao
@@ -125,7 +126,8 @@ class ControleExportacao {
 
  private:
   bool TemConversor() const;
-  // SalvarArquivoFiscal_A of the text `Texto`, or of the saved file when it is null. The lines
+  // SalvarArquivoFiscal_A of the text `Texto`, or of the saved file when it is null; of the
+  // conversion beside the export, when it was named `NomeArquivo`. The lines
   // `ditas` were said already, by a first try that failed: the front does not hear them again
   // while the converter says the same.
   void Converter(const std::string& NomeArquivo, const std::string* Texto, std::vector<std::string> ditas = {});

@@ -258,6 +258,7 @@ void TDLG_DExportaInformacaoFiscal::BtGerarArquivoClick() {
   oControle.Relatorio = CbRelatorio->isEnabled() && CbRelatorio->isChecked()
                             ? ControleExportacao::NomeDoRelatorio(NomeArquivo)
                             : std::string();
+  oControle.NomeAntecipado = NomeArquivo;  // the converter works beside the export
   BtCancelar->setEnabled(true);
   try {
     oInfo = oControle.GerarInformacao(FPastaBase, FTesteCodCompra, FTesteCodVenda);
