@@ -77,9 +77,10 @@ class ControleExportacao {
   bool ConverteDoArquivo = false;
   // The fiscal file's name, when the front knows it before the run (both fronts ask for it
   // first): GerarInformacao then converts the text on a thread of its own while the export still
-  // writes it, and SalvarArquivoFiscal_A(NomeAntecipado) waits for the end of that conversion. The run's files, lines and errors are those of a conversion after the
-  // export: the converter's lines wait for the export's, and a conversion that failed is run
-  // again from the saved file, which gives its exact errors and report. A name refused by
+  // writes it, and SalvarArquivoFiscal_A(NomeAntecipado) waits for the end of that conversion.
+  // The run's files, lines and errors are those of a conversion after the export: the
+  // converter's lines wait for the export's, and a conversion that failed is run again from the
+  // saved file, which gives its exact errors and report. A name refused by
   // SalvarArquivoFiscal_A's checks is left to it, as when none is known.
   std::string NomeAntecipado;
   // What the EFD's block E takes from the front (carried balance, E116); kind 2 only.
@@ -127,9 +128,9 @@ class ControleExportacao {
  private:
   bool TemConversor() const;
   // SalvarArquivoFiscal_A of the text `Texto`, or of the saved file when it is null; of the
-  // conversion beside the export, when it was named `NomeArquivo`. The lines
-  // `ditas` were said already, by a first try that failed: the front does not hear them again
-  // while the converter says the same.
+  // conversion beside the export, when it was named `NomeArquivo`. The lines `ditas` were said
+  // already, by a first try that failed: the front does not hear them again while the converter
+  // says the same.
   void Converter(const std::string& NomeArquivo, const std::string* Texto, std::vector<std::string> ditas = {});
   // What the converter reads: `Texto`, or the saved file when it is null.
   std::unique_ptr<TextoDeInformacao> AbrirInformacao(const std::string* Texto) const;
